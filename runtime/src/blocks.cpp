@@ -1,0 +1,56 @@
+#include "runtime/blocks.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+namespace runtime {
+namespace {
+
+// The size stands in front of the block, in a slot that keeps the block aligned
+// for any type.
+struct alignas(std::max_align_t) Header {
+  t_long size;
+};
+
+Header *header_of(void *block) noexcept { return static_cast<Header *>(block) - 1; }
+
+bool representable(t_long size) noexcept {
+  return size >= 0 &&
+         size <= std::numeric_limits<std::ptrdiff_t>::max() - static_cast<t_long>(sizeof(Header));
+}
+
+}  // namespace
+
+void *new_block(t_long size, bool clear) noexcept {
+  if (!representable(size)) return nullptr;
+  const auto bytes = sizeof(Header) + static_cast<std::size_t>(size);
+  auto *header = static_cast<Header *>(clear ? std::calloc(1, bytes) : std::malloc(bytes));
+  if (header == nullptr) return nullptr;
+  header->size = size;
+  return header + 1;
+}
+
+void *resize_block(void *block, t_long size) noexcept {
+  if (block == nullptr) return new_block(size, true);
+  if (!representable(size)) return nullptr;
+  const t_long old_size = block_size(block);
+  auto *header = static_cast<Header *>(
+      std::realloc(header_of(block), sizeof(Header) + static_cast<std::size_t>(size)));
+  if (header == nullptr) return nullptr;
+  header->size = size;
+  auto *bytes = reinterpret_cast<std::byte *>(header + 1);
+  if (size > old_size) std::memset(bytes + old_size, 0, static_cast<std::size_t>(size - old_size));
+  return bytes;
+}
+
+void free_block(void *block) noexcept {
+  if (block != nullptr) std::free(header_of(block));
+}
+
+t_long block_size(const void *block) noexcept {
+  return (static_cast<const Header *>(block) - 1)->size;
+}
+
+}  // namespace runtime
