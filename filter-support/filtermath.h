@@ -1,0 +1,58 @@
+/**
+ * filtermath: the design of digital IIR filters, from an analog lowpass
+ * prototype through state space to zeros and poles, sections and polynomials.
+ *
+ * One design walks through these functions in this order:
+ *
+ *     filtermath_buttap | cheby1ap | cheby2ap     prototype      t_zpk
+ *     filtermath_zpk2ss                           its model      _statespace
+ *     filtermath_lp2lp | lp2hp | lp2bp | lp2bs    moved          _statespace
+ *     filtermath_bilinear                         made digital   _statespace
+ *     filtermath_ss2zpk[_butterworth]             zeros, poles, gain
+ *     filtermath_zpk2sos                          sections
+ *     filtermath_ss2coefs, filtermath_*num        polynomials
+ *
+ * `examples/design_lowpass.cpp` shows it done.
+ *
+ * Conventions, stated once:
+ *
+ * - Shapes of matrices are columns by rows, in this order, everywhere.
+ * - Flat root arrays hold roots as interleaved doubles (real, imaginary, ...).
+ *   Their counts count doubles, so a list of n roots has the count 2n.
+ * - Polynomials are lists of coefficients with the highest power first.
+ * - Frequencies of prototypes and models are angular, on the scale on which
+ *   a digital frequency w, a fraction of the Nyquist frequency, lies at
+ *   4 tan(w pi / 2): that of a bilinear transform at the sampling rate 2.
+ * - Families and responses are symbols, compared by identity with "butterworth",
+ *   "chebyshev-1", "chebyshev-2" and "lowpass", "highpass", "bandpass",
+ *   "bandstop". An unknown family is a Butterworth, an unknown response a
+ *   lowpass, where a function does not say otherwise.
+ * - A root is real when its imaginary part is exactly 0.0; nothing is rounded.
+ * - Arguments are not checked: keeping order, ripple, attenuation and cutoffs
+ *   in range is the caller's business, and settings out of range yield numbers
+ *   that are not finite, never a crash. Pointers must not be null unless a
+ *   function says so. Exhausted memory raises std::bad_alloc, from every
+ *   function that allocates, and nothing is leaked.
+ * - Nothing here keeps state between calls. Different threads may design at
+ *   the same time if the memory calls that they run on allow it.
+ *
+ * Storage comes from the memory calls of brontal/memory.h, except for `t_zpk`
+ * and lists of complex values, which come from the C++ allocator.
+ *
+ * Books cited: [OS] Oppenheim and Schafer, Discrete-Time Signal Processing,
+ * 3rd edition. [PB] Parks and Burrus, Digital Filter Design. [EvD] Emami-Naeini
+ * and Van Dooren, Computation of zeros of linear multivariable systems,
+ * Automatica 18 (1982). [GvL] Golub and Van Loan, Matrix Computations, 4th
+ * edition. [Kai] Kailath, Linear Systems.
+ */
+#ifndef FILTERMATH_H
+#define FILTERMATH_H
+
+#include "filtermath/analog.h"
+#include "filtermath/coefficients.h"
+#include "filtermath/digital.h"
+#include "filtermath/matrix64.h"
+#include "filtermath/poly.h"
+#include "filtermath/records.h"
+
+#endif

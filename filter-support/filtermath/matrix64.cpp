@@ -1,0 +1,155 @@
+// The assertion in `matrix64_multiply` guards memory: it holds in every build.
+#undef NDEBUG
+#include <algorithm>
+#include <cassert>
+#include <new>
+
+#include "internal.h"
+
+namespace {
+
+int32_t element_count(int32_t cols, int32_t rows) {
+  return static_cast<int32_t>(static_cast<uint32_t>(cols) * static_cast<uint32_t>(rows));
+}
+
+int32_t element_count(const _matrix64 *matrix) { return element_count(matrix->cols, matrix->rows); }
+
+bool same_shape(const _matrix64 *a, const _matrix64 *b) {
+  return a->cols == b->cols && a->rows == b->rows;
+}
+
+}  // namespace
+
+_matrix64 *matrix64_new() {
+  void *record = sysmem_newptrclear(sizeof(_matrix64));
+  if (record == nullptr) throw std::bad_alloc();
+  return static_cast<_matrix64 *>(record);
+}
+
+void matrix64_free(_matrix64 *matrix) {
+  sysmem_freeptr(matrix->data);
+  sysmem_freeptr(matrix);
+}
+
+void matrix64_resize(_matrix64 *matrix, int32_t cols, int32_t rows) {
+  if (matrix->cols == cols && matrix->rows == rows && matrix->data != nullptr) return;
+  const int32_t count = element_count(cols, rows);
+  const t_long size = t_long{count} * static_cast<t_long>(sizeof(double));
+  void *data = matrix->data == nullptr ? sysmem_newptrclear(size)
+                                       : sysmem_resizeptrclear(matrix->data, size);
+  if (data == nullptr) throw std::bad_alloc();
+  matrix->data = static_cast<double *>(data);
+  matrix->cols = cols;
+  matrix->rows = rows;
+  matrix->capacity = count;
+}
+
+void matrix64_copy(_matrix64 *dst, const _matrix64 *src) { matrix64_scale(dst, src, 1.0); }
+
+void matrix64_clear(_matrix64 *matrix) { std::fill_n(matrix->data, element_count(matrix), 0.0); }
+
+double matrix64_get(const _matrix64 *matrix, int32_t i, int32_t j) {
+  return matrix->data[j * matrix->cols + i];
+}
+
+void matrix64_set(_matrix64 *matrix, int32_t i, int32_t j, double value) {
+  matrix->data[j * matrix->cols + i] = value;
+}
+
+void matrix64_identity(_matrix64 *matrix, int32_t n) {
+  matrix64_resize(matrix, n, n);
+  matrix64_clear(matrix);
+  for (int32_t i = 0; i < n; ++i) matrix64_set(matrix, i, i, 1.0);
+}
+
+int matrix64_multiply(_matrix64 *product, const _matrix64 *a, const _matrix64 *b, bool checked) {
+  if (a->cols != b->rows) return -1;
+  matrix64_resize(product, b->cols, a->rows);
+  matrix64_clear(product);
+  const int32_t row_length = checked ? b->cols : a->rows;
+  for (int32_t i = 0; i < a->rows; ++i) {
+    for (int32_t j = 0; j < b->cols; ++j) {
+      const int32_t index = i * row_length + j;
+      if (checked) {
+        assert(index < product->capacity);
+      } else if (index >= product->capacity) {
+        continue;
+      }
+      double sum = product->data[index];
+      for (int32_t k = 0; k < a->cols; ++k)
+        sum += b->data[k * b->cols + j] * a->data[i * a->cols + k];
+      product->data[index] = sum;
+    }
+  }
+  return 0;
+}
+
+int matrix64_multiply_correctly(_matrix64 *product, const _matrix64 *a, const _matrix64 *b) {
+  if (a->rows != b->cols) return -1;
+  matrix64_resize(product, a->cols, b->rows);
+  matrix64_clear(product);
+  for (int32_t i = 0; i < a->cols; ++i) {
+    for (int32_t j = 0; j < b->rows; ++j) {
+      double sum = 0.0;
+      for (int32_t k = 0; k < a->rows; ++k)
+        sum += b->data[j * a->rows + k] * a->data[k * a->cols + i];
+      product->data[i * b->rows + j] = sum;
+    }
+  }
+  return 0;
+}
+
+void matrix64_transpose(const _matrix64 *src, _matrix64 *dst) {
+  matrix64_resize(dst, src->rows, src->cols);
+  const int32_t count = element_count(src);
+  for (int32_t r = 0; r < src->cols; ++r) {
+    for (int32_t c = 0; c < src->rows; ++c) {
+      const int32_t index = r * src->cols + c;
+      dst->data[c * dst->rows + r] = index < count ? src->data[index] : 0.0;
+    }
+  }
+}
+
+int matrix64_inverse(_matrix64 *dst, const _matrix64 *src) {
+  if (src->cols != src->rows) return -1;
+  const int32_t n = src->cols;
+  matrix64_resize(dst, n, n);
+  if (n > 0) filtermath::inverse(src->data, dst->data, n);
+  return 0;
+}
+
+int matrix64_divide_left(_matrix64 *result, const _matrix64 *a, const _matrix64 *b, bool checked) {
+  const filtermath::Matrix inverse;
+  const int status = matrix64_inverse(inverse, a);
+  return status == 0 ? matrix64_multiply(result, inverse, b, checked) : status;
+}
+
+int matrix64_divide_right(_matrix64 *result, const _matrix64 *a, const _matrix64 *b) {
+  const filtermath::Matrix inverse;
+  const int status = matrix64_inverse(inverse, b);
+  return status == 0 ? matrix64_multiply(result, a, inverse, false) : status;
+}
+
+int matrix64_scale(_matrix64 *dst, const _matrix64 *src, double s) {
+  matrix64_resize(dst, src->cols, src->rows);
+  const int32_t count = element_count(src);
+  std::transform(src->data, src->data + std::max(count, 0), dst->data,
+                 [s](double element) { return element * s; });
+  return count;
+}
+
+int matrix64_add(_matrix64 *dst, const _matrix64 *a, const _matrix64 *b) {
+  if (!same_shape(a, b)) return -1;
+  matrix64_resize(dst, a->cols, a->rows);
+  std::transform(a->data, a->data + element_count(a), b->data, dst->data,
+                 [](double x, double y) { return y + x; });
+  return 0;
+}
+
+int matrix64_subtract(_matrix64 *dst, const _matrix64 *a, const _matrix64 *b) {
+  if (!same_shape(a, b)) return -1;
+  matrix64_resize(dst, a->cols, a->rows);
+  std::transform(a->data, a->data + element_count(a), b->data, dst->data,
+                 [](double x, double y) { return x - y; });
+  return 0;
+}

@@ -1,0 +1,114 @@
+/** Dense matrices of doubles. Shapes are columns by rows. */
+#ifndef FILTERMATH_MATRIX64_H
+#define FILTERMATH_MATRIX64_H
+
+#include <cstdint>
+
+/**
+ * A dense matrix of doubles. Element (column i, row j) is data[j * cols + i].
+ * The record and its elements come from the host's memory calls.
+ */
+struct _matrix64 {
+  int32_t cols;
+  int32_t rows;
+  int32_t capacity; /**< cols * rows at the last reshape */
+  double *data;     /**< row after row; null until the first reshape */
+};
+
+extern "C" {
+
+/** @return a new matrix of 0 x 0 without storage, owned by the caller. */
+_matrix64 *matrix64_new(void);
+
+/** Releases a matrix and its elements. */
+void matrix64_free(_matrix64 *matrix);
+
+/**
+ * Reshapes a matrix. The same shape again changes nothing. Elements keep their
+ * place in memory, not their row and column; elements gained are 0.0.
+ * On exhausted memory the matrix is as it was.
+ */
+void matrix64_resize(_matrix64 *matrix, int32_t cols, int32_t rows);
+
+/** Makes dst a copy of src, reshaping it. */
+void matrix64_copy(_matrix64 *dst, const _matrix64 *src);
+
+/** Sets every element to 0.0. */
+void matrix64_clear(_matrix64 *matrix);
+
+/** @return the element in column i and row j, which must exist. */
+double matrix64_get(const _matrix64 *matrix, int32_t i, int32_t j);
+
+/** Sets the element in column i and row j, which must exist. */
+void matrix64_set(_matrix64 *matrix, int32_t i, int32_t j, double value);
+
+/** Makes the matrix the n x n identity; nothing but the shape for n < 1. */
+void matrix64_identity(_matrix64 *matrix, int32_t n);
+
+/**
+ * product = a b. The product must be neither a nor b.
+ *
+ * @param a        columns by rows: k x m
+ * @param b        n x k
+ * @param product  reshaped to n x m
+ * @param checked  true: element (column j, row i) lands in its place,
+ *                 i * n + j, and the program stops on an assertion should that
+ *                 lie outside the storage. False: it lands at i * m + j, and
+ *                 what falls outside the storage is dropped; this is the
+ *                 ordinary product when m = n or m = 1, and only then.
+ * @return 0, or -1 when a's columns are not b's rows (product untouched)
+ */
+int matrix64_multiply(_matrix64 *product, const _matrix64 *a, const _matrix64 *b, bool checked);
+
+/**
+ * product = b a, laid out column after column. The product must be neither a
+ * nor b.
+ *
+ * @param a        columns by rows: m x k
+ * @param b        k x n
+ * @param product  reshaped to m x n; element (row j, column i) of b a is stored
+ *                 at i * n + j. So a row b yields the row b a, a column a the
+ *                 column b a, and two square matrices (b a) transposed.
+ * @return 0, or -1 when a's rows are not b's columns (product untouched)
+ */
+int matrix64_multiply_correctly(_matrix64 *product, const _matrix64 *a, const _matrix64 *b);
+
+/**
+ * dst = src transposed, for a src that is square or has one column. For other
+ * shapes dst gets the transposed shape, but its elements are those that the
+ * square layout would name, and 0.0 where that lies outside src.
+ */
+void matrix64_transpose(const _matrix64 *src, _matrix64 *dst);
+
+/**
+ * dst = src^-1, through LU decomposition with partial pivoting ([GvL] 3.4).
+ * dst may be src. A singular src yields elements that are not finite. Time
+ * grows with the cube of the size.
+ *
+ * @return 0, or -1 when src is not square (dst untouched)
+ */
+int matrix64_inverse(_matrix64 *dst, const _matrix64 *src);
+
+/**
+ * result = a^-1 b, the product formed by `matrix64_multiply` with `checked`.
+ * result must not be b.
+ *
+ * @return 0, or -1 as that of the inverse or the product
+ */
+int matrix64_divide_left(_matrix64 *result, const _matrix64 *a, const _matrix64 *b, bool checked);
+
+/** result = a b^-1 in the same way, not checked. result must not be a. */
+int matrix64_divide_right(_matrix64 *result, const _matrix64 *a, const _matrix64 *b);
+
+/** dst = s src; dst may be src. @return how many elements were written. */
+int matrix64_scale(_matrix64 *dst, const _matrix64 *src, double s);
+
+/** dst = a + b; dst may be either. @return 0, or -1 when the shapes differ (dst untouched). */
+int matrix64_add(_matrix64 *dst, const _matrix64 *a, const _matrix64 *b);
+
+/** dst = a - b; dst may be either. @return 0, or -1 when the shapes differ (dst untouched). */
+int matrix64_subtract(_matrix64 *dst, const _matrix64 *a, const _matrix64 *b);
+
+}  // extern "C"
+
+#endif

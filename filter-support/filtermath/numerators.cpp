@@ -1,0 +1,92 @@
+#include <algorithm>
+#include <cmath>
+
+#include "internal.h"
+
+using filtermath::Matrix;
+
+namespace {
+
+using Complex = std::complex<double>;
+
+constexpr double pi = 3.141592653589793;
+
+// The zeros of an all-pole design, and the frequency at which its numerator is
+// scaled.
+struct Zeros {
+  t_complex64list zeros;
+  double reference;
+};
+
+Zeros placed_zeros(t_symbol *response, int order, double wo) {
+  const auto n = static_cast<std::size_t>(std::max(order, 0));
+  const double theta = std::atan2(wo, 4.0);
+  if (response == gensym("highpass")) return {t_complex64list(n, 1.0), pi};
+  if (response == gensym("bandpass")) {
+    t_complex64list zeros(n, 1.0);
+    zeros.insert(zeros.end(), n, -1.0);
+    return {std::move(zeros), 2.0 * theta};
+  }
+  if (response == gensym("bandstop")) {
+    const Complex zero = filtermath::unit_circle(-2.0 * theta);
+    t_complex64list zeros;
+    for (std::size_t i = 0; i < n; ++i) zeros.insert(zeros.end(), {zero, std::conj(zero)});
+    return {std::move(zeros), 0.0};
+  }
+  return {t_complex64list(n, -1.0), 0.0};
+}
+
+// sum(coefficients[k] cos(k w)): what a polynomial's real part is at w. For a
+// bandpass the imaginary part counts too, and is left out all the same.
+double cosine_sum(const double *coefficients, int32_t count, double w) {
+  const Matrix cosines;
+  const Matrix column;
+  const Matrix sum;
+  matrix64_resize(cosines, count, 1);
+  matrix64_resize(column, 1, count);
+  for (int32_t k = 0; k < count; ++k) cosines->data[k] = std::cos(k * w);
+  std::copy_n(coefficients, count, column->data);
+  matrix64_multiply_correctly(sum, column, cosines);
+  return sum->data[0];
+}
+
+void scaled_numerator(t_symbol *response, int order, const double *den, double **num,
+                      int64_t *num_count, double wo, double level) {
+  const auto [zeros, reference] = placed_zeros(response, order, wo);
+  t_complex64list expanded;
+  filtermath_poly(zeros, expanded);
+  const auto count = static_cast<int64_t>(expanded.size());
+  filtermath::Block block = filtermath::new_block(count);
+  std::transform(expanded.begin(), expanded.end(), block.get(),
+                 [](const Complex &coefficient) { return coefficient.real(); });
+  const auto length = static_cast<int32_t>(count);
+  const double scale =
+      cosine_sum(den, length, reference) / cosine_sum(block.get(), length, reference) * level;
+  std::for_each_n(block.get(), count, [scale](double &coefficient) { coefficient *= scale; });
+  *num = block.release();
+  *num_count = count;
+}
+
+}  // namespace
+
+void filtermath_buttnum(t_symbol *response, int order, const double *den, int64_t /*den_count*/,
+                        double **num, int64_t *num_count, double wo) {
+  scaled_numerator(response, order, den, num, num_count, wo, 1.0);
+}
+
+void filtermath_cheby1num(t_symbol *response, int order, const double *den, int64_t /*den_count*/,
+                          double **num, int64_t *num_count, double wo, double passband_ripple) {
+  const double level = order % 2 == 0 ? filtermath::power_of_ten(-0.05 * passband_ripple) : 1.0;
+  scaled_numerator(response, order, den, num, num_count, wo, level);
+}
+
+void filtermath_cheby2num(const _statespace *ss, double **num, int64_t *num_count) {
+  t_zpk reduced{};
+  filtermath_ss_tzero(ss, &reduced, true);
+  const auto count = static_cast<int64_t>(reduced.zeros.size());
+  filtermath::Block block = filtermath::new_block(count);
+  std::transform(reduced.zeros.begin(), reduced.zeros.end(), block.get(),
+                 [&](const Complex &coefficient) { return reduced.gain * coefficient.real(); });
+  *num = block.release();
+  *num_count = count;
+}

@@ -1,0 +1,21 @@
+#include <new>
+
+#include "internal.h"
+
+_statespace *statespace_new() {
+  filtermath::MatrixPointer a(matrix64_new());
+  filtermath::MatrixPointer b(matrix64_new());
+  filtermath::MatrixPointer c(matrix64_new());
+  filtermath::MatrixPointer d(matrix64_new());
+  void *record = sysmem_newptrclear(sizeof(_statespace));
+  if (record == nullptr) throw std::bad_alloc();
+  return new (record) _statespace{a.release(), b.release(), c.release(), d.release()};
+}
+
+void statespace_free(_statespace *ss) {
+  matrix64_free(ss->a);
+  matrix64_free(ss->b);
+  matrix64_free(ss->c);
+  matrix64_free(ss->d);
+  sysmem_freeptr(ss);
+}

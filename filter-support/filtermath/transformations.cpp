@@ -1,0 +1,98 @@
+#include <algorithm>
+
+#include "internal.h"
+
+using filtermath::Matrix;
+
+namespace {
+
+// Copies the square matrix `block` into `matrix` with its first element in the
+// given column and row.
+void put_block(_matrix64 *matrix, const _matrix64 *block, int32_t column, int32_t row) {
+  for (int32_t j = 0; j < block->rows; ++j)
+    for (int32_t i = 0; i < block->cols; ++i)
+      matrix64_set(matrix, column + i, row + j, matrix64_get(block, i, j));
+}
+
+// Makes `matrix` twice as long in one dimension: the values, then zeros.
+void pad(_matrix64 *matrix, const _matrix64 *values, int32_t cols, int32_t rows) {
+  matrix64_resize(matrix, cols, rows);
+  matrix64_clear(matrix);
+  std::copy_n(values->data, values->cols * values->rows, matrix->data);
+}
+
+// a = [block, wo I; -wo I, 0], of twice the size of `block`: what substituting
+// (s^2 + wo^2) / s for s gives, each state tied to a second one.
+void tie_states(_matrix64 *a, const _matrix64 *block, double wo) {
+  const int32_t n = block->cols;
+  matrix64_resize(a, 2 * n, 2 * n);
+  matrix64_clear(a);
+  put_block(a, block, 0, 0);
+  for (int32_t i = 0; i < n; ++i) {
+    matrix64_set(a, n + i, i, wo);
+    matrix64_set(a, i, n + i, -wo);
+  }
+}
+
+}  // namespace
+
+void filtermath_lp2lp(_statespace *ss, double wo) {
+  matrix64_scale(ss->a, ss->a, wo);
+  matrix64_scale(ss->b, ss->b, wo);
+}
+
+void filtermath_lp2hp(_statespace *ss, double wo) {
+  const Matrix inverse;
+  const Matrix product;
+  matrix64_inverse(inverse, ss->a);
+  matrix64_multiply_correctly(product, inverse, ss->c);
+  matrix64_copy(ss->c, product);
+  matrix64_multiply_correctly(product, ss->b, ss->c);
+  ss->d->data[0] -= product->data[0];
+  matrix64_multiply_correctly(product, ss->b, inverse);
+  matrix64_scale(ss->b, product, -wo);
+  matrix64_scale(ss->a, inverse, wo);
+}
+
+void filtermath_lp2bp(_statespace *ss, double wo, double bw) {
+  const double q = bw / wo;
+  const Matrix scaled;
+  matrix64_scale(scaled, ss->a, q);
+  matrix64_scale(scaled, scaled, wo);
+  tie_states(ss->a, scaled, wo);
+
+  matrix64_scale(scaled, ss->b, q);
+  matrix64_scale(scaled, scaled, wo);
+  pad(ss->b, scaled, scaled->cols, 2 * scaled->rows);
+
+  matrix64_copy(scaled, ss->c);
+  pad(ss->c, scaled, 2 * scaled->cols, scaled->rows);
+}
+
+void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw) {
+  const Matrix inverse;
+  const Matrix product;
+  matrix64_inverse(inverse, ss->a);
+  matrix64_multiply_correctly(product, inverse, ss->c);
+  pad(ss->c, product, 2 * product->cols, product->rows);
+
+  if (topology == gensym("chebyshev-2")) {
+    ss->d->data[0] = 1.0;
+  } else {
+    // Only four states let this product C A^-1 B be formed; otherwise `product`
+    // still holds C A^-1, whose first element is the same number where B is
+    // (1, 0, ..., 0).
+    const Matrix row;
+    matrix64_copy(row, ss->c);
+    row->cols = 4;
+    matrix64_multiply_correctly(product, ss->b, row);
+    if (product->capacity > 0) ss->d->data[0] -= product->data[0];
+  }
+
+  matrix64_multiply_correctly(product, ss->b, inverse);
+  matrix64_scale(product, product, -bw);
+  pad(ss->b, product, product->cols, 2 * product->rows);
+
+  matrix64_scale(inverse, inverse, bw);
+  tie_states(ss->a, inverse, wo);
+}

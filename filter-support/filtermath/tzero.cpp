@@ -1,0 +1,165 @@
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "internal.h"
+
+using filtermath::Matrix;
+
+namespace {
+
+constexpr double relative_tolerance = 2.2204e-15;
+
+// The Frobenius norm, as the root of the trace of A^T A.
+double frobenius_norm(const _matrix64 *a) {
+  const Matrix transposed;
+  const Matrix square;
+  matrix64_transpose(a, transposed);
+  matrix64_multiply_correctly(square, a, transposed);
+  double trace = 0.0;
+  for (int32_t i = 0; i < square->cols; ++i) trace += matrix64_get(square, i, i);
+  return std::sqrt(trace);
+}
+
+// [B A; D C]
+void fill_system_matrix(_matrix64 *s, const _statespace *ss) {
+  const int32_t n = ss->a->cols;
+  matrix64_resize(s, n + 1, n + 1);
+  for (int32_t row = 0; row < n; ++row) {
+    matrix64_set(s, 0, row, ss->b->data[row]);
+    for (int32_t column = 0; column < n; ++column)
+      matrix64_set(s, column + 1, row, matrix64_get(ss->a, column, row));
+  }
+  matrix64_set(s, 0, n, ss->d->data[0]);
+  for (int32_t column = 0; column < n; ++column)
+    matrix64_set(s, column + 1, n, ss->c->data[column]);
+}
+
+// Transposed, and turned end for end: element (column j, row i) of the square
+// matrix becomes element (column n - i, row n - j).
+void pertranspose(_matrix64 *t, const _matrix64 *s) {
+  const int32_t n = s->cols - 1;
+  matrix64_resize(t, s->cols, s->rows);
+  for (int32_t row = 0; row <= n; ++row)
+    for (int32_t column = 0; column <= n; ++column)
+      matrix64_set(t, n - row, n - column, matrix64_get(s, column, row));
+}
+
+// Replaces all rows but the last by [0 I], the pencil's second matrix. The last
+// row still holds D and C.
+void shift_identity(_matrix64 *s) {
+  const int32_t n = s->cols - 1;
+  std::fill_n(s->data, n * s->cols, 0.0);
+  for (int32_t i = 0; i < n; ++i) matrix64_set(s, i + 1, i, 1.0);
+}
+
+// Multiplies T and the first n rows of S by the reflection I - beta u u^T that
+// maps the last row of T onto its last axis.
+void reflect(_matrix64 *t, _matrix64 *s, double tol) {
+  const int32_t n = t->cols - 1;
+  const double *last_row = t->data + n * t->cols;
+  t_complex64list x(last_row, last_row + t->cols);
+  double beta = 0.0;
+  double is_zero = 0.0;
+  filtermath_ss_housh(x, n + 1, tol, &beta, &is_zero);
+
+  const Matrix u;
+  const Matrix u_row;
+  matrix64_resize(u, 1, n + 1);
+  std::transform(x.begin(), x.end(), u->data, [](const auto &value) { return value.real(); });
+  matrix64_transpose(u, u_row);
+
+  // T - beta (T u) u^T. The product comes out transposed, and is turned back.
+  const Matrix w;
+  const Matrix v;
+  matrix64_multiply_correctly(w, u, t);
+  matrix64_multiply_correctly(v, u_row, w);
+  matrix64_scale(v, v, beta);
+  matrix64_transpose(v, w);
+  matrix64_subtract(t, t, w);
+
+  // The same for [0 I], whose product with u is u without its first element.
+  const Matrix tail;
+  matrix64_resize(tail, 1, n);
+  std::copy_n(u->data + 1, n, tail->data);
+  matrix64_multiply(v, tail, u_row, true);
+  matrix64_scale(v, v, beta);
+  std::transform(s->data, s->data + v->capacity, v->data, s->data, std::minus<>());
+}
+
+void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
+  matrix64_resize(block, q, q);
+  for (int32_t row = 0; row < q; ++row)
+    std::copy_n(matrix->data + row * matrix->cols, q, block->data + row * q);
+}
+
+// The monic numerator: the characteristic polynomial of Bf^-1 Af.
+t_complex64list monic_numerator(const _matrix64 *af, const _matrix64 *bf) {
+  const Matrix inverse;
+  const Matrix product;
+  const Matrix coefficients;
+  matrix64_inverse(inverse, bf);
+  matrix64_multiply(product, inverse, af, false);
+  filtermath_poly(product, coefficients);
+  return {coefficients->data, coefficients->data + coefficients->capacity};
+}
+
+}  // namespace
+
+void filtermath_ss_housh(t_complex64list &x, int j, double tol, double *beta, double *is_zero) {
+  double s = 0.0;
+  for (const auto &value : x) s += value.real() * value.real() + value.imag() * value.imag();
+  const std::complex<double> q = std::sqrt(std::complex<double>(s, 0.0));
+  if (!(tol <= std::abs(q))) {
+    *beta = s;
+    *is_zero = 1.0;
+    return;
+  }
+  std::complex<double> &pivot = x[static_cast<std::size_t>(j - 1)];
+  // A negative pivot gets 0, not -1: x is then used as it is.
+  const double sign = pivot.real() < 0.0 ? 0.0 : 1.0;
+  const std::complex<double> t = sign * q;
+  *beta = 1.0 / (pivot.real() * t.real() + s - t.imag() * pivot.imag());
+  pivot += t;
+}
+
+void filtermath_ss_tzreduce(const _matrix64 *S, int m, int n, int p, double tol, int ro, int sigma,
+                            int *mu, int *nu) {
+  *mu = p;
+  *nu = n;
+  if (p == 0) return;
+  const int first = sigma == 0 ? 1 : sigma;
+  const bool one_is_enough = ro + 1 - (sigma == 0 ? 1 : 0) == 1;
+  for (int i = first - 1; i < m; ++i) {
+    t_complex64list element{S->data[(n + 1) * n + i]};
+    double beta = 0.0;
+    double is_zero = 0.0;
+    filtermath_ss_housh(element, 1, tol, &beta, &is_zero);
+    // Without feed-through the rank would have to be revealed by a staircase;
+    // looking at the same element again could only repeat itself for ever.
+    if (is_zero != 0.0 || one_is_enough) return;
+  }
+}
+
+void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
+  const int32_t n = ss->a->cols;
+  const double tol = frobenius_norm(ss->a) * relative_tolerance;
+  const Matrix s;
+  fill_system_matrix(s, ss);
+  int mu = 0;
+  int nu = 0;
+  filtermath_ss_tzreduce(s, 1, n, 1, tol, 1, 0, &mu, &nu);
+  if (nu == 0) return;
+
+  const Matrix t;
+  pertranspose(t, s);
+  shift_identity(s);
+  reflect(t, s, tol);
+  zpk->gain = matrix64_get(s, 0, n);
+
+  const Matrix af;
+  const Matrix bf;
+  leading_block(af, t, n);
+  leading_block(bf, s, n);
+  zpk->zeros = coefficients ? monic_numerator(af, bf) : filtermath::pencil_eigenvalues(af, bf);
+}
