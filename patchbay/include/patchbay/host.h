@@ -1,0 +1,203 @@
+/**
+ * patchbay: a small host for modules written against brontal/. It loads a
+ * module, makes boxes of its classes, sends them messages, runs their deferred
+ * tasks and keeps their dictionaries; and it keeps book of all that it hands
+ * out, so that a module's mistakes are named.
+ *
+ * One host lives at a time in a process, and all calls come from one thread:
+ * the operations of brontal/ are plain functions, and act on that host.
+ */
+#ifndef PATCHBAY_HOST_H
+#define PATCHBAY_HOST_H
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "brontal/class.h"
+#include "brontal/object.h"
+#include "patchbay/value.h"
+
+namespace patchbay {
+
+struct State;
+
+/** A request that cannot be carried out; its text says why in a sentence. */
+class PATCHBAY_API Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/** A box: the instance that its class's constructor made. */
+using Box = t_object *;
+
+/** What the console shows. */
+struct Post {
+  Box box;            /**< who posted; null for the host itself */
+  std::string source; /**< its class, or "patchbay" */
+  std::string text;
+};
+
+/** One call of a host operation. */
+struct PATCHBAY_API Call {
+  std::string operation;
+  std::vector<std::string> arguments;
+
+  /** @return the call as it is written: operation(argument, argument) */
+  std::string text() const;
+};
+
+/** What a class says of one of its attributes. */
+struct PATCHBAY_API AttributeInfo {
+  std::string name;
+  std::string type;             /**< "symbol", "long" or "float64" */
+  std::size_t maximum;          /**< how many values it takes */
+  std::optional<double> lowest; /**< bounds of its clip filter */
+  std::optional<double> highest;
+  std::vector<std::pair<std::string, Values>> properties; /**< as they were given */
+
+  /** @return the value of a property; none when it was not given. */
+  Values property(const std::string &name) const;
+};
+
+/** Receives what leaves an outlet. */
+using Listener = std::function<void(const std::string &message, const Values &arguments)>;
+
+class PATCHBAY_API Host {
+ public:
+  /** @param out  where viewers print. Raises Error when a host is alive. */
+  explicit Host(std::ostream &out);
+  Host();  /**< viewers print to standard output */
+  ~Host(); /**< as `close` */
+  Host(const Host &) = delete;
+  Host &operator=(const Host &) = delete;
+
+  // --- modules and boxes
+
+  /** Loads a module and runs its `ext_main`. Raises Error when there is no such
+   *  file, or it is no module. */
+  void load(const std::filesystem::path &module);
+
+  /** @return the classes that boxes can be made of. */
+  std::vector<std::string> classes() const;
+
+  /** @return the attributes of a class in their order. Raises Error. */
+  std::vector<AttributeInfo> attributes(const std::string &class_name) const;
+
+  /**
+   * Makes a box from a line of text: a class name, then `attribute: value ...`.
+   * What cannot be set is posted. Raises Error when there is no such class, or
+   * its constructor failed.
+   */
+  Box make(const std::string &text);
+
+  /** Frees a box made by `make`. Raises Error when there is no such box. */
+  void free(Box box);
+
+  /** @return the boxes that are alive, in the order in which they were made. */
+  std::vector<Box> boxes() const;
+
+  /**
+   * Frees all boxes and unloads all modules; further calls change nothing.
+   * @return what went wrong while the host lived: the misuse of operations and
+   *         what was never released, a sentence each
+   */
+  std::vector<std::string> close();
+
+  // --- messages and gestures
+
+  /**
+   * Sends a message as a user would. The name of an attribute sets it. Raises
+   * Error when the box does not understand it, only the host may send it, or
+   * the arguments do not fit.
+   */
+  void send(Box box, const std::string &message, const Values &arguments = {});
+
+  /** Double-clicks a box; one that takes no notice stays as it is. */
+  void double_click(Box box);
+
+  /** @return the hint for an inlet or outlet; empty when there is none. */
+  std::string assist(Box box, t_long io, t_long index);
+
+  /** Sends a notice about a box to its clients. */
+  void notify(Box box, const std::string &notice);
+
+  /** Calls `listener` with all that leaves an outlet, until the box is freed.
+   *  Raises Error when there is no such outlet. */
+  void listen(Box box, std::size_t outlet, Listener listener);
+
+  // --- attributes
+
+  /** Sets an attribute. Raises Error when there is none of that name or the
+   *  values do not fit its type. */
+  void set(Box box, const std::string &attribute, const Values &values);
+
+  /** @return its values. Raises Error when there is none of that name. */
+  Values get(Box box, const std::string &attribute) const;
+
+  /** @return whether it is shown as out of use. Raises Error. */
+  bool disabled(Box box, const std::string &attribute) const;
+
+  // --- dictionaries, tasks, audio, console
+
+  /** @return the contents of a registered dictionary; none when there is none. */
+  std::optional<Dictionary> dictionary(const std::string &name) const;
+
+  /** @return the names of all registered dictionaries, sorted. */
+  std::vector<std::string> dictionary_names() const;
+
+  /**
+   * Runs the deferred tasks that are set, in order, once each. Those that they
+   * set wait for the next time.
+   * @return how many ran
+   */
+  std::size_t run_deferred();
+
+  /** Switches audio on: boxes that can take signals get "dsp64", now and when
+   *  they are made. @param samplerate  in Hz */
+  void audio_on(double samplerate = 48000.0);
+  void audio_off();
+
+  /** What `sys_getsr` reports, in Hz; 48000 at first. Sends nothing. */
+  void set_samplerate(double samplerate);
+
+  /** @return the console, oldest first. */
+  const std::vector<Post> &posts() const;
+
+  // --- for tests
+
+  /** @return the misuse of operations so far, a sentence each. */
+  const std::vector<std::string> &violations() const;
+
+  /** @return what a module has been handed and has not released, a phrase each. */
+  std::vector<std::string> leaks() const;
+
+  /** @return the names of all operations. */
+  static std::vector<std::string> operations();
+
+  /** Makes the nth call from now on of an operation fail, once. Raises Error
+   *  when there is no such operation. */
+  void fail(const std::string &operation, std::size_t nth = 1);
+
+  /** Forgets failures that have not happened. @return how many there were. */
+  std::size_t forget_failures();
+
+  /** Starts writing calls down, from an empty list. */
+  void start_trace();
+
+  /** Stops. @return the calls since the start */
+  std::vector<Call> stop_trace();
+
+ private:
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace patchbay
+
+#endif

@@ -1,0 +1,280 @@
+#include "patchbay/host.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include <fmt/format.h>
+
+#include "runtime/symbols.h"
+#include "state.h"
+
+namespace patchbay {
+namespace {
+
+State *alive = nullptr;
+
+t_symbol *symbol(const std::string &text) { return runtime::intern(text.c_str()); }
+
+std::vector<std::string> class_names(const State &s) {
+  std::vector<std::string> texts;
+  for (const auto &[key, c] : s.classes) texts.push_back(as_text(c->name));
+  std::sort(texts.begin(), texts.end());
+  return texts;
+}
+
+t_class &class_named(const State &s, const std::string &name) {
+  const auto found = s.classes.find({symbol("box"), symbol(name)});
+  if (found == s.classes.end())
+    throw Error(
+        fmt::format("there is no class '{}'; there is {}", name, fmt::join(class_names(s), ", ")));
+  return *found->second;
+}
+
+Instance &instance_of(State &s, Box box) {
+  std::string problem;
+  const Ledger::Entry *entry = s.ledger.find(box, Kind::instance, problem);
+  if (entry == nullptr) throw Error("there is no such box: " + problem);
+  return *static_cast<Instance *>(entry->record.get());
+}
+
+// What a class's attributes or messages are called, for a sentence.
+template <typename List>
+std::string names(const List &list) {
+  std::vector<std::string> texts;
+  for (const auto *item : list) texts.push_back(as_text(item->name));
+  return fmt::format("{}", fmt::join(texts, ", "));
+}
+
+t_attr &attribute_of(const Instance &x, const std::string &name) {
+  t_attr *attr = find_attribute(*x.type, symbol(name));
+  if (attr == nullptr)
+    throw Error(fmt::format("'{}' has no attribute '{}'; it has {}", x.type->name->name, name,
+                            names(x.type->attributes)));
+  return *attr;
+}
+
+// The function of a message that only the host sends; null when there is none.
+template <typename Handler>
+Handler handler_of(const Instance &x, const char *message) {
+  const Method *method = find_method(*x.type, symbol(message));
+  return method == nullptr ? nullptr : reinterpret_cast<Handler>(method->function);
+}
+
+std::vector<std::string> visible_messages(const t_class &c) {
+  std::vector<std::string> texts;
+  for (const Method *method : c.methods)
+    if (method->args != ARGS_PRIVATE) texts.push_back(as_text(method->name));
+  for (const t_attr *attr : c.attributes) texts.push_back(as_text(attr->name));
+  return texts;
+}
+
+}  // namespace
+
+State *current_state() { return alive; }
+
+Values AttributeInfo::property(const std::string &wanted) const {
+  const auto found = std::find_if(properties.begin(), properties.end(),
+                                  [&](const auto &entry) { return entry.first == wanted; });
+  return found == properties.end() ? Values{} : found->second;
+}
+
+Host::Host() : Host(std::cout) {}
+
+Host::Host(std::ostream &out) {
+  if (alive != nullptr) throw Error("there is a host already");
+  state_ = std::make_unique<State>(out);
+  alive = state_.get();
+  register_viewer(*state_);
+}
+
+Host::~Host() {
+  close();
+  alive = nullptr;
+}
+
+void Host::load(const std::filesystem::path &module) { load_module(*state_, module); }
+
+std::vector<std::string> Host::classes() const { return class_names(*state_); }
+
+std::vector<AttributeInfo> Host::attributes(const std::string &class_name) const {
+  std::vector<AttributeInfo> infos;
+  for (const t_attr *attr : class_named(*state_, class_name).attributes)
+    infos.push_back({as_text(attr->name), as_text(attr->type),
+                     static_cast<std::size_t>(attr->maximum), attr->lowest, attr->highest,
+                     attr->properties});
+  return infos;
+}
+
+Box Host::make(const std::string &text) {
+  Values words = parse_line(text);
+  if (words.empty()) throw Error("a box needs the name of a class");
+  const std::string name = to_text(words.front());
+  words.erase(words.begin());
+  const auto box = static_cast<Box>(new_instance(*state_, class_named(*state_, name), words));
+  if (box == nullptr) throw Error(fmt::format("a box '{}' could not be made", name));
+  state_->ledger.owned_by_host(box);
+  state_->boxes.push_back(box);
+  return box;
+}
+
+void Host::free(Box box) {
+  if (std::find(state_->boxes.begin(), state_->boxes.end(), box) == state_->boxes.end())
+    throw Error("there is no such box");
+  destroy(*state_, box, Op::object_free);
+}
+
+std::vector<Box> Host::boxes() const { return state_->boxes; }
+
+std::vector<std::string> Host::close() {
+  while (!state_->boxes.empty()) free(state_->boxes.back());
+  std::vector<std::string> problems = state_->violations;
+  for (const std::string &leak : leaks()) problems.push_back(leak + " was never released");
+  state_->queue.clear();
+  unload_modules(*state_);
+  return problems;
+}
+
+void Host::send(Box box, const std::string &message, const Values &arguments) {
+  State &s = *state_;
+  Instance &x = instance_of(s, box);
+  const char *type = x.type->name->name;
+  const Method *method = find_method(*x.type, symbol(message));
+  if (method == nullptr) {
+    t_attr *attr = find_attribute(*x.type, symbol(message));
+    if (attr == nullptr)
+      throw Error(fmt::format("'{}' does not understand '{}'; it understands {}", type, message,
+                              fmt::join(visible_messages(*x.type), ", ")));
+    set_attribute(s, x, *attr, arguments);
+  } else if (method->args == ARGS_PRIVATE) {
+    throw Error(fmt::format("'{}' is private to '{}': only the host sends it", message, type));
+  } else if (method->args == ARGS_NONE) {
+    if (!arguments.empty())
+      throw Error(
+          fmt::format("'{}' takes no arguments, and {} came with it", message, arguments.size()));
+    call_module(s, method->name,
+                [&] { reinterpret_cast<void (*)(void *)>(method->function)(x.memory); });
+  } else {
+    std::vector<t_atom> atoms = to_atoms(arguments);
+    call_module(s, method->name, [&] {
+      reinterpret_cast<t_list_handler>(method->function)(
+          x.memory, method->name, static_cast<t_long>(atoms.size()), atoms.data());
+    });
+  }
+}
+
+void Host::double_click(Box box) {
+  const Instance &x = instance_of(*state_, box);
+  if (auto handler = handler_of<t_dblclick_handler>(x, "dblclick"))
+    call_module(*state_, symbol("dblclick"), [&] { handler(x.memory); });
+}
+
+std::string Host::assist(Box box, t_long io, t_long index) {
+  const Instance &x = instance_of(*state_, box);
+  char text[BRONTAL_ASSIST_SIZE] = "";
+  if (auto handler = handler_of<t_assist_handler>(x, "assist"))
+    call_module(*state_, symbol("assist"), [&] { handler(x.memory, nullptr, io, index, text); });
+  return text;
+}
+
+void Host::notify(Box box, const std::string &notice) {
+  send_notice(*state_, instance_of(*state_, box), symbol(notice), nullptr);
+}
+
+void Host::listen(Box box, std::size_t outlet, Listener listener) {
+  const Instance &x = instance_of(*state_, box);
+  if (outlet >= x.outlets.size())
+    throw Error(fmt::format("'{}' has no outlet {}; it has {}", x.type->name->name, outlet,
+                            x.outlets.size()));
+  x.outlets[outlet]->listeners.push_back(std::move(listener));
+}
+
+void Host::set(Box box, const std::string &attribute, const Values &values) {
+  Instance &x = instance_of(*state_, box);
+  set_attribute(*state_, x, attribute_of(x, attribute), values);
+}
+
+Values Host::get(Box box, const std::string &attribute) const {
+  const Instance &x = instance_of(*state_, box);
+  return get_attribute(x, attribute_of(x, attribute));
+}
+
+bool Host::disabled(Box box, const std::string &attribute) const {
+  const Instance &x = instance_of(*state_, box);
+  return x.disabled.contains(&attribute_of(x, attribute));
+}
+
+std::optional<Dictionary> Host::dictionary(const std::string &name) const {
+  const auto found = state_->dictionaries.find(symbol(name));
+  if (found == state_->dictionaries.end()) return std::nullopt;
+  return contents(*found->second);
+}
+
+std::vector<std::string> Host::dictionary_names() const {
+  std::vector<std::string> texts;
+  for (const auto &[name, dictionary] : state_->dictionaries) texts.push_back(as_text(name));
+  std::sort(texts.begin(), texts.end());
+  return texts;
+}
+
+std::size_t Host::run_deferred() {
+  State &s = *state_;
+  const std::deque<t_qelem *> due = s.queue;
+  std::size_t ran = 0;
+  for (t_qelem *task : due) {
+    // An earlier task may have taken this one back, or freed it.
+    if (std::erase(s.queue, task) == 0) continue;
+    call_module(s, symbol("a deferred task"), [&] { task->task(task->owner); });
+    ++ran;
+  }
+  return ran;
+}
+
+void Host::audio_on(double samplerate) {
+  state_->samplerate = samplerate;
+  state_->audio = true;
+  const auto instances = state_->instances;
+  for (const Instance *x : instances) send_dsp64(*state_, *x);
+}
+
+void Host::audio_off() { state_->audio = false; }
+
+void Host::set_samplerate(double samplerate) { state_->samplerate = samplerate; }
+
+const std::vector<Post> &Host::posts() const { return state_->posts; }
+
+const std::vector<std::string> &Host::violations() const { return state_->violations; }
+
+std::vector<std::string> Host::leaks() const { return state_->ledger.leaks(); }
+
+std::vector<std::string> Host::operations() {
+  return {operation_names.begin(), operation_names.end()};
+}
+
+void Host::fail(const std::string &operation, std::size_t nth) {
+  const auto found = std::find(operation_names.begin(), operation_names.end(), operation);
+  if (found == operation_names.end())
+    throw Error(fmt::format("there is no operation '{}'", operation));
+  state_->faults.armed = true;
+  state_->faults.countdown[static_cast<std::size_t>(found - operation_names.begin())] = nth;
+}
+
+std::size_t Host::forget_failures() {
+  auto &countdown = state_->faults.countdown;
+  const auto left = std::count_if(countdown.begin(), countdown.end(),
+                                  [](std::size_t count) { return count != 0; });
+  countdown.fill(0);
+  state_->faults.armed = false;
+  return static_cast<std::size_t>(left);
+}
+
+void Host::start_trace() {
+  state_->trace.calls.clear();
+  state_->trace.on = true;
+}
+
+std::vector<Call> Host::stop_trace() {
+  state_->trace.on = false;
+  return std::move(state_->trace.calls);
+}
+
+}  // namespace patchbay

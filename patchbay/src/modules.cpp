@@ -1,0 +1,52 @@
+#include <dlfcn.h>
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "state.h"
+
+namespace patchbay {
+namespace {
+
+// Takes the classes of a module away, and the module with them.
+void unload(State &s, void *module) {
+  const auto classes = s.all_classes;
+  for (t_class *c : classes)
+    if (c->module == module) destroy_class(s, c);
+  std::erase(s.modules, module);
+  dlclose(module);
+}
+
+}  // namespace
+
+void load_module(State &s, const std::filesystem::path &path) {
+  // dlopen searches the system's folders for a name without a slash; a module
+  // is always a file that the user means.
+  const std::filesystem::path file = std::filesystem::absolute(path);
+  if (!std::filesystem::is_regular_file(file))
+    throw Error(fmt::format("there is no module file '{}'", path.string()));
+  void *module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (module == nullptr)
+    throw Error(fmt::format("'{}' cannot be loaded: {}", path.string(), dlerror()));
+  auto *start = reinterpret_cast<void (*)()>(dlsym(module, "ext_main"));
+  if (start == nullptr) {
+    dlclose(module);
+    throw Error(fmt::format("'{}' is no module: it has no function ext_main", path.string()));
+  }
+  if (std::find(s.modules.begin(), s.modules.end(), module) != s.modules.end()) {
+    dlclose(module);
+    throw Error(fmt::format("'{}' is loaded already", path.string()));
+  }
+  s.modules.push_back(module);
+  s.loading = module;
+  const t_symbol *name = nullptr;
+  call_module(s, name, start);
+  s.loading = nullptr;
+}
+
+void unload_modules(State &s) {
+  while (!s.modules.empty()) unload(s, s.modules.back());
+}
+
+}  // namespace patchbay

@@ -1,0 +1,63 @@
+#include <algorithm>
+
+#include "runtime/symbols.h"
+#include "state.h"
+
+using patchbay::Instance;
+using patchbay::Op;
+using patchbay::State;
+
+namespace patchbay {
+namespace {
+
+// A client that answers every notice with a change would go on for ever.
+constexpr int deepest = 100;
+
+const t_symbol *notify_symbol() { return runtime::intern("notify"); }
+
+}  // namespace
+
+void send_notice(State &s, Instance &x, t_symbol *notice, void *data) {
+  if (s.notice_depth == deepest) {
+    report(s, "notices were nested more than 100 deep");
+    return;
+  }
+  ++s.notice_depth;
+  void *sender = x.memory;
+  const auto clients = x.clients;
+  for (const auto &[client, name_space] : clients) {
+    if (!s.ledger.alive(client)) continue;
+    const auto *receiver = static_cast<const t_object *>(client);
+    const auto *type = static_cast<const t_class *>(receiver->host[0]);
+    const Method *method = find_method(*type, notify_symbol());
+    const auto handler = reinterpret_cast<t_notify_handler>(method->function);
+    call_module(s, notice, [&] { handler(client, name_space, notice, sender, data); });
+  }
+  --s.notice_depth;
+}
+
+void forget_client(State &s, void *client) {
+  for (Instance *x : s.instances)
+    std::erase_if(x->clients, [client](const auto &entry) { return entry.first == client; });
+}
+
+}  // namespace patchbay
+
+t_result object_attach_byptr_register(void *client, void *object, t_symbol *name_space) {
+  constexpr Op op = Op::object_attach_byptr_register;
+  return operation(
+      op, RESULT_FAILED,
+      [&](State &s) {
+        const Instance *receiver = patchbay::find_instance(s, op, client);
+        Instance *sender = patchbay::find_instance(s, op, object);
+        if (receiver == nullptr || sender == nullptr ||
+            patchbay::find_method(*receiver->type, patchbay::notify_symbol()) == nullptr)
+          return RESULT_FAILED;
+        const bool attached =
+            std::any_of(sender->clients.begin(), sender->clients.end(),
+                        [client](const auto &entry) { return entry.first == client; });
+        if (!attached) sender->clients.emplace_back(client, name_space);
+        return RESULT_OK;
+      },
+      name_space);
+}

@@ -1,0 +1,48 @@
+#include "runtime/symbols.h"
+
+#include "state.h"
+
+using patchbay::Op;
+using patchbay::State;
+
+namespace {
+
+t_common_symbols table{};
+
+t_symbol *const no_symbol = nullptr;
+
+}  // namespace
+
+const t_common_symbols *common_symbols = &table;
+
+void common_symbols_init() {
+  operation(Op::common_symbols_init, 0, [](State &) {
+    table = {runtime::intern("box"), runtime::intern("name"), runtime::intern("getname"),
+             runtime::intern("edit"), runtime::intern("attr_modified")};
+    return 0;
+  });
+}
+
+// Symbols outlive hosts, so they can be made without one.
+t_symbol *gensym(const char *text) {
+  const auto intern = [text] { return runtime::intern(text); };
+  if (patchbay::current_state() == nullptr) return intern();
+  return operation(
+      Op::gensym, no_symbol, [&](State &) { return intern(); }, text);
+}
+
+// There is one language, so a translation is the text itself.
+t_symbol *gensym_tr(const char *text) {
+  return operation(
+      Op::gensym_tr, no_symbol, [&](State &) { return runtime::intern(text); }, text);
+}
+
+const char *str_tr(const char *text) {
+  return operation(
+      Op::str_tr, static_cast<const char *>(nullptr),
+      [&](State &) { return runtime::intern(text)->name; }, text);
+}
+
+t_symbol *symbol_unique() {
+  return operation(Op::symbol_unique, no_symbol, [](State &) { return runtime::unique_symbol(); });
+}

@@ -1,0 +1,96 @@
+#include <cctype>
+#include <charconv>
+
+#include <fmt/format.h>
+
+#include "runtime/symbols.h"
+#include "state.h"
+
+namespace patchbay {
+namespace {
+
+// Numbers begin with a digit, a sign or a point; "inf" and "nan" are words.
+Value value_of(const std::string &word) {
+  const char *begin = word.c_str();
+  const char *end = begin + word.size();
+  const char *digits = *begin == '+' ? begin + 1 : begin;
+  const char *first = *digits == '-' ? digits + 1 : digits;
+  if (std::isdigit(static_cast<unsigned char>(*first)) == 0 && *first != '.') return word;
+  t_long integer = 0;
+  if (auto [stop, error] = std::from_chars(digits, end, integer);
+      error == std::errc() && stop == end)
+    return integer;
+  double number = 0.0;
+  if (auto [stop, error] = std::from_chars(digits, end, number);
+      error == std::errc() && stop == end)
+    return number;
+  return word;
+}
+
+}  // namespace
+
+std::string to_text(const Value &value) {
+  return std::visit([](const auto &held) { return fmt::format("{}", held); }, value);
+}
+
+Values parse_line(const std::string &line) {
+  Values values;
+  std::size_t at = 0;
+  const auto is_space = [&](std::size_t i) {
+    return std::isspace(static_cast<unsigned char>(line[i])) != 0;
+  };
+  while (true) {
+    while (at < line.size() && is_space(at)) ++at;
+    if (at == line.size()) return values;
+    std::size_t end = at;
+    if (line[at] == '"') {
+      end = line.find('"', at + 1);
+      if (end == std::string::npos) throw Error("a double quote is not closed in: " + line);
+      values.emplace_back(line.substr(at + 1, end - at - 1));
+      at = end + 1;
+    } else {
+      while (end < line.size() && !is_space(end)) ++end;
+      values.push_back(value_of(line.substr(at, end - at)));
+      at = end;
+    }
+  }
+}
+
+t_atom to_atom(const Value &value) {
+  t_atom atom{};
+  if (const auto *integer = std::get_if<t_long>(&value)) {
+    atom.type = ATOM_LONG;
+    atom.value.integer = *integer;
+  } else if (const auto *number = std::get_if<double>(&value)) {
+    atom.type = ATOM_FLOAT;
+    atom.value.number = *number;
+  } else {
+    atom.type = ATOM_SYMBOL;
+    atom.value.symbol = runtime::intern(std::get<std::string>(value).c_str());
+  }
+  return atom;
+}
+
+Value from_atom(const t_atom &atom) {
+  switch (atom.type) {
+    case ATOM_LONG: return atom.value.integer;
+    case ATOM_FLOAT: return atom.value.number;
+    case ATOM_SYMBOL: return as_text(atom.value.symbol);
+    case ATOM_NOTHING: break;
+  }
+  return std::string();
+}
+
+std::vector<t_atom> to_atoms(const Values &values) {
+  std::vector<t_atom> atoms;
+  for (const Value &value : values) atoms.push_back(to_atom(value));
+  return atoms;
+}
+
+Values from_atoms(t_long argc, const t_atom *argv) {
+  Values values;
+  for (t_long i = 0; argv != nullptr && i < argc; ++i) values.push_back(from_atom(argv[i]));
+  return values;
+}
+
+}  // namespace patchbay
