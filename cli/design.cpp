@@ -1,0 +1,113 @@
+#include "design.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+namespace cli {
+namespace {
+
+using patchbay::AttributeInfo;
+using patchbay::Value;
+using patchbay::Values;
+
+constexpr char class_name[] = "veltane";
+constexpr double audio_samplerate = 48000.0;
+
+std::string joined(const Values &values, const char *separator) {
+  std::string text;
+  for (const Value &value : values)
+    text += (text.empty() ? "" : separator) + patchbay::to_text(value);
+  return text;
+}
+
+// The object takes any word for an enumeration and then designs its default; at
+// a terminal a slip of the pen deserves a word.
+void check_choice(const AttributeInfo &attribute, const Values &values) {
+  const Values choices = attribute.property("enumvals");
+  if (choices.empty()) return;
+  for (const Value &value : values)
+    if (std::find(choices.begin(), choices.end(), value) == choices.end())
+      throw Refusal(fmt::format("{} cannot be '{}'; it is one of {}", attribute.name,
+                                patchbay::to_text(value), joined(choices, ", ")));
+}
+
+Values switched(const AttributeInfo &attribute, Values values) {
+  if (attribute.property("style") != Values{std::string("onoff")}) return values;
+  for (Value &value : values) {
+    const std::string text = patchbay::to_text(value);
+    if (text == "on" || text == "1")
+      value = std::string("1");
+    else if (text == "off" || text == "0")
+      value = std::string("0");
+    else
+      throw Refusal(fmt::format("{} is on or off, not '{}'", attribute.name, text));
+  }
+  return values;
+}
+
+bool same_number(const Value &asked, const Value &used) {
+  const Values read = patchbay::parse_line(patchbay::to_text(asked));
+  const auto number = [](const Value &value) {
+    const auto *integer = std::get_if<t_long>(&value);
+    return integer != nullptr ? static_cast<double>(*integer) : std::get<double>(value);
+  };
+  return read.size() == 1 && number(read[0]) == number(used);
+}
+
+std::string range(const AttributeInfo &attribute) {
+  const char *kind = attribute.type == "long" ? "whole numbers" : "numbers";
+  if (!attribute.lowest || !attribute.highest) return kind;
+  return fmt::format("{} from {} to {}", kind, *attribute.lowest, *attribute.highest);
+}
+
+const AttributeInfo &named(const std::vector<AttributeInfo> &attributes, const std::string &name) {
+  const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                  [&](const auto &attribute) { return attribute.name == name; });
+  if (found == attributes.end()) throw Refusal(fmt::format("there is no setting '{}'", name));
+  return *found;
+}
+
+}  // namespace
+
+Design run_design(patchbay::Host &host, const Settings &requested) {
+  const std::vector<AttributeInfo> attributes = host.attributes(class_name);
+  host.set_samplerate(audio_samplerate);
+  const patchbay::Box box = host.make(class_name);
+  Design design;
+
+  for (const auto &[name, given] : requested) {
+    const AttributeInfo &attribute = named(attributes, name);
+    check_choice(attribute, given);
+    const Values values = switched(attribute, given);
+    if (values.size() > attribute.maximum)
+      throw Refusal(fmt::format("{} takes at most {} value{}, and {} were given", name,
+                                attribute.maximum, attribute.maximum == 1 ? "" : "s",
+                                values.size()));
+    try {
+      host.set(box, name, values);
+    } catch (const patchbay::Error &error) {
+      throw Refusal(error.what());
+    }
+    if (attribute.type == "symbol") continue;
+    const Values used = host.get(box, name);
+    for (std::size_t i = 0; i < used.size(); ++i)
+      if (!same_number(values[i], used[i]))
+        design.remarks.push_back(fmt::format("{} takes {}: {} is used, not {}", name,
+                                             range(attribute), patchbay::to_text(used[i]),
+                                             patchbay::to_text(values[i])));
+  }
+
+  host.send(box, "bang");
+  for (const patchbay::Post &post : host.posts()) design.remarks.push_back(post.text);
+  for (const AttributeInfo &attribute : attributes)
+    design.settings.emplace_back(attribute.name, host.get(box, attribute.name));
+  const auto published = host.dictionary(joined(host.get(box, "name"), " "));
+  if (!published || published->empty()) throw std::runtime_error("the box published no filter");
+  design.dictionary = *published;
+  const auto rate = std::get<t_long>(host.get(box, "samplerate").at(0));
+  design.samplerate = rate >= 1 ? static_cast<double>(rate) : audio_samplerate;
+  return design;
+}
+
+}  // namespace cli

@@ -1,0 +1,25 @@
+// The forms in which a design is printed.
+#ifndef VELTANE_CLI_PRESENT_H
+#define VELTANE_CLI_PRESENT_H
+
+#include <string>
+#include <vector>
+
+#include "design.h"
+
+namespace cli {
+
+/** A page for reading: keys in published order, complex values as such, one
+ *  section a line. Numbers read back to the same doubles. */
+std::string to_text_page(const Design &design);
+
+/**
+ * {"veltane": version, "command": [...], "settings": {...}, "dictionary": {...}}:
+ * settings as the box holds them, the dictionary's flat lists in published
+ * order. Numbers have 17 significant digits; those that are not finite are null.
+ */
+std::string to_json(const Design &design, const std::vector<std::string> &command);
+
+}  // namespace cli
+
+#endif
