@@ -133,7 +133,7 @@ void append(t_dictionary *dict, const char *key, Owned<t_atomarray> array, const
         static_cast<t_atom *>(sysmem_newptr(values.count * static_cast<t_long>(sizeof(t_atom)))));
     require(atoms != nullptr);
     for (int64_t i = 0; i < values.count; ++i)
-      atom_setfloat(&atoms.get()[i], values.block.get()[i]);
+      require(atom_setfloat(&atoms.get()[i], values.block.get()[i]) == RESULT_OK);
     require(object_method_imp(array.get(), gensym("setatoms64"), t_long{values.count},
                               atoms.get()) != nullptr);
   }
@@ -216,7 +216,7 @@ void design(t_veltane *x, const Frequencies &at) {
 
   // Last, and nothing of the box is touched afterwards: what is connected may
   // do anything, freeing the box included.
-  t_atom name;
+  t_atom name{};
   atom_setsym(&name, x->name);
   outlet_anything(x->outlet, gensym("dictionary"), 1, &name);
 }

@@ -177,7 +177,7 @@ t_result veltane_setname(t_veltane *x, t_attr * /*attr*/, t_long /*argc*/, t_ato
 
 void veltane_dblclick(t_veltane *x) {
   if (x->name == nullptr || x->dict == nullptr) return;
-  t_atom name;
+  t_atom name{};
   atom_setsym(&name, x->name);
   void *viewer = object_new_typed(common_symbols->box, gensym("dict"), 1, &name);
   if (viewer == nullptr) return;

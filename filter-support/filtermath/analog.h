@@ -10,6 +10,7 @@
 
 extern "C" {
 
+// --- lowpass prototypes
 //
 // Each stores a new record through `out`, to be released with `zpk_free`; what
 // `out` held before is not read. Orders below 1 give records without roots.

@@ -39,11 +39,11 @@ t_attr *new_attribute(Op op, const char *name, t_symbol *type, t_long maximum,
   return operation(
       op, static_cast<t_attr *>(nullptr),
       [&](State &s) -> t_attr * {
-        const bool known = type != nullptr &&
-                           (type == runtime::intern("symbol") || type == runtime::intern("long") ||
-                            type == runtime::intern("float64"));
-        if (name == nullptr || !known || maximum < 1) {
-          report(s, std::string(name_of(op)) + " needs a name, a type and room for a value");
+        if (!patchbay::is_loading(s, op) || name == nullptr || type == nullptr) return nullptr;
+        const bool known = type == runtime::intern("symbol") || type == runtime::intern("long") ||
+                           type == runtime::intern("float64");
+        if (!known || maximum < 1) {
+          report(s, std::string(name_of(op)) + " needs a known type and room for a value");
           return nullptr;
         }
         return s.ledger.make<t_attr>(
@@ -51,6 +51,12 @@ t_attr *new_attribute(Op op, const char *name, t_symbol *type, t_long maximum,
             t_attr{runtime::intern(name), type, offset, maximum, count_offset});
       },
       name, type);
+}
+
+// An attribute's name for the trace; none when the address is no attribute.
+const t_symbol *traced_name(const t_attr *attr) {
+  const State *state = patchbay::current_state();
+  return state != nullptr && state->ledger.alive(attr, Kind::attribute) ? attr->name : nullptr;
 }
 
 // Whether all that an attribute stores lies within the instance, behind its
@@ -64,18 +70,19 @@ bool lies_within(const t_attr &attr, t_long size) {
 }
 
 t_result add_property(Op op, t_class *c, const char *attr, const char *property,
+                      const t_symbol *type, const char *text,
                       const std::function<Values(State &)> &values) {
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
-        const t_class *found = patchbay::find_class(s, op, c);
+        const t_class *found = patchbay::class_to_build(s, op, c);
         if (found == nullptr || attr == nullptr || property == nullptr) return RESULT_FAILED;
         t_attr *target = patchbay::find_attribute(*found, runtime::intern(attr));
         if (target == nullptr) return RESULT_FAILED;
         target->properties.emplace_back(property, values(s));
         return RESULT_OK;
       },
-      attr, property);
+      attr, property, type, text);
 }
 
 }  // namespace
@@ -91,28 +98,32 @@ t_attr *attr_offset_array_new(const char *name, t_symbol *type, t_long maximum, 
 
 t_result class_addattr(t_class *c, t_attr *attr) {
   constexpr Op op = Op::class_addattr;
-  const auto release = [attr](State &s) { s.ledger.release(attr, op); };
-  const State *state = patchbay::current_state();
-  const bool nameable = state != nullptr && state->ledger.alive(attr);
+  const auto give_up = [attr](State &s) {
+    s.ledger.release_unowned(attr, Kind::attribute, op);
+    return RESULT_FAILED;
+  };
   return operation_or(
-      op, RESULT_FAILED, release,
+      op, RESULT_FAILED, give_up,
       [&](State &s) {
-        const auto *added = patchbay::find<t_attr>(s, op, Kind::attribute, attr);
-        if (added == nullptr) return RESULT_FAILED;
-        t_class *found = patchbay::find_class(s, op, c);
-        const bool fits = found != nullptr && lies_within(*added, found->size);
-        if (found != nullptr && !fits)
-          report(s, "class_addattr was given '" + as_text(added->name) +
+        std::string problem;
+        const auto *entry = s.ledger.find(attr, Kind::attribute, problem);
+        if (entry != nullptr && entry->owned_by_host)
+          problem = patchbay::Ledger::describe(*entry) + ", which a class has already";
+        if (!problem.empty()) report(s, std::string(name_of(op)) + " was given " + problem);
+        if (entry == nullptr || !problem.empty()) return RESULT_FAILED;
+        t_class *found = patchbay::class_to_build(s, op, c);
+        if (found == nullptr) return give_up(s);
+        if (!lies_within(*attr, found->size)) {
+          report(s, "class_addattr was given '" + as_text(attr->name) +
                         "', which lies outside the instance");
-        if (!fits || patchbay::find_attribute(*found, added->name) != nullptr) {
-          release(s);
-          return RESULT_FAILED;
+          return give_up(s);
         }
+        if (patchbay::find_attribute(*found, attr->name) != nullptr) return give_up(s);
         s.ledger.owned_by_host(attr);
         found->attributes.push_back(attr);
         return RESULT_OK;
       },
-      nameable ? attr->name : nullptr);
+      traced_name(attr));
 }
 
 t_attr *class_attr_get(t_class *c, t_symbol *name) {
@@ -120,7 +131,7 @@ t_attr *class_attr_get(t_class *c, t_symbol *name) {
   return operation(
       op, static_cast<t_attr *>(nullptr),
       [&](State &s) -> t_attr * {
-        const t_class *found = patchbay::find_class(s, op, c);
+        const t_class *found = patchbay::class_to_build(s, op, c);
         return found == nullptr ? nullptr : patchbay::find_attribute(*found, name);
       },
       name);
@@ -132,28 +143,30 @@ t_result attr_addfilter_clip(t_attr *attr, double minimum, double maximum, t_lon
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
-        auto *found = patchbay::find<t_attr>(s, op, Kind::attribute, attr);
+        auto *found = patchbay::is_loading(s, op)
+                          ? patchbay::find<t_attr>(s, op, Kind::attribute, attr)
+                          : nullptr;
         if (found == nullptr) return RESULT_FAILED;
         if (usemin != 0) found->lowest = minimum;
         if (usemax != 0) found->highest = maximum;
         return RESULT_OK;
       },
-      minimum, maximum, usemin, usemax);
+      traced_name(attr), minimum, maximum, usemin, usemax);
 }
 
 t_result class_attr_addattr_parse(t_class *c, const char *attr, const char *property,
                                   t_symbol *type, const char *text) {
-  return add_property(Op::class_attr_addattr_parse, c, attr, property, [&](State &) {
+  return add_property(Op::class_attr_addattr_parse, c, attr, property, type, text, [&](State &) {
     return patchbay::parse_property(type, text != nullptr ? text : "");
   });
 }
 
 t_result class_attr_addattr_format(t_class *c, const char *attr, const char *property,
-                                   t_symbol * /*type*/, const char *format, ...) {
+                                   t_symbol *type, const char *format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const t_result result =
-      add_property(Op::class_attr_addattr_format, c, attr, property, [&](State &) {
+      add_property(Op::class_attr_addattr_format, c, attr, property, type, format, [&](State &) {
         Values values;
         for (const char *letter = format; letter != nullptr && *letter != '\0'; ++letter) {
           switch (*letter) {

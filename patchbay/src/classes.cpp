@@ -39,28 +39,12 @@ void destroy_class(State &s, t_class *c) {
 
 }  // namespace patchbay
 
-namespace {
-
-// Finds a class that is being built. Building ends with `ext_main`.
-t_class *class_to_build(State &s, Op op, const t_class *c) {
-  if (s.loading == nullptr) {
-    report(s, std::string(name_of(op)) + " was called outside ext_main");
-    return nullptr;
-  }
-  return patchbay::find_class(s, op, c);
-}
-
-}  // namespace
-
 t_class *class_new(const char *name, t_constructor constructor, t_destructor destructor,
                    t_long size, t_menu_function /*menu*/, t_argspec args, t_long /*flags*/) {
   return operation(
       Op::class_new, static_cast<t_class *>(nullptr),
       [&](State &s) -> t_class * {
-        if (s.loading == nullptr) {
-          report(s, "class_new was called outside ext_main");
-          return nullptr;
-        }
+        if (!patchbay::is_loading(s, Op::class_new)) return nullptr;
         if (name == nullptr || constructor == nullptr || args != ARGS_VARIABLE ||
             size < static_cast<t_long>(sizeof(t_object))) {
           report(s,
@@ -83,7 +67,7 @@ t_result class_addmethod(t_class *c, t_method method, const char *name, t_argspe
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
-        t_class *found = class_to_build(s, op, c);
+        t_class *found = patchbay::class_to_build(s, op, c);
         if (found == nullptr || method == nullptr || name == nullptr) return RESULT_FAILED;
         add_method(s, op, *found, {runtime::intern(name), method, args, {}});
         return RESULT_OK;
@@ -94,7 +78,7 @@ t_result class_addmethod(t_class *c, t_method method, const char *name, t_argspe
 t_result class_dspinit(t_class *c) {
   constexpr Op op = Op::class_dspinit;
   return operation(op, RESULT_FAILED, [&](State &s) {
-    t_class *found = class_to_build(s, op, c);
+    t_class *found = patchbay::class_to_build(s, op, c);
     if (found == nullptr) return RESULT_FAILED;
     if (found->size < static_cast<t_long>(sizeof(t_signal_object))) {
       report(s,
@@ -113,7 +97,7 @@ t_hashtab *class_extra_lookup(t_class *c, t_symbol *table) {
   return operation(
       op, static_cast<t_hashtab *>(nullptr),
       [&](State &s) -> t_hashtab * {
-        t_class *found = class_to_build(s, op, c);
+        t_class *found = patchbay::class_to_build(s, op, c);
         if (found == nullptr || table != runtime::intern("methods")) return nullptr;
         if (found->method_table == nullptr) {
           found->method_table = s.ledger.make<t_hashtab>(Kind::method_table, op, t_hashtab{found});
@@ -141,7 +125,7 @@ t_result class_register(t_symbol *name_space, t_class *c) {
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
-        t_class *found = class_to_build(s, op, c);
+        t_class *found = patchbay::class_to_build(s, op, c);
         if (found == nullptr || name_space == nullptr) return RESULT_FAILED;
         if (!s.classes.try_emplace({name_space, found->name}, found).second) return RESULT_FAILED;
         found->name_space = name_space;

@@ -119,7 +119,7 @@ t_result dictionary_appendfloat(t_dictionary *d, t_symbol *key, double value) {
 
 t_result dictionary_appendatomarray(t_dictionary *d, t_symbol *key, t_atomarray *value) {
   constexpr Op op = Op::dictionary_appendatomarray;
-  const auto release = [value](State &s) { s.ledger.release(value, op); };
+  const auto release = [value](State &s) { s.ledger.release_unowned(value, Kind::atom_array, op); };
   return operation_or(
       op, RESULT_FAILED, release,
       [&](State &s) {

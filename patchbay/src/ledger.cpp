@@ -60,6 +60,10 @@ void Ledger::release(const void *address, Op by) {
   if (old != entries_.end() && old->second.serial == oldest.serial) entries_.erase(old);
 }
 
+void Ledger::release_unowned(const void *address, Kind kind, Op by) {
+  if (alive(address, kind) && !entries_.at(address).owned_by_host) release(address, by);
+}
+
 Ledger::Entry *Ledger::find(const void *address, std::string &problem) {
   if (address == nullptr) return nullptr;
   const auto found = entries_.find(address);
@@ -86,6 +90,10 @@ Ledger::Entry *Ledger::find(const void *address, Kind kind, std::string &problem
 bool Ledger::alive(const void *address) const {
   const auto found = entries_.find(address);
   return found != entries_.end() && !found->second.released_by;
+}
+
+bool Ledger::alive(const void *address, Kind kind) const {
+  return alive(address) && entries_.at(address).kind == kind;
 }
 
 std::vector<std::string> Ledger::leaks() const {

@@ -67,6 +67,10 @@ class Ledger {
   /** Strikes an address out. */
   void release(const void *address, Op by);
 
+  /** The same, if it is alive, of this kind and not yet the host's: for a thing
+   *  that an operation was to take over when it failed. */
+  void release_unowned(const void *address, Kind kind, Op by);
+
   /**
    * @return the entry of an address that is alive; null for others, and then
    *         the reason is put into `problem`, unless the address is null
@@ -77,6 +81,7 @@ class Ledger {
   Entry *find(const void *address, Kind kind, std::string &problem);
 
   bool alive(const void *address) const;
+  bool alive(const void *address, Kind kind) const;
 
   /** @return what is alive and the module's to release, oldest first. */
   std::vector<std::string> leaks() const;

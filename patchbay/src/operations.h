@@ -19,7 +19,8 @@ namespace patchbay {
 
 #define PATCHBAY_OPERATIONS(X)                                                                     \
   X(atom_getsym)                                                                                   \
-  X(atom_setfloat) X(atom_setsym) X(atomarray_new) X(attr_addfilter_clip) X(attr_args_process) X(  \
+  X(atom_setfloat)                                                                                 \
+  X(atom_setsym) X(atomarray_new) X(attr_addfilter_clip) X(attr_args_process) X(                   \
       attr_offset_array_new) X(attr_offset_new) X(class_addattr) X(class_addmethod)                \
       X(class_attr_addattr_format) X(class_attr_addattr_parse) X(class_attr_get) X(class_dspinit)  \
           X(class_extra_lookup) X(class_new) X(class_register) X(common_symbols_init)              \

@@ -131,6 +131,18 @@ inline t_class *find_class(State &s, Op op, const t_class *c) {
   return find<t_class>(s, op, Kind::box_class, c);
 }
 
+/** @return whether ext_main is running; reports the operation when it is not. */
+inline bool is_loading(State &state, Op op) {
+  if (state.loading != nullptr) return true;
+  report(state, std::string(name_of(op)) + " was called outside ext_main");
+  return false;
+}
+
+/** Finds a class that is being built. */
+inline t_class *class_to_build(State &state, Op op, const t_class *c) {
+  return is_loading(state, op) ? find_class(state, op, c) : nullptr;
+}
+
 // --- classes.cpp
 Method *find_method(const t_class &c, const t_symbol *name);
 void add_method(State &s, Op op, t_class &c, Method method);

@@ -8,8 +8,8 @@
  *   [load] only inside `ext_main`; [main] whenever the module has control.
  * - No exception may leave a function that the host calls, and none leaves a
  *   host operation.
- * - A null pointer in the place of an object, a class, an attribute, an atom,
- *   a dictionary, an outlet or a task is accepted everywhere: the operation
+ * - A null pointer in the place of an object, a class, an attribute, an atom, a
+ *   symbol, a dictionary, an outlet or a task is accepted everywhere: the operation
  *   then does nothing and yields its failure result. A module may therefore
  *   carry on after a failed creation.
  * - Text passed in is read during the call and never kept.
