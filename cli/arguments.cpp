@@ -38,10 +38,15 @@ std::string help_for(const AttributeInfo &attribute) {
   const Values choices = attribute.property("enumvals");
   for (std::size_t i = 0; i < choices.size(); ++i)
     help += (i == 0 ? ": " : ", ") + patchbay::to_text(choices[i]);
-  if (attribute.property("style") == Values{std::string("onoff")}) help += ": on, off";
   if (attribute.lowest && attribute.highest)
     help += fmt::format(": {} to {}", *attribute.lowest, *attribute.highest);
   return help;
+}
+
+std::string value_name(const AttributeInfo &attribute) {
+  if (attribute.property("style") == Values{std::string("onoff")}) return "on|off";
+  if (attribute.type == "symbol") return "WORD";
+  return attribute.maximum == 1 ? "NUMBER" : "NUMBER [NUMBER]";
 }
 
 // The library reads its arguments from the back.
@@ -60,7 +65,7 @@ void parse(CLI::App &app, const Words &words) {
     throw Answer{"veltane " VELTANE_VERSION "\n"};
   } catch (const CLI::ExtrasError &) {
     const Words extras = app.remaining();
-    throw Refusal(fmt::format("'{}' is no option of veltane {}; --help lists them",
+    throw Refusal(fmt::format("'{}' is no option of {}; --help lists them",
                               extras.empty() ? "" : extras.front(), app.get_name()));
   } catch (const CLI::ParseError &error) {
     throw Refusal(with(error.what(), '\n', ' '));
@@ -105,24 +110,34 @@ DesignRequest parse_design(const Words &rest, const std::vector<AttributeInfo> &
   CLI::App app(
       "Designs one filter: makes a box of the class veltane with these settings, bangs it, and\n"
       "prints the dictionary that it publishes. What is not given stays as a new box has it.",
-      "design");
+      "veltane design");
   DesignRequest request{{}, "text"};
-  app.add_option("--format", request.format, "How to print it: text, json")
-      ->check(CLI::IsMember({"text", "json"}));
-  std::string ignored_module;
-  app.add_option("--module", ignored_module, "The module file to load");
+  std::string module;  // read before the options that depend on it
+  app.add_option("--format", request.format, "How to print it: text, json")->option_text("WORD");
+  app.add_option("--module", module, "The module to load, if not the installed one")
+      ->option_text("FILE");
+  // The number of values is checked here, where a sentence can be made of it.
   std::map<std::string, Words> given;
+  std::map<std::string, const CLI::Option *> options;
   for (const AttributeInfo &attribute : attributes)
-    app.add_option(option_name(attribute), given[attribute.name], help_for(attribute))
-        ->expected(1, static_cast<int>(attribute.maximum))
-        ->type_name(attribute.type == "symbol" ? "WORD" : "NUMBER");
+    options[attribute.name] =
+        app.add_option(option_name(attribute), given[attribute.name], help_for(attribute))
+            ->expected(0, -1)
+            ->option_text(value_name(attribute));
   Words words;
   std::transform(rest.begin(), rest.end(), std::back_inserter(words), hyphenated);
   parse(app, words);
+  if (request.format != "text" && request.format != "json")
+    throw Refusal(fmt::format("--format is text or json, not '{}'", request.format));
   for (const AttributeInfo &attribute : attributes) {
+    if (options[attribute.name]->count() == 0) continue;
     const Words &texts = given[attribute.name];
-    if (!texts.empty())
-      request.settings.emplace_back(attribute.name, Values(texts.begin(), texts.end()));
+    const std::size_t count = texts == Words{""} ? 0 : texts.size();
+    if (count == 0 || count > attribute.maximum)
+      throw Refusal(fmt::format("{} takes {}, and {} {} given", option_name(attribute),
+                                attribute.maximum == 1 ? "one value" : "one or two values", count,
+                                count == 1 ? "was" : "were"));
+    request.settings.emplace_back(attribute.name, Values(texts.begin(), texts.end()));
   }
   return request;
 }

@@ -80,10 +80,6 @@ Design run_design(patchbay::Host &host, const Settings &requested) {
     const AttributeInfo &attribute = named(attributes, name);
     check_choice(attribute, given);
     const Values values = switched(attribute, given);
-    if (values.size() > attribute.maximum)
-      throw Refusal(fmt::format("{} takes at most {} value{}, and {} were given", name,
-                                attribute.maximum, attribute.maximum == 1 ? "" : "s",
-                                values.size()));
     try {
       host.set(box, name, values);
     } catch (const patchbay::Error &error) {
@@ -99,7 +95,9 @@ Design run_design(patchbay::Host &host, const Settings &requested) {
   }
 
   host.send(box, "bang");
-  for (const patchbay::Post &post : host.posts()) design.remarks.push_back(post.text);
+  for (const patchbay::Post &post : host.posts())
+    if (design.remarks.empty() || design.remarks.back() != post.text)
+      design.remarks.push_back(post.text);
   for (const AttributeInfo &attribute : attributes)
     design.settings.emplace_back(attribute.name, host.get(box, attribute.name));
   const auto published = host.dictionary(joined(host.get(box, "name"), " "));

@@ -31,7 +31,7 @@ struct Design {
 
 /**
  * Makes a box of the class `veltane`, gives it the settings and bangs it.
- * @param requested  values as texts
+ * @param requested  values as texts, no more than the attributes have room for
  * Raises Refusal when a value does not fit, and std::runtime_error when the box
  * published nothing.
  */

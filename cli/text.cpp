@@ -35,10 +35,11 @@ std::string word(const Design &design, const std::string &name) {
 std::string title(const Design &design) {
   const std::string topology = word(design, "topology");
   const std::string units = word(design, "units");
-  std::string text = fmt::format("{} {} of order {}, cutoff", topology, word(design, "response"),
-                                 word(design, "order"));
+  const Values &cutoffs = setting(design, "frequency");
+  std::string text = fmt::format("{} {} of order {}, cutoff{}", topology, word(design, "response"),
+                                 word(design, "order"), cutoffs.size() == 1 ? "" : "s");
   const char *separator = " ";
-  for (const Value &cutoff : setting(design, "frequency")) {
+  for (const Value &cutoff : cutoffs) {
     text += separator + patchbay::to_text(cutoff);
     separator = " and ";
   }
@@ -49,38 +50,69 @@ std::string title(const Design &design) {
   return text + fmt::format(", at {} Hz", design.samplerate);
 }
 
-std::vector<std::string> complex_lines(const Values &values) {
+using Row = std::vector<std::string>;
+
+// Lines of cells, each column as wide as its widest cell.
+std::vector<std::string> aligned(const std::vector<Row> &rows) {
+  std::vector<std::size_t> widths;
+  for (const Row &row : rows)
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (i == widths.size()) widths.push_back(0);
+      widths[i] = std::max(widths[i], row[i].size());
+    }
   std::vector<std::string> lines;
-  for (std::size_t i = 0; i + 1 < values.size(); i += 2) {
-    const double real = number(values[i]);
-    const double imag = number(values[i + 1]);
-    lines.push_back(imag == 0.0 ? fmt::format("{:>24}", real)
-                                : fmt::format("{:>24} {} {}i", real, std::signbit(imag) ? '-' : '+',
-                                              std::abs(imag)));
+  for (const Row &row : rows) {
+    std::string line;
+    for (std::size_t i = 0; i < row.size(); ++i)
+      line += fmt::format("{}{:>{}}", i == 0 ? "" : "  ", row[i], widths[i]);
+    lines.push_back(line);
   }
   return lines;
 }
 
-std::vector<std::string> section_lines(const Values &values) {
-  std::vector<std::string> lines{section_equation, fmt::format("{:>24} {:>24} {:>24} {:>24} {:>24}",
-                                                               "b0", "b1", "b2", "a1", "a2")};
-  for (std::size_t i = 0; i + 4 < values.size(); i += 5)
-    lines.push_back(fmt::format("{:>24} {:>24} {:>24} {:>24} {:>24}", number(values[i]),
-                                number(values[i + 1]), number(values[i + 2]), number(values[i + 3]),
-                                number(values[i + 4])));
+std::string imaginary(double imag) {
+  return fmt::format("{} {}i", std::signbit(imag) ? '-' : '+', std::abs(imag));
+}
+
+std::vector<std::string> complex_lines(const Values &values) {
+  std::vector<Row> reals;
+  for (std::size_t i = 0; i + 1 < values.size(); i += 2)
+    reals.push_back({fmt::format("{}", number(values[i]))});
+  std::vector<std::string> lines = aligned(reals);
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    if (const double imag = number(values[2 * i + 1]); imag != 0.0)
+      lines[i] += ' ' + imaginary(imag);
   return lines;
+}
+
+std::vector<std::string> section_lines(const Values &values) {
+  std::vector<Row> rows{{"b0", "b1", "b2", "a1", "a2"}};
+  for (std::size_t i = 0; i + 4 < values.size(); i += 5) {
+    Row &row = rows.emplace_back();
+    for (std::size_t k = i; k < i + 5; ++k) row.push_back(fmt::format("{}", number(values[k])));
+  }
+  std::vector<std::string> lines = aligned(rows);
+  lines.insert(lines.begin(), section_equation);
+  return lines;
+}
+
+// The coefficient of z^-k, after its power.
+std::vector<std::string> coefficient_lines(const Values &values) {
+  std::vector<Row> rows;
+  for (std::size_t k = 0; k < values.size(); ++k)
+    rows.push_back({fmt::format("z^-{}", k), fmt::format("{}", number(values[k]))});
+  return aligned(rows);
 }
 
 std::vector<std::string> lines_of(const std::string &key, const patchbay::Entry &entry) {
   if (const auto *text = std::get_if<std::string>(&entry)) return {*text};
   if (const auto *single = std::get_if<double>(&entry)) return {fmt::format("{}", *single)};
   const auto &values = std::get<Values>(entry);
-  if (values.empty()) return {"(none)"};
+  if (values.empty()) return {"none"};
   if (key == "zeroes" || key == "poles") return complex_lines(values);
   if (key == "cascade") return section_lines(values);
-  std::vector<std::string> lines;
-  if (key == "denominator") lines.emplace_back(transfer_equation);
-  for (const Value &value : values) lines.push_back(fmt::format("{:>24}", number(value)));
+  std::vector<std::string> lines = coefficient_lines(values);
+  if (key == "denominator") lines.insert(lines.begin(), transfer_equation);
   return lines;
 }
 
