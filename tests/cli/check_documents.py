@@ -1,0 +1,73 @@
+#!/usr/bin/python3
+"""Runs the commands in the documents and compares what they print.
+
+Numbers may differ by 1e-9 of themselves, and columns by their spaces: the last
+digits of a design depend on the machine's mathematics library.
+
+In a block that begins with ```console, a line that begins with "$ " is a
+command, and the lines up to the next one are what it prints, on standard output
+and standard error together. "script/run" stands for the built command.
+"""
+
+import argparse
+import math
+import pathlib
+import re
+import subprocess
+import sys
+
+
+def examples(text):
+    """Yields (command, expected output) for each command in the text."""
+    for block in re.findall(r"^```console\n(.*?)^```", text, flags=re.M | re.S):
+        for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
+            command, _, expected = part.partition("\n")
+            yield command, expected
+
+
+def as_built(command, veltane):
+    """The command with the program in the place of the script that builds it."""
+    name, _, arguments = command.partition(" ")
+    if name == "script/run":
+        return f"{veltane} {arguments or 'design'}"
+    if name == "veltane":
+        return f"{veltane} {arguments}"
+    return command
+
+
+NUMBER = re.compile(r"(?<![\w.])-?\d+(?:\.\d+)?(?:e[+-]?\d+)?")
+
+
+def same(printed, shown):
+    """Whether two texts agree but for the last digits of their numbers."""
+    def skeleton(text):
+        return re.sub(r" +", " ", NUMBER.sub("#", text))
+
+    pairs = zip(NUMBER.findall(printed), NUMBER.findall(shown))
+    return skeleton(printed) == skeleton(shown) and all(
+        math.isclose(float(a), float(b), rel_tol=1e-9, abs_tol=1e-12) for a, b in pairs)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--veltane", required=True, help="the built command")
+    parser.add_argument("root", type=pathlib.Path, help="the folder with the documents")
+    arguments = parser.parse_args()
+
+    documents = [arguments.root / "README.md", *sorted((arguments.root / "docs").glob("*.md"))]
+    count = failures = 0
+    for document in documents:
+        for command, expected in examples(document.read_text()):
+            count += 1
+            run = subprocess.run(
+                as_built(command, arguments.veltane), shell=True, cwd=arguments.root, text=True,
+                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+            if not same(run.stdout, expected):
+                failures += 1
+                print(f"{document.name}: '{command}' prints\n{run.stdout}and not\n{expected}")
+    print(f"{count} commands in {len(documents)} documents, {failures} differ")
+    return 1 if failures or count == 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

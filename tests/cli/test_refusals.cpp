@@ -1,0 +1,81 @@
+// What `veltane` refuses: one sentence on standard error, nothing on standard
+// output, and the status tells.
+
+#include <cstdio>
+
+#include "run_command.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+struct Refused {
+  const char *arguments;
+  const char *says;  // what was wrong, or what is allowed
+};
+
+// What a failing case, and the test itself, are called.
+void PrintTo(const Refused &refused, std::ostream *out) {
+  *out << '\'' << refused.arguments << '\'';
+}
+
+class Refusals : public testing::TestWithParam<Refused> {};
+
+}  // namespace
+
+TEST_P(Refusals, GetOneSentenceAndStatusTwo) {
+  const Outcome outcome = veltane(GetParam().arguments);
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, HasSubstr(GetParam().says));
+  EXPECT_TRUE(outcome.err.starts_with("veltane: ")) << outcome.err;
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Command, Refusals,
+    testing::Values(
+        Refused{"", "needs a subcommand"}, Refused{"desing", "'desing' is no subcommand"},
+        Refused{"--nope", "'--nope'"}, Refused{"design --ordr 5", "'--ordr' is no option"},
+        Refused{"design extra", "'extra' is no option"}, Refused{"design -x", "'-x'"},
+        Refused{"design --order", "--order takes one value, and 0 were given"},
+        Refused{"design --order=", "--order takes one value"},
+        Refused{"design --order 3 --order 4", "--order takes one value, and 2 were given"},
+        Refused{"design --frequency 1 2 3", "--frequency takes one or two values"},
+        Refused{"design --order five", "'order' takes an integer, not 'five'"},
+        Refused{"design --order nan", "'order' takes an integer, not 'nan'"},
+        Refused{"design --order 5x", "not '5x'"},
+        Refused{"design --frequency inf", "'frequency' takes a number, not 'inf'"},
+        Refused{"design --frequency 1e999", "'frequency' takes a number"},
+        Refused{"design --frequency ''", "--frequency takes one or two values"},
+        Refused{"design --topology elliptic", "butterworth, chebyshev-1, chebyshev-2"},
+        Refused{"design --topology Butterworth", "topology cannot be 'Butterworth'"},
+        Refused{"design --response notch", "lowpass, highpass, bandpass, bandstop"},
+        Refused{"design --units khz", "hertz, normalized, radians"},
+        Refused{"design --tf-output maybe", "on or off"},
+        Refused{"design --format xml", "--format is text or json"},
+        Refused{"design --module /nowhere/veltane.so", "no module file '/nowhere/veltane.so'"},
+        Refused{"design --module /etc/passwd", "cannot be loaded"},
+        Refused{"design --module /lib/x86_64-linux-gnu/libm.so.6", "ext_main"}));
+
+TEST(RefusalsOfTheSystem, AFullDiskIsStatusThree) {
+  const Outcome outcome = run(std::string(VELTANE_COMMAND) + " design >/dev/full");
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.err, "veltane: standard output cannot be written to\n");
+}
+
+TEST(RefusalsOfTheSystem, AMissingModuleIsNamed) {
+  const auto copy = std::filesystem::temp_directory_path() / "veltane-alone";
+  std::filesystem::copy_file(VELTANE_COMMAND, copy,
+                             std::filesystem::copy_options::overwrite_existing);
+  const Outcome outcome = run("LD_LIBRARY_PATH=" LIBRARY_FOLDER " " + copy.string() + " design");
+  std::filesystem::remove(copy);
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("the veltane module is missing"));
+}
+
+TEST(Version, IsPrinted) {
+  const Outcome outcome = veltane("--version");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, testing::MatchesRegex("veltane [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}

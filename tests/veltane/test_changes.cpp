@@ -1,0 +1,183 @@
+// What a change of an attribute leads to.
+
+#include <cmath>
+#include <limits>
+
+#include "box_test.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr double pi = 3.14159265358979323846;
+
+class ChangesTest : public BoxTest {
+ protected:
+  // The normalised cutoff that a Butterworth lowpass of order 2 was designed
+  // for, from the poles alone: the sections of its denominator fix the analog
+  // cutoff, and that the digital one.
+  double designed_cutoff(Box box) {
+    host.send(box, "bang");
+    const std::vector<double> cascade = numbers(published(box), "cascade");
+    const double a1 = cascade.at(3);
+    const double a2 = cascade.at(4);
+    // |analog pole|^2 = (1 + a1 + a2) / (1 - a1 + a2) = tan(pi w / 2)^2
+    return std::atan(std::sqrt((1 + a1 + a2) / (1 - a1 + a2))) * 2 / pi;
+  }
+
+  Box butterworth(const std::string &settings = "") {
+    return make("topology: butterworth order: 2 " + settings);
+  }
+};
+
+}  // namespace
+
+TEST_F(ChangesTest, HertzAreFractionsOfHalfTheSampleRate) {
+  const Box box = butterworth("frequency: 6000");
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+  host.set(box, "frequency", {30000.0});
+  EXPECT_NEAR(designed_cutoff(box), 0.9999, 1e-10);
+  host.set(box, "frequency", {0.0});
+  EXPECT_NEAR(designed_cutoff(box), 0.0001, 1e-10);
+  host.set(box, "frequency", {-5.0});
+  EXPECT_NEAR(designed_cutoff(box), 0.0001, 1e-10);
+}
+
+TEST_F(ChangesTest, NormalizedCutoffsAreClamped) {
+  const Box box = butterworth("units: normalized frequency: 0.25");
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+  host.set(box, "frequency", {1.5});
+  EXPECT_NEAR(designed_cutoff(box), 0.9999, 1e-10);
+}
+
+TEST_F(ChangesTest, UnknownUnitsCountAsNormalized) {
+  EXPECT_NEAR(designed_cutoff(butterworth("units: octaves frequency: 0.25")), 0.25, 1e-12);
+}
+
+TEST_F(ChangesTest, UnitsReinterpretTheSameNumbers) {
+  const Box box = butterworth("frequency: 6000");
+  host.set(box, "units", {std::string("normalized")});
+  EXPECT_EQ(host.get(box, "frequency"), Values{6000.0});
+  EXPECT_NEAR(designed_cutoff(box), 0.9999, 1e-10);
+}
+
+TEST_F(ChangesTest, RadiansArePostedAndTheOldCutoffsStay) {
+  const Box box = butterworth("frequency: 6000");
+  host.set(box, "units", {std::string("radians")});
+  const std::string apology = "oops -- haven't implemented support for radians yet";
+  EXPECT_THAT(posted(), ElementsAre(apology));
+  EXPECT_EQ(host.run_deferred(), 1U) << "the design is scheduled all the same";
+  EXPECT_THAT(posted(), ElementsAre(apology, apology)) << "one for each design";
+  host.set(box, "frequency", {100.0});
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+}
+
+TEST_F(ChangesTest, ASampleRateOfItsOwnReplacesThatOfTheAudio) {
+  const Box box = butterworth("frequency: 6000");
+  host.set(box, "samplerate", {t_long{96000}});
+  EXPECT_NEAR(designed_cutoff(box), 0.125, 1e-12);
+  host.set(box, "samplerate", {t_long{0}});
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+}
+
+TEST_F(ChangesTest, AudioSwitchedOnIsFollowedAtTheNextDesign) {
+  const Box box = butterworth("frequency: 6000");
+  host.audio_on(24000.0);
+  EXPECT_EQ(host.run_deferred(), 0U) << "audio alone schedules nothing";
+  EXPECT_NEAR(designed_cutoff(box), 0.5, 1e-12);
+}
+
+TEST_F(ChangesTest, AudioIsIgnoredWhenASampleRateIsSet) {
+  const Box box = butterworth("frequency: 6000 samplerate: 48000");
+  host.audio_on(24000.0);
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+}
+
+TEST_F(ChangesTest, AtNoSampleRateCutoffsGoToTheEnds) {
+  host.set_samplerate(0.0);
+  const Box box = butterworth("frequency: 1000");
+  EXPECT_NEAR(designed_cutoff(box), 0.9999, 1e-10);
+  host.set(box, "frequency", {0.0});
+  EXPECT_NEAR(designed_cutoff(box), 0.0001, 1e-10);
+}
+
+TEST_F(ChangesTest, NoSampleRateIsTooOddToSurvive) {
+  for (const double rate :
+       {std::nan(""), 1e300, -1e300, -48000.0, 1e19, std::numeric_limits<double>::infinity()}) {
+    host.set_samplerate(rate);
+    const Box box = butterworth("frequency: 1000");
+    host.audio_on(rate);
+    const double cutoff = designed_cutoff(box);
+    EXPECT_GE(cutoff, 0.0001 - 1e-10) << rate;
+    EXPECT_LE(cutoff, 0.9999 + 1e-10) << rate;
+    host.free(box);
+  }
+}
+
+// --- the count of cutoffs
+
+TEST_F(ChangesTest, TheResponseSetsHowManyCutoffsCount) {
+  const Box box = make();
+  host.set(box, "response", {std::string("bandpass")});
+  EXPECT_EQ(host.get(box, "frequency"), (Values{3000.0, 21000.0}));
+  host.set(box, "response", {std::string("lowpass")});
+  EXPECT_EQ(host.get(box, "frequency"), Values{3000.0});
+  host.set(box, "response", {std::string("bandstop")});
+  EXPECT_EQ(host.get(box, "frequency").size(), 2U);
+  host.set(box, "response", {std::string("highpass")});
+  EXPECT_EQ(host.get(box, "frequency").size(), 1U);
+}
+
+// --- which settings are in use
+
+TEST_F(ChangesTest, TheFamilyDecidesWhichLevelIsInUse) {
+  const Box box = make();
+  const auto in_use = [&](const char *topology) {
+    host.set(box, "topology", {std::string(topology)});
+    return std::pair(!host.disabled(box, "passband_ripple"),
+                     !host.disabled(box, "stopband_attenuation"));
+  };
+  EXPECT_EQ(in_use("butterworth"), std::pair(false, false));
+  EXPECT_EQ(in_use("chebyshev-1"), std::pair(true, false));
+  EXPECT_EQ(in_use("chebyshev-2"), std::pair(false, true));
+}
+
+// --- scheduling
+
+TEST_F(ChangesTest, EveryAttributeButTheNameSchedulesADesign) {
+  const Box box = make();
+  for (const auto &attribute : host.attributes("veltane")) {
+    host.set(box, attribute.name, host.get(box, attribute.name));
+    EXPECT_EQ(host.run_deferred(), attribute.name == "name" ? 0U : 1U) << attribute.name;
+  }
+  host.set(box, "name", {std::string("another")});
+  EXPECT_EQ(host.run_deferred(), 0U);
+}
+
+TEST_F(ChangesTest, ABurstOfChangesIsOneDesign) {
+  const Box box = make();
+  for (t_long order = 2; order <= 60; ++order) host.set(box, "order", {order});
+  host.set(box, "response", {std::string("bandpass")});
+  EXPECT_THAT(sent, IsEmpty()) << "no design runs inside a notification";
+  EXPECT_EQ(host.run_deferred(), 1U);
+  EXPECT_EQ(sent.size(), 1U);
+  EXPECT_EQ(host.run_deferred(), 0U);
+}
+
+TEST_F(ChangesTest, ADesignSchedulesNoFurtherDesign) {
+  const Box box = make();
+  host.send(box, "bang");
+  EXPECT_EQ(host.run_deferred(), 0U);
+}
+
+TEST_F(ChangesTest, WhileABoxDesignsNoOtherSchedules) {
+  const Box designing = make();
+  const Box other = make();
+  host.listen(designing, 0,
+              [&](const std::string &, const Values &) { host.set(other, "order", {t_long{7}}); });
+  host.send(designing, "bang");
+  EXPECT_EQ(host.run_deferred(), 0U);
+  host.set(other, "order", {t_long{8}});
+  EXPECT_EQ(host.run_deferred(), 1U) << "afterwards it does again";
+}

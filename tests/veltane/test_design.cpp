@@ -1,0 +1,204 @@
+// What a design publishes.
+
+#include <fmt/format.h>
+
+#include "box_test.h"
+#include "published_filter.h"
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+
+TEST_F(BoxTest, TheThreeSwitchesDecideTheKeys) {
+  for (int switches = 0; switches < 8; ++switches) {
+    const int zpk = switches & 1;
+    const int sos = (switches >> 1) & 1;
+    const int tf = (switches >> 2) & 1;
+    std::vector<std::string> expected{"schema", "response", "topology", "ripple"};
+    if (tf != 0) expected.insert(expected.end(), {"denominator", "numerator"});
+    if (zpk != 0) expected.insert(expected.end(), {"zeroes", "poles", "gain"});
+    if (sos != 0) expected.emplace_back("cascade");
+    const auto dictionary =
+        designed(fmt::format("zpk_output: {} sos_output: {} tf_output: {}", zpk, sos, tf));
+    EXPECT_THAT(keys(dictionary), ElementsAreArray(expected)) << zpk << sos << tf;
+  }
+}
+
+TEST_F(BoxTest, TheDefaultDesignHasTheseKeys) {
+  EXPECT_THAT(keys(designed("")), ElementsAre("schema", "response", "topology", "ripple", "zeroes",
+                                              "poles", "gain", "cascade"));
+}
+
+TEST_F(BoxTest, TheNameIsSentAfterAllKeysAreWritten) {
+  const Box box = make("name: here tf_output: 1");
+  std::vector<std::string> seen;
+  host.listen(box, 0, [&](const std::string &, const Values &) { seen = keys(published(box)); });
+  host.send(box, "bang");
+  EXPECT_THAT(sent, ElementsAre("dictionary here"));
+  EXPECT_EQ(seen.size(), 10U);
+}
+
+TEST_F(BoxTest, WithEverythingOffTheNameIsSentAllTheSame) {
+  designed("name: here zpk_output: 0 sos_output: 0");
+  EXPECT_THAT(sent, ElementsAre("dictionary here"));
+}
+
+TEST_F(BoxTest, DesigningAgainReplacesEverything) {
+  const Box box = make("tf_output: 1");
+  host.send(box, "bang");
+  host.set(box, "tf_output", {t_long{0}});
+  host.send(box, "bang");
+  EXPECT_EQ(keys(published(box)).size(), 8U);
+}
+
+TEST_F(BoxTest, RippleIsThatOfChebyshevOneAndZeroForOthers) {
+  const auto ripple = [&](const std::string &topology) {
+    return entry<double>(designed("passband_ripple: 1.5 topology: " + topology), "ripple");
+  };
+  EXPECT_EQ(ripple("chebyshev-1"), 1.5);
+  EXPECT_EQ(ripple("chebyshev-2"), 0.0);
+  EXPECT_EQ(ripple("butterworth"), 0.0);
+}
+
+TEST_F(BoxTest, WithoutRootsTheCascadeIsEmpty) {
+  const auto dictionary = designed("zpk_output: 0 topology: butterworth");
+  EXPECT_THAT(entry<Values>(dictionary, "cascade"), IsEmpty());
+}
+
+TEST_F(BoxTest, AnUnknownFamilyIsAButterworthUnderItsOwnName) {
+  for (const char *response : {"lowpass", "highpass", "bandpass", "bandstop"}) {
+    const auto settings = [&](const char *topology) {
+      return fmt::format("order: 5 response: {} frequency: 3000 9000 tf_output: 1 topology: {}",
+                         response, topology);
+    };
+    const auto unknown = designed(settings("elliptic"));
+    const auto butterworth = designed(settings("butterworth"));
+    EXPECT_EQ(entry<std::string>(unknown, "topology"), "elliptic");
+    for (const char *key : {"denominator", "numerator", "poles"})
+      EXPECT_EQ(numbers(unknown, key), numbers(butterworth, key)) << key << ' ' << response;
+    const Complex z = on_circle(0.3);
+    EXPECT_NEAR(std::abs(cascade_response(numbers(unknown, "cascade"), z) -
+                         cascade_response(numbers(butterworth, "cascade"), z)),
+                0.0, 1e-12)
+        << response;
+  }
+}
+
+TEST_F(BoxTest, AnUnknownResponseIsALowpassUnderItsOwnName) {
+  const auto unknown = designed("response: allpass");
+  const auto lowpass = designed("response: lowpass");
+  EXPECT_EQ(entry<std::string>(unknown, "response"), "allpass");
+  EXPECT_EQ(numbers(unknown, "poles"), numbers(lowpass, "poles"));
+  EXPECT_EQ(numbers(unknown, "cascade"), numbers(lowpass, "cascade"));
+}
+
+TEST_F(BoxTest, LowpassAndHighpassUseTheFirstCutoffOnly) {
+  for (const std::string response : {"lowpass", "highpass"})
+    EXPECT_EQ(numbers(designed("response: " + response + " frequency: 3000 9000"), "poles"),
+              numbers(designed("response: " + response + " frequency: 3000 5000"), "poles"))
+        << response;
+}
+
+TEST_F(BoxTest, BandResponsesUseBothCutoffs) {
+  for (const std::string response : {"bandpass", "bandstop"})
+    EXPECT_NE(numbers(designed("response: " + response + " frequency: 3000 9000"), "poles"),
+              numbers(designed("response: " + response + " frequency: 3000 5000"), "poles"))
+        << response;
+}
+
+TEST_F(BoxTest, ABandHasTwiceThePoles) {
+  EXPECT_EQ(numbers(designed("order: 6"), "poles").size(), 2U * 6U);
+  EXPECT_EQ(numbers(designed("order: 6 response: bandpass"), "poles").size(), 2U * 12U);
+}
+
+TEST_F(BoxTest, TheListenerMayFreeTheBox) {
+  const Box box = host.make("veltane");
+  host.listen(box, 0, [&](const std::string &, const Values &) { host.free(box); });
+  host.send(box, "bang");
+  EXPECT_THAT(host.boxes(), IsEmpty());
+}
+
+// --- what the filters do
+
+TEST_F(BoxTest, AButterworthIsThreeDecibelsDownAtItsCutoffs) {
+  const double three = -10.0 * std::log10(2.0);
+  for (const char *response : {"lowpass", "highpass", "bandpass", "bandstop"}) {
+    const auto filter = designed(
+        fmt::format("topology: butterworth order: 4 response: {} frequency: 3000 9000", response));
+    const auto cascade = numbers(filter, "cascade");
+    EXPECT_NEAR(decibels(cascade_response(cascade, on_circle(3000 / 24000.0))), three, 1e-9)
+        << response;
+    if (std::string(response).starts_with("band")) {
+      EXPECT_NEAR(decibels(cascade_response(cascade, on_circle(9000 / 24000.0))), three, 1e-9)
+          << response;
+    }
+  }
+}
+
+TEST_F(BoxTest, AChebyshevOneTouchesItsRippleAndDoesNotExceedIt) {
+  const auto cascade = numbers(
+      designed("topology: chebyshev-1 order: 6 passband_ripple: 1 frequency: 6000"), "cascade");
+  double lowest = 0.0;
+  double highest = -1000.0;
+  for (int i = 0; i <= 10000; ++i) {
+    const double level = decibels(cascade_response(cascade, on_circle(0.25 * i / 10000)));
+    lowest = std::min(lowest, level);
+    highest = std::max(highest, level);
+  }
+  EXPECT_NEAR(lowest, -1.0, 1e-6);
+  EXPECT_NEAR(highest, 0.0, 1e-6);
+}
+
+TEST_F(BoxTest, AChebyshevTwoTouchesItsAttenuationAndDoesNotExceedIt) {
+  const auto cascade =
+      numbers(designed("order: 6 stopband_attenuation: 60 frequency: 6000"), "cascade");
+  double highest = -1000.0;
+  for (int i = 0; i <= 10000; ++i)
+    highest =
+        std::max(highest, decibels(cascade_response(cascade, on_circle(0.25 + 0.75 * i / 10000))));
+  EXPECT_NEAR(highest, -60.0, 1e-6);
+  EXPECT_NEAR(decibels(cascade_response(cascade, 1.0)), 0.0, 1e-9);
+}
+
+TEST_F(BoxTest, TheZerosOfAChebyshevTwoLieOnTheUnitCircle) {
+  for (const char *response : {"lowpass", "highpass", "bandpass", "bandstop"})
+    for (int order : {2, 3, 4, 5, 8}) {
+      const auto filter =
+          designed(fmt::format("order: {} response: {} frequency: 3000 9000", order, response));
+      for (const Complex &zero : roots_of(numbers(filter, "zeroes")))
+        EXPECT_NEAR(std::abs(zero), 1.0, 1e-8) << response << ' ' << order;
+    }
+}
+
+TEST_F(BoxTest, TheThreePublishedFormsAgree) {
+  for (const char *topology : {"butterworth", "chebyshev-1", "chebyshev-2"})
+    for (const char *response : {"lowpass", "highpass", "bandstop"})
+      for (int order : {2, 3, 4, 5, 6}) {
+        const std::string settings = fmt::format(
+            "topology: {} response: {} order: {} frequency: 4000 9000 tf_output: 1 "
+            "stopband_attenuation: 50",
+            topology, response, order);
+        const auto filter = designed(settings);
+        for (const double w : {0.03, 0.1, 0.3, 0.6, 0.9}) {
+          const Complex z = on_circle(w);
+          const Complex zpk =
+              zpk_response(roots_of(numbers(filter, "zeroes")), roots_of(numbers(filter, "poles")),
+                           entry<double>(filter, "gain"), z);
+          EXPECT_LT(std::abs(zpk - cascade_response(numbers(filter, "cascade"), z)), 1e-9)
+              << settings;
+          EXPECT_LT(std::abs(zpk - transfer_response(numbers(filter, "numerator"),
+                                                     numbers(filter, "denominator"), z)),
+                    1e-7)
+              << settings;
+        }
+      }
+}
+
+// The same comparison notices a filter that is not the same.
+TEST_F(BoxTest, DifferentFiltersDoNotAgree) {
+  const auto one = numbers(designed("frequency: 4000"), "cascade");
+  const auto other = numbers(designed("frequency: 4001"), "cascade");
+  EXPECT_GT(
+      std::abs(cascade_response(one, on_circle(0.1)) - cascade_response(other, on_circle(0.1))),
+      1e-9);
+}
