@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 
@@ -187,11 +188,10 @@ void veltane_dblclick(t_veltane *x) {
 }
 
 void veltane_assist(t_veltane * /*x*/, void * /*box*/, t_long io, t_long index, char *text) {
-  if (io == ASSIST_INLET) {
-    std::strcpy(text, "bang generates filter responses");
-  } else if (index == 0) {
-    std::strcpy(text, "filter coefficients");
-  }
+  if (io == ASSIST_INLET)
+    std::snprintf(text, BRONTAL_ASSIST_SIZE, "bang generates filter responses");
+  else if (index == 0)
+    std::snprintf(text, BRONTAL_ASSIST_SIZE, "filter coefficients");
 }
 
 void veltane_dsp64(t_veltane *x, void * /*dsp*/, short * /*count*/, double samplerate,

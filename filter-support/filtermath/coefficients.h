@@ -26,10 +26,13 @@ void filtermath_ss2coefs(const _statespace *ss, double **num, int64_t *num_count
 /**
  * The numerator of a digital Butterworth filter: its zeros expanded, and scaled
  * so that sum(num[k] cos(k w)) equals sum(den[k] cos(k w)) at a reference w:
- * 0 (lowpass, bandstop), pi (highpass) or the centre (bandpass). That is unity
- * gain at 0 and pi; at a centre, where sines count too, it is not exactly.
+ * 0 (lowpass, bandstop), pi (highpass) or the centre w0 (bandpass). That is
+ * unity gain there. At a centre where n (pi/2 - w0) is an odd multiple of pi/2,
+ * such as a quarter of the Nyquist frequency at order 2, both sums are 0 and the
+ * scale is what rounding leaves of them: a numerator of any size.
  *
- * The scale is a sum of denominator coefficients, which cancel at low cutoffs.
+ * The scale is a sum of denominator coefficients, which cancel at low cutoffs
+ * too.
  *
  * @param order      of the prototype
  * @param den        as from `filtermath_ss2coefs`

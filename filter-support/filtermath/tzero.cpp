@@ -57,7 +57,7 @@ void shift_identity(_matrix64 *s) {
 // maps the last row of T onto its last axis.
 void reflect(_matrix64 *t, _matrix64 *s, double tol) {
   const int32_t n = t->cols - 1;
-  const double *last_row = t->data + n * t->cols;
+  const double *last_row = &t->data[n * t->cols];
   t_complex64list x(last_row, last_row + t->cols);
   double beta = 0.0;
   double is_zero = 0.0;
@@ -90,7 +90,7 @@ void reflect(_matrix64 *t, _matrix64 *s, double tol) {
 void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
   matrix64_resize(block, q, q);
   for (int32_t row = 0; row < q; ++row)
-    std::copy_n(matrix->data + row * matrix->cols, q, block->data + row * q);
+    std::copy_n(&matrix->data[row * matrix->cols], q, &block->data[row * q]);
 }
 
 // The monic numerator: the characteristic polynomial of Bf^-1 Af.

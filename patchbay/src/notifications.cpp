@@ -25,20 +25,21 @@ void send_notice(State &s, Instance &x, t_symbol *notice, void *data) {
   ++s.notice_depth;
   void *sender = x.memory;
   const auto clients = x.clients;
-  for (const auto &[client, name_space] : clients) {
-    if (!s.ledger.alive(client)) continue;
-    const auto *receiver = static_cast<const t_object *>(client);
+  for (const Client &client : clients) {
+    if (!s.ledger.alive(client.instance)) continue;
+    const auto *receiver = static_cast<const t_object *>(client.instance);
     const auto *type = static_cast<const t_class *>(receiver->host[0]);
     const Method *method = find_method(*type, notify_symbol());
     const auto handler = reinterpret_cast<t_notify_handler>(method->function);
-    call_module(s, notice, [&] { handler(client, name_space, notice, sender, data); });
+    call_module(s, notice,
+                [&] { handler(client.instance, client.name_space, notice, sender, data); });
   }
   --s.notice_depth;
 }
 
 void forget_client(State &s, void *client) {
   for (Instance *x : s.instances)
-    std::erase_if(x->clients, [client](const auto &entry) { return entry.first == client; });
+    std::erase_if(x->clients, [client](const Client &other) { return other.instance == client; });
 }
 
 }  // namespace patchbay
@@ -53,10 +54,10 @@ t_result object_attach_byptr_register(void *client, void *object, t_symbol *name
         if (receiver == nullptr || sender == nullptr ||
             patchbay::find_method(*receiver->type, patchbay::notify_symbol()) == nullptr)
           return RESULT_FAILED;
-        const bool attached =
-            std::any_of(sender->clients.begin(), sender->clients.end(),
-                        [client](const auto &entry) { return entry.first == client; });
-        if (!attached) sender->clients.emplace_back(client, name_space);
+        const bool attached = std::any_of(
+            sender->clients.begin(), sender->clients.end(),
+            [client](const patchbay::Client &other) { return other.instance == client; });
+        if (!attached) sender->clients.push_back({client, name_space});
         return RESULT_OK;
       },
       name_space);

@@ -79,12 +79,18 @@ struct t_dictionary {
 
 namespace patchbay {
 
+/** Who is told of an instance's changes. */
+struct Client {
+  void *instance;
+  t_symbol *name_space;  // under which it attached
+};
+
 /** What the host knows of an instance beside the module's record. */
 struct Instance {
   t_class *type;
   void *memory;
   std::set<const t_attr *> disabled;
-  std::vector<std::pair<void *, t_symbol *>> clients;  // with their namespaces
+  std::vector<Client> clients;
   std::vector<t_outlet *> outlets;
   bool dying = false;
 };

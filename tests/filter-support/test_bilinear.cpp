@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include "support.h"
+
+namespace {
+
+using namespace support;
+using Values = std::vector<double>;
+
+Values denominator(const Model &ss) {
+  Flat den;
+  filtermath_ss2coefs(ss.get(), nullptr, nullptr, &den.data, &den.count);
+  return den.values();
+}
+
+TEST(Bilinear, OneStateIsDoneByHand) {
+  const Model ss = model({{-1.0}}, {1.0}, {1.0}, 0.0);
+  filtermath_bilinear(ss.get(), 2.0);
+  EXPECT_TRUE(close(ss->a->data[0], 0.6, 1e-15));
+  EXPECT_TRUE(close(ss->b->data[0], 0.7071067811865475 * 0.8, 1e-15));
+  EXPECT_TRUE(close(ss->c->data[0], 0.7071067811865476 * 0.8, 1e-15));
+  EXPECT_TRUE(close(ss->d->data[0], 0.2, 1e-15));
+}
+
+// With T = 0.5 the quotient T / sqrt(T) lies one unit in the last place below
+// sqrt(T). An integrator leaves both factors bare.
+TEST(Bilinear, TheInputGetsTheQuotientAndTheOutputTheRoot) {
+  const Model ss = model({{0.0}}, {1.0}, {1.0}, 0.0);
+  filtermath_bilinear(ss.get(), 2.0);
+  EXPECT_EQ(ss->a->data[0], 1.0);
+  EXPECT_EQ(ss->b->data[0], 0.7071067811865475);
+  EXPECT_EQ(ss->c->data[0], 0.7071067811865476);
+  EXPECT_LT(ss->b->data[0], ss->c->data[0]);
+  EXPECT_EQ(ss->d->data[0], 0.25);
+}
+
+TEST(Bilinear, EveryInputWeightIsCarriedOver) {
+  const Model ss = model({{0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}}, {1.0, 2.0, 4.0},
+                         {8.0, 16.0, 32.0}, 1.0);
+  filtermath_bilinear(ss.get(), 1.0);
+  EXPECT_EQ(stored(ss->b), (Values{1.0, 2.0, 4.0}));
+  EXPECT_EQ(stored(ss->c), (Values{8.0, 16.0, 32.0}));
+  EXPECT_EQ(ss->d->data[0], 1.0 + 0.5 * (8.0 + 32.0 + 128.0));
+}
+
+TEST(Bilinear, KeepsTheResponseAtTheMappedFrequencies) {
+  for (const double fs : {0.5, 1.0, 2.0, 48000.0}) {
+    for (int n = 1; n <= 10; ++n) {
+      for (const Zpk &prototype : {butterworth(n), chebyshev1(n, 1.0), chebyshev2(n, 40.0)}) {
+        const Model analog = realised(prototype);
+        filtermath_lp2lp(analog.get(), fs);
+        const Model digital = copy(analog.get());
+        filtermath_bilinear(digital.get(), fs);
+        for (const double w : {0.0, 0.1, 0.3, 0.6, 0.9}) {
+          const Complex z = on_circle(w);
+          EXPECT_TRUE(close(response(digital, z),
+                            response(analog, 2.0 * fs * (z - 1.0) / (z + 1.0)), 1e-10))
+              << "fs " << fs << ", order " << n << ", w " << w;
+        }
+      }
+    }
+  }
+}
+
+TEST(Bilinear, KeepsTheMatricesOfTheModel) {
+  const Model ss = realised(butterworth(3));
+  const _statespace before = *ss;
+  filtermath_bilinear(ss.get(), 2.0);
+  EXPECT_EQ(ss->a, before.a);
+  EXPECT_EQ(ss->b, before.b);
+  EXPECT_EQ(ss->c, before.c);
+  EXPECT_EQ(ss->d, before.d);
+  EXPECT_EQ(ss->a->rows, 3);
+  EXPECT_EQ(ss->b->cols, 1);
+  EXPECT_EQ(ss->b->rows, 3);
+  EXPECT_EQ(ss->c->cols, 3);
+  EXPECT_EQ(ss->c->rows, 1);
+}
+
+TEST(Bilinear, APoleAtTwiceTheSamplingRateGivesNothingFinite) {
+  const Watchdog watchdog("the bilinear transform of a pole at infinity");
+  const Model ss = model({{4.0}}, {1.0}, {1.0}, 0.0);
+  filtermath_bilinear(ss.get(), 2.0);
+  for (const _matrix64 *m : {ss->a, ss->b, ss->c, ss->d}) EXPECT_FALSE(std::isfinite(m->data[0]));
+}
+
+TEST(Bilinear, ASamplingRateOfZeroGivesNothingFinite) {
+  const Watchdog watchdog("the bilinear transform at no sampling rate");
+  const Model ss = model({{-1.0}}, {1.0}, {1.0}, 0.0);
+  filtermath_bilinear(ss.get(), 0.0);
+  EXPECT_FALSE(std::isfinite(ss->a->data[0]));
+  EXPECT_FALSE(std::isfinite(ss->b->data[0]));
+}
+
+TEST(Denominator, HasOneCoefficientMoreThanStatesAndBeginsWithOne) {
+  for (int n = 1; n <= 8; ++n) {
+    const Model lowpass = realised(butterworth(n));
+    filtermath_bilinear(lowpass.get(), 2.0);
+    const Values den = denominator(lowpass);
+    ASSERT_EQ(den.size(), static_cast<std::size_t>(n + 1));
+    EXPECT_EQ(den[0], 1.0);
+  }
+}
+
+TEST(Denominator, OfABandResponseHasTwiceTheOrderAndOne) {
+  for (int n = 1; n <= 8; ++n) {
+    const Model bandpass = realised(butterworth(n));
+    filtermath_lp2bp(bandpass.get(), 1.0, 0.5);
+    filtermath_bilinear(bandpass.get(), 2.0);
+    const Model bandstop = realised(butterworth(n));
+    filtermath_lp2bs(bandstop.get(), gensym("butterworth"), 1.0, 0.5);
+    filtermath_bilinear(bandstop.get(), 2.0);
+    for (const Values &den : {denominator(bandpass), denominator(bandstop)}) {
+      ASSERT_EQ(den.size(), static_cast<std::size_t>(2 * n + 1));
+      EXPECT_EQ(den[0], 1.0);
+    }
+  }
+}
+
+TEST(Denominator, LeavesTheNumeratorSlotsAlone) {
+  const Model ss = model({{0.5}}, {1.0}, {1.0}, 0.0);
+  double number = 17.0;
+  double *num = &number;
+  int64_t num_count = 42;
+  Flat den;
+  filtermath_ss2coefs(ss.get(), &num, &num_count, &den.data, &den.count);
+  EXPECT_EQ(num, &number);
+  EXPECT_EQ(number, 17.0);
+  EXPECT_EQ(num_count, 42);
+  EXPECT_EQ(den.values(), (Values{1.0, -0.5}));
+}
+
+TEST(Denominator, IsTheDeterminantOfTheModel) {
+  const Model ss = model({{0.5, -0.3, 0.1}, {0.2, 0.4, 0.0}, {-0.1, 0.6, -0.2}}, {1.0, 0.0, 0.0},
+                         {1.0, 0.0, 0.0}, 0.0);
+  const Values den = denominator(ss);
+  for (const Complex z : {Complex(1.0, 0.0), Complex(0.0, 1.0), Complex(-2.0, 0.5)})
+    EXPECT_TRUE(close(polynomial(den, z), characteristic(ss->a, z), 1e-13));
+}
+
+TEST(Denominator, OfWhatIsNotSquareIsEmpty) {
+  const Model ss(statespace_new());
+  matrix64_resize(ss->a, 3, 2);
+  EXPECT_TRUE(denominator(ss).empty());
+}
+
+}  // namespace
