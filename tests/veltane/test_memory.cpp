@@ -29,17 +29,24 @@ bool called_from_module(const void *address) {
   return dladdr(address, &info) != 0 && std::strcmp(info.dli_fname, VELTANE_MODULE) == 0;
 }
 
+// Whether the allocation that `caller` asks for is the one to fail.
+bool fails(const void *caller) {
+  if (allocations_left < 0 || !called_from_module(caller) || allocations_left-- != 0) return false;
+  failed = true;
+  return true;
+}
+
 }  // namespace
 
-// The program's operator new is the module's too.
+// The program's operators are the module's too.
 void *operator new(std::size_t size) {
-  if (allocations_left >= 0 && called_from_module(__builtin_return_address(0)) &&
-      allocations_left-- == 0) {
-    failed = true;
-    throw std::bad_alloc();
-  }
-  if (void *memory = std::malloc(size != 0 ? size : 1)) return memory;
-  throw std::bad_alloc();
+  void *memory = fails(__builtin_return_address(0)) ? nullptr : std::malloc(size != 0 ? size : 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+void *operator new(std::size_t size, const std::nothrow_t & /*tag*/) noexcept {
+  return std::malloc(size != 0 ? size : 1);
 }
 
 void operator delete(void *memory) noexcept { std::free(memory); }
