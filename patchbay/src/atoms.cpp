@@ -11,7 +11,8 @@ t_result store(Op op, t_atom *atom, const t_atom &value, const Value &traced) {
   return operation(
       op, RESULT_FAILED,
       [&](State &) {
-        if (atom == nullptr) return RESULT_FAILED;
+        const bool holds_nothing = value.type == ATOM_SYMBOL && value.value.symbol == nullptr;
+        if (atom == nullptr || holds_nothing) return RESULT_FAILED;
         *atom = value;
         return RESULT_OK;
       },
@@ -35,7 +36,7 @@ t_result atom_setsym(t_atom *atom, t_symbol *value) {
 }
 
 t_symbol *atom_getsym(const t_atom *atom) {
-  return operation(Op::atom_getsym, static_cast<t_symbol *>(nullptr), [&](State &) {
+  return operation(Op::atom_getsym, runtime::intern(""), [&](State &) {
     const bool holds = atom != nullptr && atom->type == ATOM_SYMBOL;
     return holds ? atom->value.symbol : runtime::intern("");
   });

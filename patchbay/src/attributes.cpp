@@ -85,6 +85,13 @@ t_result add_property(Op op, t_class *c, const char *attr, const char *property,
       attr, property, type, text);
 }
 
+// The properties of an object that has some.
+PropertyList *properties_of(State &s, Op op, void *object) {
+  if (s.ledger.alive(object, Kind::attribute)) return &static_cast<t_attr *>(object)->properties;
+  auto *method = patchbay::find<Method>(s, op, Kind::method, object);
+  return method == nullptr ? nullptr : &method->properties;
+}
+
 }  // namespace
 
 t_attr *attr_offset_new(const char *name, t_symbol *type, t_long offset) {
@@ -188,10 +195,10 @@ t_result object_addattr_parse(void *object, const char *property, t_symbol *type
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
-        auto *method = patchbay::find<Method>(s, op, Kind::method, object);
-        if (method == nullptr || property == nullptr) return RESULT_FAILED;
-        method->properties.emplace_back(
-            property, patchbay::parse_property(type, text != nullptr ? text : ""));
+        PropertyList *properties = properties_of(s, op, object);
+        if (properties == nullptr || property == nullptr) return RESULT_FAILED;
+        properties->emplace_back(property,
+                                 patchbay::parse_property(type, text != nullptr ? text : ""));
         return RESULT_OK;
       },
       property, text);

@@ -126,7 +126,8 @@ t_result class_register(t_symbol *name_space, t_class *c) {
       op, RESULT_FAILED,
       [&](State &s) {
         t_class *found = patchbay::class_to_build(s, op, c);
-        if (found == nullptr || name_space == nullptr) return RESULT_FAILED;
+        if (found == nullptr || name_space == nullptr || found->name_space != nullptr)
+          return RESULT_FAILED;
         if (!s.classes.try_emplace({name_space, found->name}, found).second) return RESULT_FAILED;
         found->name_space = name_space;
         return RESULT_OK;

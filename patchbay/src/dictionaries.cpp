@@ -70,16 +70,20 @@ void print(std::ostream &out, const Dictionary &dictionary) {
 
 namespace {
 
-t_result append(Op op, t_dictionary *d, t_symbol *key, t_dictionary::Stored stored) {
+bool is_null(const t_symbol *value) { return value == nullptr; }
+bool is_null(double /*value*/) { return false; }
+
+template <typename Value>
+t_result append(Op op, t_dictionary *d, t_symbol *key, const Value &value) {
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
         auto *found = patchbay::find<t_dictionary>(s, op, Kind::dictionary, d);
-        if (found == nullptr || key == nullptr) return RESULT_FAILED;
-        patchbay::append(s, *found, key, stored, op);
+        if (found == nullptr || key == nullptr || is_null(value)) return RESULT_FAILED;
+        patchbay::append(s, *found, key, value, op);
         return RESULT_OK;
       },
-      key);
+      key, value);
 }
 
 // The name that a dictionary gets: the wanted one, unless that is empty or

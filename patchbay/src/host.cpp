@@ -126,11 +126,14 @@ void Host::free(Box box) {
 std::vector<Box> Host::boxes() const { return state_->boxes; }
 
 std::vector<std::string> Host::close() {
-  while (!state_->boxes.empty()) free(state_->boxes.back());
-  std::vector<std::string> problems = state_->violations;
-  for (const std::string &leak : leaks()) problems.push_back(leak + " was never released");
-  state_->queue.clear();
-  unload_modules(*state_);
+  State &s = *state_;
+  while (!s.boxes.empty()) free(s.boxes.back());
+  // What leaked goes with the module that made it, so it is written down first.
+  if (!s.modules.empty() || s.leaked.empty()) s.leaked = leaks();
+  s.queue.clear();
+  unload_modules(s);
+  std::vector<std::string> problems = s.violations;
+  for (const std::string &leak : s.leaked) problems.push_back(leak + " was never released");
   return problems;
 }
 
@@ -218,12 +221,13 @@ std::vector<std::string> Host::dictionary_names() const {
 
 std::size_t Host::run_deferred() {
   State &s = *state_;
-  const std::deque<t_qelem *> due = s.queue;
+  // What a task sets, again or for the first time, waits for the next time.
+  const std::uint64_t last = s.last_ticket;
   std::size_t ran = 0;
-  for (t_qelem *task : due) {
-    // An earlier task may have taken this one back, or freed it.
-    if (std::erase(s.queue, task) == 0) continue;
-    call_module(s, symbol("a deferred task"), [&] { task->task(task->owner); });
+  while (!s.queue.empty() && s.queue.front()->ticket <= last) {
+    const t_qelem *task = s.queue.front();
+    s.queue.pop_front();
+    call_out(s, "a deferred task", [&] { task->task(task->owner); });
     ++ran;
   }
   return ran;
@@ -233,7 +237,10 @@ void Host::audio_on(double samplerate) {
   state_->samplerate = samplerate;
   state_->audio = true;
   const auto instances = state_->instances;
-  for (const Instance *x : instances) send_dsp64(*state_, *x);
+  for (Instance *x : instances) {
+    const auto &left = state_->instances;  // a box may free another
+    if (std::find(left.begin(), left.end(), x) != left.end()) send_dsp64(*state_, *x);
+  }
 }
 
 void Host::audio_off() { state_->audio = false; }

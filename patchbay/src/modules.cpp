@@ -11,6 +11,9 @@ namespace {
 
 // Takes the classes of a module away, and the module with them.
 void unload(State &s, void *module) {
+  const auto instances = s.instances;
+  for (Instance *x : instances)
+    if (x->type->module == module) forget_instance(s, *x, Op::object_free);
   const auto classes = s.all_classes;
   for (t_class *c : classes)
     if (c->module == module) destroy_class(s, c);
@@ -40,8 +43,7 @@ void load_module(State &s, const std::filesystem::path &path) {
   }
   s.modules.push_back(module);
   s.loading = module;
-  const t_symbol *name = nullptr;
-  call_module(s, name, start);
+  call_out(s, "ext_main", start);
   s.loading = nullptr;
 }
 

@@ -15,18 +15,25 @@ constexpr int deepest = 100;
 
 const t_symbol *notify_symbol() { return runtime::intern("notify"); }
 
+bool is_client(const Instance &x, const void *instance) {
+  return std::any_of(x.clients.begin(), x.clients.end(),
+                     [instance](const Client &client) { return client.instance == instance; });
+}
+
 }  // namespace
 
 void send_notice(State &s, Instance &x, t_symbol *notice, void *data) {
+  if (s.notices_cut) return;
   if (s.notice_depth == deepest) {
     report(s, "notices were nested more than 100 deep");
+    s.notices_cut = true;
     return;
   }
   ++s.notice_depth;
   void *sender = x.memory;
   const auto clients = x.clients;
   for (const Client &client : clients) {
-    if (!s.ledger.alive(client.instance)) continue;
+    if (!is_client(x, client.instance)) continue;  // freed meanwhile
     const auto *receiver = static_cast<const t_object *>(client.instance);
     const auto *type = static_cast<const t_class *>(receiver->host[0]);
     const Method *method = find_method(*type, notify_symbol());
@@ -34,7 +41,7 @@ void send_notice(State &s, Instance &x, t_symbol *notice, void *data) {
     call_module(s, notice,
                 [&] { handler(client.instance, client.name_space, notice, sender, data); });
   }
-  --s.notice_depth;
+  if (--s.notice_depth == 0) s.notices_cut = false;
 }
 
 void forget_client(State &s, void *client) {
@@ -54,10 +61,7 @@ t_result object_attach_byptr_register(void *client, void *object, t_symbol *name
         if (receiver == nullptr || sender == nullptr ||
             patchbay::find_method(*receiver->type, patchbay::notify_symbol()) == nullptr)
           return RESULT_FAILED;
-        const bool attached = std::any_of(
-            sender->clients.begin(), sender->clients.end(),
-            [client](const patchbay::Client &other) { return other.instance == client; });
-        if (!attached) sender->clients.push_back({client, name_space});
+        if (!patchbay::is_client(*sender, client)) sender->clients.push_back({client, name_space});
         return RESULT_OK;
       },
       name_space);

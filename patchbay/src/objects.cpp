@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -31,7 +32,7 @@ void *new_instance(State &s, t_class &c, const Values &arguments) {
   const Instance *instance = find_instance(s, Op::object_alloc, made);
   if (instance == nullptr) return nullptr;
   if (s.audio) send_dsp64(s, *instance);
-  return made;
+  return s.ledger.alive(made) ? made : nullptr;  // it may have freed itself
 }
 
 namespace {
@@ -40,6 +41,12 @@ void destroy_instance(State &s, Instance &x, Op by) {
   x.dying = true;
   if (x.type->destructor != nullptr)
     call_module(s, x.type->name, [&] { x.type->destructor(x.memory); });
+  forget_instance(s, x, by);
+}
+
+}  // namespace
+
+void forget_instance(State &s, Instance &x, Op by) {
   forget_client(s, x.memory);
   for (const t_outlet *outlet : x.outlets) s.ledger.release(outlet, by);
   std::erase(s.instances, &x);
@@ -48,8 +55,6 @@ void destroy_instance(State &s, Instance &x, Op by) {
   s.ledger.release(memory, by);
   runtime::free_block(memory);
 }
-
-}  // namespace
 
 bool destroy(State &s, void *object, Op by) {
   std::string problem;
@@ -78,6 +83,17 @@ bool destroy(State &s, void *object, Op by) {
 
 namespace {
 
+std::string formatted(const char *format, va_list arguments) {
+  va_list measured;
+  va_copy(measured, arguments);
+  const int length = std::vsnprintf(nullptr, 0, format, measured);
+  va_end(measured);
+  std::string text(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
+  std::vsnprintf(text.data(), text.size(), format, arguments);
+  text.pop_back();
+  return text;
+}
+
 void *send_to_attribute(t_attr *attr, const t_symbol *message, va_list *arguments) {
   if (message == runtime::intern("getname")) return attr->name;
   if (message != runtime::intern("setmethod")) return nullptr;
@@ -102,9 +118,10 @@ void *send_to_array(t_atomarray *array, const t_symbol *message, va_list *argume
 void *send_to_instance(State &s, const Instance &x, const t_symbol *message) {
   const Method *method = patchbay::find_method(*x.type, message);
   if (method == nullptr || method->args != ARGS_NONE) return nullptr;
-  patchbay::call_module(s, message,
-                        [&] { reinterpret_cast<void (*)(void *)>(method->function)(x.memory); });
-  return x.memory;
+  void *memory = x.memory;
+  const bool done = patchbay::call_module(
+      s, message, [&] { reinterpret_cast<void (*)(void *)>(method->function)(memory); });
+  return done ? memory : nullptr;
 }
 
 }  // namespace
@@ -170,11 +187,19 @@ void object_error(void *object, const char *format, ...) {
   operation(
       op, 0,
       [&](State &s) {
-        char text[1024] = "";
-        if (format != nullptr) std::vsnprintf(text, sizeof text, format, arguments);
-        const Instance *x = patchbay::find_instance(s, op, object);
-        s.posts.push_back({x != nullptr ? static_cast<patchbay::Box>(object) : nullptr,
-                           x != nullptr ? x->type->name->name : "patchbay", text});
+        if (object == nullptr || format == nullptr) return 0;
+        std::string problem;
+        const auto *entry = s.ledger.find(object, problem);
+        if (entry == nullptr) {
+          report(s, std::string(name_of(op)) + " was given " + problem);
+          return 0;
+        }
+        patchbay::Post post{nullptr, "patchbay", formatted(format, arguments)};
+        if (entry->kind == Kind::instance) {
+          post.box = static_cast<patchbay::Box>(object);
+          post.source = static_cast<const Instance *>(entry->record.get())->type->name->name;
+        }
+        s.posts.push_back(std::move(post));
         return 0;
       },
       format);

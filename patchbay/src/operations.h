@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstddef>
-#include <exception>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,22 +20,23 @@ namespace patchbay {
   X(atom_getsym)                                                                                  \
   X(atom_setfloat)                                                                                \
   X(atom_setsym)                                                                                  \
-  X(atomarray_new) X(attr_addfilter_clip) X(attr_args_process) X(attr_offset_array_new)           \
-      X(attr_offset_new) X(class_addattr) X(class_addmethod) X(class_attr_addattr_format)         \
-          X(class_attr_addattr_parse) X(class_attr_get) X(class_dspinit) X(class_extra_lookup)    \
-              X(class_new) X(class_register) X(common_symbols_init) X(dictionary_appendatomarray) \
-                  X(dictionary_appendfloat) X(dictionary_appendsym) X(dictionary_clear)           \
-                      X(dictionary_new) X(dictobj_register) X(gensym) X(gensym_tr)                \
-                          X(hashtab_lookup) X(object_addattr_parse) X(object_alloc)               \
-                              X(object_attach_byptr_register) X(object_attr_setdisabled)          \
-                                  X(object_attr_setdouble_array) X(object_attr_setsym)            \
-                                      X(object_error) X(object_free) X(object_method_imp)         \
-                                          X(object_new_typed) X(outlet_anything) X(outlet_new)    \
-                                              X(qelem_free) X(qelem_new) X(qelem_set)             \
-                                                  X(qelem_unset) X(str_tr) X(symbol_unique)       \
-                                                      X(sys_getsr) X(sysmem_freeptr)              \
-                                                          X(sysmem_newptr) X(sysmem_newptrclear)  \
-                                                              X(sysmem_resizeptrclear)
+  X(atomarray_new)                                                                                \
+  X(attr_addfilter_clip)                                                                          \
+  X(attr_args_process) X(attr_offset_array_new) X(attr_offset_new) X(class_addattr)               \
+      X(class_addmethod) X(class_attr_addattr_format) X(class_attr_addattr_parse)                 \
+          X(class_attr_get) X(class_dspinit) X(class_extra_lookup) X(class_new) X(class_register) \
+              X(common_symbols_init) X(dictionary_appendatomarray) X(dictionary_appendfloat)      \
+                  X(dictionary_appendsym) X(dictionary_clear) X(dictionary_new)                   \
+                      X(dictobj_register) X(gensym) X(gensym_tr) X(hashtab_lookup)                \
+                          X(object_addattr_parse) X(object_alloc) X(object_attach_byptr_register) \
+                              X(object_attr_setdisabled) X(object_attr_setdouble_array)           \
+                                  X(object_attr_setsym) X(object_error) X(object_free)            \
+                                      X(object_method_imp) X(object_new_typed) X(outlet_anything) \
+                                          X(outlet_new) X(qelem_free) X(qelem_new) X(qelem_set)   \
+                                              X(qelem_unset) X(str_tr) X(symbol_unique)           \
+                                                  X(sys_getsr) X(sysmem_freeptr) X(sysmem_newptr) \
+                                                      X(sysmem_newptrclear)                       \
+                                                          X(sysmem_resizeptrclear)
 
 #define PATCHBAY_ENUMERATOR(name) name,
 #define PATCHBAY_NAME(name) #name,
@@ -88,7 +88,7 @@ void report(State &state, std::string violation);
 
 /**
  * Carries out one operation: `body(state)`, or `refuse(state)` when a fault
- * strikes or memory runs out in the host itself. Without a host it yields
+ * strikes, or when what is asked cannot be done or has no memory. Without a host it yields
  * `failure`.
  */
 template <typename Result, typename Refuse, typename Body, typename... Arguments>
@@ -100,8 +100,8 @@ Result operation_or(Op op, Result failure, Refuse &&refuse, Body &&body,
     if (Trace &trace = trace_of(*state); trace.on)
       trace.calls.push_back({std::string(name_of(op)), {as_text(arguments)...}});
     if (!faults_of(*state).strikes(op)) return body(*state);
-  } catch (const std::exception &) {
-    // falls through to the refusal
+  } catch (...) {
+    // What the operation cannot do, it refuses.
   }
   refuse(*state);
   return failure;

@@ -37,7 +37,9 @@ t_result outlet_anything(t_outlet *outlet, t_symbol *message, t_long argc, const
         const patchbay::Values arguments = patchbay::from_atoms(argc, argv);
         // A listener may free the box, and the outlet with it.
         const auto listeners = found->listeners;
-        for (const patchbay::Listener &listener : listeners) listener(message->name, arguments);
+        for (const patchbay::Listener &listener : listeners) {
+          patchbay::call_out(s, "a listener", [&] { listener(message->name, arguments); });
+        }
         return RESULT_OK;
       },
       message, argc);

@@ -27,7 +27,10 @@ void qelem_set(t_qelem *task) {
   operation(op, 0, [&](State &s) {
     t_qelem *found = find_task(s, op, task);
     const bool queued = std::find(s.queue.begin(), s.queue.end(), found) != s.queue.end();
-    if (found != nullptr && !queued) s.queue.push_back(found);
+    if (found != nullptr && !queued) {
+      found->ticket = ++s.last_ticket;
+      s.queue.push_back(found);
+    }
     return 0;
   });
 }

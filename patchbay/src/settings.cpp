@@ -19,9 +19,7 @@ namespace {
 std::optional<double> as_number(const Value &value) {
   if (const auto *integer = std::get_if<t_long>(&value)) return static_cast<double>(*integer);
   if (const auto *number = std::get_if<double>(&value)) return *number;
-  const Values parsed = parse_line(std::get<std::string>(value));
-  if (parsed.size() != 1 || std::holds_alternative<std::string>(parsed[0])) return std::nullopt;
-  return as_number(parsed[0]);
+  return std::nullopt;
 }
 
 double clipped(double value, const t_attr &attr) {
@@ -39,8 +37,10 @@ t_long whole(double value) {
   return static_cast<t_long>(value);
 }
 
-Value converted(const Value &value, const t_attr &attr) {
-  if (attr.type == runtime::intern("symbol")) return to_text(value);
+Value converted(const Value &given, const t_attr &attr) {
+  if (attr.type == runtime::intern("symbol")) return to_text(given);
+  const auto *text = std::get_if<std::string>(&given);
+  const Value value = text != nullptr ? parse_word(*text) : given;
   const bool integer = attr.type == runtime::intern("long");
   const std::optional<double> number = as_number(value);
   if (!number || (integer && std::isnan(*number)))
@@ -91,12 +91,16 @@ void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values) {
   std::vector<t_atom> atoms;
   for (std::size_t i = 0; i < std::min(values.size(), room); ++i)
     atoms.push_back(to_atom(converted(values[i], attr)));
-  if (attr.setter != nullptr)
+  if (attr.setter != nullptr) {
+    t_result result = RESULT_FAILED;
     call_module(s, attr.name, [&] {
-      attr.setter(x.memory, &attr, static_cast<t_long>(atoms.size()), atoms.data());
+      result = attr.setter(x.memory, &attr, static_cast<t_long>(atoms.size()), atoms.data());
     });
-  else
+    if (result != RESULT_OK)
+      throw Error(fmt::format("'{}' refused what it was to be set to", attr.name->name));
+  } else {
     store(x, attr, atoms);
+  }
   send_notice(s, x, runtime::intern("attr_modified"), &attr);
 }
 
@@ -148,7 +152,10 @@ void process_arguments(State &s, Instance &x, const Values &arguments) {
 
 namespace {
 
-t_result set(Op op, void *x, t_symbol *name, const patchbay::Values &values) {
+// Sets an attribute to the values that `values` makes, once it is known that
+// there is one.
+template <typename MakeValues, typename... Traced>
+t_result set(Op op, void *x, t_symbol *name, MakeValues &&values, const Traced &...traced) {
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
@@ -156,22 +163,28 @@ t_result set(Op op, void *x, t_symbol *name, const patchbay::Values &values) {
         t_attr *attr =
             instance == nullptr ? nullptr : patchbay::find_attribute(*instance->type, name);
         if (attr == nullptr) return RESULT_FAILED;
-        set_attribute(s, *instance, *attr, values);
+        set_attribute(s, *instance, *attr, values());
         return RESULT_OK;
       },
-      name);
+      name, traced...);
 }
 
 }  // namespace
 
 t_result object_attr_setsym(void *x, t_symbol *attr, t_symbol *value) {
-  return set(Op::object_attr_setsym, x, attr, {patchbay::as_text(value)});
+  const auto values = [&]() -> patchbay::Values {
+    if (value == nullptr) return {};
+    return {std::string(value->name)};
+  };
+  return set(Op::object_attr_setsym, x, attr, values, value);
 }
 
 t_result object_attr_setdouble_array(void *x, t_symbol *attr, t_long count, const double *values) {
-  patchbay::Values copy;
-  if (values != nullptr && count > 0) copy.assign(values, values + count);
-  return set(Op::object_attr_setdouble_array, x, attr, copy);
+  const auto copy = [&]() -> patchbay::Values {
+    if (values == nullptr || count <= 0) return {};
+    return {values, values + count};
+  };
+  return set(Op::object_attr_setdouble_array, x, attr, copy, count);
 }
 
 t_result object_attr_setdisabled(void *x, t_symbol *attr, t_long disabled) {

@@ -65,6 +65,7 @@ struct t_outlet {
 struct t_qelem {
   void *owner;
   t_task task;
+  std::uint64_t ticket = 0;  // grows with each setting
 };
 
 struct t_atomarray {
@@ -103,6 +104,7 @@ struct State {
   Trace trace;
   Faults faults;
   std::vector<std::string> violations;
+  std::vector<std::string> leaked;  // when the host was closed
   std::vector<Post> posts;
 
   std::vector<void *> modules;  // loaded libraries
@@ -113,8 +115,10 @@ struct State {
   std::vector<Instance *> instances;  // all that are alive
   std::vector<Box> boxes;             // those that a user made
   int notice_depth = 0;
+  bool notices_cut = false;  // until the outermost notice is done
   std::map<t_symbol *, t_dictionary *> dictionaries;
   std::deque<t_qelem *> queue;
+  std::uint64_t last_ticket = 0;
   double samplerate = 48000.0;
   bool audio = false;
 };
@@ -174,18 +178,32 @@ void process_arguments(State &s, Instance &x, const Values &arguments);
 Values parse_property(const t_symbol *type, const std::string &text);
 
 // --- objects.cpp
-/** Calls into a module. An exception that comes out of it is a violation. */
+/**
+ * Calls what is not the host's own. An exception that comes out of it is a
+ * violation.
+ * @return whether none did
+ */
 template <typename Function>
-void call_module(State &state, const t_symbol *what, Function &&function) {
+bool call_out(State &state, const std::string &what, Function &&function) {
   try {
     function();
+    return true;
   } catch (...) {
-    report(state, "an exception came out of '" + as_text(what) + "'");
+    report(state, "an exception came out of '" + what + "'");
+    return false;
   }
+}
+
+/** The same for a message to a module. */
+template <typename Function>
+bool call_module(State &state, const t_symbol *message, Function &&function) {
+  return call_out(state, as_text(message), std::forward<Function>(function));
 }
 void *allocate_instance(State &s, t_class &c, Op op);
 void *new_instance(State &s, t_class &c, const Values &arguments);
 bool destroy(State &s, void *object, Op by);
+/** Takes an instance off the books whose module is going: nothing of it is called. */
+void forget_instance(State &s, Instance &x, Op by);
 
 // --- notifications.cpp
 void send_notice(State &s, Instance &x, t_symbol *notice, void *data);
@@ -201,6 +219,8 @@ void print(std::ostream &out, const Dictionary &dictionary);
 void send_dsp64(State &s, const Instance &x);
 
 // --- values.cpp
+/** @return a word's number, or the word itself where it is none. */
+Value parse_word(const std::string &word);
 t_atom to_atom(const Value &value);
 Value from_atom(const t_atom &atom);
 std::vector<t_atom> to_atoms(const Values &values);

@@ -16,7 +16,8 @@ t_symbol *const no_symbol = nullptr;
 const t_common_symbols *common_symbols = &table;
 
 void common_symbols_init() {
-  operation(Op::common_symbols_init, 0, [](State &) {
+  operation(Op::common_symbols_init, 0, [](State &s) {
+    if (!patchbay::is_loading(s, Op::common_symbols_init)) return 0;
     table = {runtime::intern("box"), runtime::intern("name"), runtime::intern("getname"),
              runtime::intern("edit"), runtime::intern("attr_modified")};
     return 0;

@@ -7,18 +7,19 @@
 #include "state.h"
 
 namespace patchbay {
-namespace {
 
 // Numbers begin with a digit, a sign or a point; "inf" and "nan" are words.
-Value value_of(const std::string &word) {
+Value parse_word(const std::string &word) {
   const char *begin = word.c_str();
   const char *end = begin + word.size();
+  const bool negative = *begin == '-';
   const char *digits = *begin == '+' ? begin + 1 : begin;
-  const char *first = *digits == '-' ? digits + 1 : digits;
+  const char *first = negative ? begin + 1 : digits;
   if (std::isdigit(static_cast<unsigned char>(*first)) == 0 && *first != '.') return word;
   t_long integer = 0;
+  // No integer has the sign of "-0".
   if (auto [stop, error] = std::from_chars(digits, end, integer);
-      error == std::errc() && stop == end)
+      error == std::errc() && stop == end && !(negative && integer == 0))
     return integer;
   double number = 0.0;
   if (auto [stop, error] = std::from_chars(digits, end, number);
@@ -26,8 +27,6 @@ Value value_of(const std::string &word) {
     return number;
   return word;
 }
-
-}  // namespace
 
 std::string to_text(const Value &value) {
   return std::visit([](const auto &held) { return fmt::format("{}", held); }, value);
@@ -50,7 +49,7 @@ Values parse_line(const std::string &line) {
       at = end + 1;
     } else {
       while (end < line.size() && !is_space(end)) ++end;
-      values.push_back(value_of(line.substr(at, end - at)));
+      values.push_back(parse_word(line.substr(at, end - at)));
       at = end;
     }
   }

@@ -16,8 +16,8 @@ void *viewer_new(t_symbol *name, t_long argc, t_atom *argv) {
   State &s = *current_state();
   t_class &c = *s.classes.at({runtime::intern("box"), name});
   auto *viewer = static_cast<Viewer *>(allocate_instance(s, c, Op::object_new_typed));
-  if (viewer != nullptr && argc > 0 && argv[0].type == ATOM_SYMBOL)
-    viewer->dictionary = argv[0].value.symbol;
+  if (viewer != nullptr && argc > 0)
+    viewer->dictionary = runtime::intern(to_text(from_atom(argv[0])).c_str());
   return viewer;
 }
 

@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"design --format xml", "--format is text or json"},
         Refused{"design --module /nowhere/veltane.so", "no module file '/nowhere/veltane.so'"},
         Refused{"design --module /etc/passwd", "cannot be loaded"},
-        Refused{"design --module /lib/x86_64-linux-gnu/libm.so.6", "ext_main"}));
+        Refused{"design --module " LIBRARY_FOLDER "/libpatchbay.so", "ext_main"}));
 
 TEST(RefusalsOfTheSystem, AFullDiskIsStatusThree) {
   const Outcome outcome = run(std::string(VELTANE_COMMAND) + " design >/dev/full");

@@ -14,7 +14,7 @@ TEST_F(BoxTest, IsBuiltInThisOrder) {
                                  "object_attr_setdisabled(passband_ripple, 1)", "dictionary_new()",
                                  "outlet_new(dictionary)", "object_attach_byptr_register(box)",
                                  "attr_args_process(0)", "symbol_unique()",
-                                 "object_attr_setsym(name)", "atom_getsym()",
+                                 "object_attr_setsym(name, " + name + ")", "atom_getsym()",
                                  "dictobj_register(" + name + ")", "object_method_imp(getname)"));
 }
 

@@ -1,0 +1,182 @@
+// Loading modules, and unloading them.
+
+#include <fstream>
+
+#include "host_test.h"
+
+// Called by the module calls_back.
+extern "C" BRONTAL_API void during_load();
+extern "C" void during_load() {
+  if (tests::start) tests::start();
+}
+
+namespace tests {
+namespace {
+
+class Modules : public HostTest {};
+
+TEST_F(Modules, StartOnceAndBringTheirClasses) {
+  EXPECT_THAT(host.classes(), ElementsAre("dict"));
+  host.load(module("counter"));
+  EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
+  EXPECT_EQ(host.get(host.make("counter"), "started"), Values{1});
+  EXPECT_EQ(host.get(host.make("counter"), "started"), Values{1});
+}
+
+TEST_F(Modules, AreFoundFromARelativePath) {
+  host.load(std::filesystem::relative(module("counter")));
+  EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
+}
+
+TEST_F(Modules, SeveralLiveTogether) {
+  host.load(module("observer"));
+  host.load(module("counter"));
+  host.load(module("meter"));
+  EXPECT_THAT(host.classes(), ElementsAre("counter", "deaf", "dict", "meter", "observer"));
+}
+
+TEST_F(Modules, StartAfreshAfterTheyWereUnloaded) {
+  host.load(module("counter"));
+  host.make("counter");
+  EXPECT_EQ(host.get(host.make("counter"), "made"), Values{1});
+  EXPECT_THAT(host.close(), IsEmpty());
+  EXPECT_THAT(host.classes(), ElementsAre("dict"));
+  EXPECT_THAT(refusal([&] { host.make("counter"); }), HasSubstr("counter"));
+
+  host.load(module("counter"));
+  const Box box = host.make("counter");
+  EXPECT_EQ(host.get(box, "made"), Values{0});
+  EXPECT_EQ(host.get(box, "started"), Values{1});
+}
+
+TEST_F(Modules, AreNotLoadedTwice) {
+  host.load(module("counter"));
+  EXPECT_THAT(refusal([&] { host.load(module("counter")); }),
+              AllOf(HasSubstr("counter.so"), HasSubstr("already")));
+  EXPECT_EQ(host.get(host.make("counter"), "started"), Values{1});
+}
+
+TEST_F(Modules, MustBeFiles) {
+  EXPECT_THAT(refusal([&] { host.load(module("missing")); }), HasSubstr("missing.so"));
+  EXPECT_THAT(refusal([&] { host.load(PATCHBAY_MODULES); }), HasSubstr(PATCHBAY_MODULES));
+  // A name alone must not be looked for in the system's folders.
+  EXPECT_THAT(refusal([&] { host.load("libc.so.6"); }), HasSubstr("no module file"));
+}
+
+TEST_F(Modules, MustBeLibraries) {
+  const auto file = std::filesystem::temp_directory_path() / "patchbay_no_library.so";
+  std::ofstream(file) << "only words";
+  EXPECT_THAT(refusal([&] { host.load(file); }),
+              AllOf(HasSubstr(file.string()), HasSubstr("cannot be loaded")));
+  std::filesystem::remove(file);
+}
+
+TEST_F(Modules, MustHaveAStart) {
+  EXPECT_THAT(refusal([&] { host.load(module("no_ext_main")); }),
+              AllOf(HasSubstr("no_ext_main.so"), HasSubstr("no function ext_main")));
+}
+
+TEST_F(Modules, MustNotNeedWhatNoHostHas) {
+  EXPECT_THAT(refusal([&] { host.load(module("needs_an_unknown_operation")); }),
+              AllOf(HasSubstr("cannot be loaded"), HasSubstr("operation_that_no_host_has")));
+}
+
+TEST_F(Modules, BringNoClassUnderATakenName) {
+  t_result again = RESULT_OK;
+  t_result elsewhere = RESULT_FAILED;
+  during_load([&] {
+    const t_constructor none = [](t_symbol *, t_long, t_atom *) -> void * { return nullptr; };
+    const auto described = [&](const char *name) {
+      return class_new(name, none, nullptr, sizeof(t_object), nullptr, ARGS_VARIABLE, 0);
+    };
+    again = class_register(common_symbols->box, described("dict"));
+    elsewhere = class_register(gensym("elsewhere"), described("dict"));
+  });
+  EXPECT_EQ(again, RESULT_FAILED);
+  EXPECT_EQ(elsewhere, RESULT_OK);
+  host.make("dict something");
+}
+
+TEST_F(Modules, RegisterAClassUnderOneNameOnly) {
+  during_load([&] {
+    const t_constructor none = [](t_symbol *, t_long, t_atom *) -> void * { return nullptr; };
+    t_class *c = class_new("once", none, nullptr, sizeof(t_object), nullptr, ARGS_VARIABLE, 0);
+    class_register(common_symbols->box, c);
+    class_register(gensym("elsewhere"), c);
+  });
+  host.close();
+  EXPECT_THAT(host.classes(), ElementsAre("dict"));
+}
+
+TEST_F(Modules, MayNotGiveAClassWhatItCannotHave) {
+  during_load([&] {
+    const t_constructor none = [](t_symbol *, t_long, t_atom *) -> void * { return nullptr; };
+    const auto size = static_cast<t_long>(sizeof(t_object));
+    EXPECT_EQ(class_new(nullptr, none, nullptr, size, nullptr, ARGS_VARIABLE, 0), nullptr);
+    EXPECT_EQ(class_new("x", nullptr, nullptr, size, nullptr, ARGS_VARIABLE, 0), nullptr);
+    EXPECT_EQ(class_new("x", none, nullptr, size - 1, nullptr, ARGS_VARIABLE, 0), nullptr);
+    EXPECT_EQ(class_new("x", none, nullptr, size, nullptr, ARGS_NONE, 0), nullptr);
+    t_class *c = class_new("x", none, nullptr, size, nullptr, ARGS_VARIABLE, 0);
+    EXPECT_EQ(class_dspinit(c), RESULT_FAILED) << "there is no room for a t_signal_object";
+  });
+  EXPECT_THAT(host.classes(), ElementsAre("dict"));
+  expect_problems(ElementsAre(HasSubstr("class_new"), HasSubstr("class_new"),
+                              HasSubstr("class_new"), HasSubstr("class_new"),
+                              HasSubstr("class_dspinit")));
+}
+
+TEST_F(Modules, GivePropertiesToTheMessagesOfAClass) {
+  during_load([&] {
+    const t_constructor none = [](t_symbol *, t_long, t_atom *) -> void * { return nullptr; };
+    t_class *c = class_new("x", none, nullptr, sizeof(t_signal_object), nullptr, ARGS_VARIABLE, 0);
+    EXPECT_EQ(class_extra_lookup(c, gensym("something")), nullptr);
+    t_hashtab *methods = class_extra_lookup(c, gensym("methods"));
+    ASSERT_NE(methods, nullptr);
+    EXPECT_EQ(class_extra_lookup(c, gensym("methods")), methods);
+    EXPECT_EQ(hashtab_lookup(methods, gensym("signal")), nullptr);
+    EXPECT_EQ(class_dspinit(c), RESULT_OK);
+    void *signal = hashtab_lookup(methods, gensym("signal"));
+    ASSERT_NE(signal, nullptr);
+    EXPECT_EQ(object_addattr_parse(signal, "hidden", gensym("long"), "1"), RESULT_OK);
+    EXPECT_EQ(object_addattr_parse(signal, "hidden", gensym("long"), "much"), RESULT_FAILED);
+    EXPECT_EQ(object_addattr_parse(signal, "x", gensym("unknown"), "1"), RESULT_FAILED);
+  });
+}
+
+TEST_F(Modules, GivePropertiesToTheAttributesOfAClass) {
+  during_load([&] {
+    const t_constructor none = [](t_symbol *, t_long, t_atom *) -> void * { return nullptr; };
+    t_class *c = class_new("x", none, nullptr, sizeof(t_object) + 8, nullptr, ARGS_VARIABLE, 0);
+    class_addattr(c, attr_offset_new("a", gensym("long"), sizeof(t_object)));
+    class_register(common_symbols->box, c);
+    // An attribute is an object, and an object takes properties.
+    t_attr *attr = class_attr_get(c, gensym("a"));
+    EXPECT_EQ(object_addattr_parse(attr, "label", gensym("symbol"), "The Label"), RESULT_OK);
+  });
+  EXPECT_EQ(host.attributes("x").at(0).property("label"), Values{"The Label"});
+}
+
+TEST_F(Modules, OneHostLivesAtATime) {
+  EXPECT_THAT(refusal([] { patchbay::Host another; }), HasSubstr("there is a host already"));
+}
+
+TEST(Hosts, FollowOneAnother) {
+  for (int i = 0; i < 3; ++i) {
+    std::ostringstream printed;
+    patchbay::Host host(printed);
+    host.load(module("counter"));
+    EXPECT_EQ(host.get(host.make("counter"), "made"), Values{0});
+  }
+}
+
+TEST_F(Modules, CloseOnlyOnce) {
+  host.load(module("leaks"));
+  host.send(host.make("leaks"), "block");
+  const std::vector<std::string> first = host.close();
+  EXPECT_THAT(first, SizeIs(1));
+  EXPECT_EQ(host.close(), first);
+  expect_problems(testing::ElementsAreArray(first));
+}
+
+}  // namespace
+}  // namespace tests
