@@ -15,6 +15,11 @@ Method *find_method(const t_class &c, const t_symbol *name) {
   return found == c.methods.end() ? nullptr : *found;
 }
 
+t_method find_private(const t_class &c, const char *message) {
+  const Method *method = find_method(c, runtime::intern(message));
+  return method != nullptr && method->args == ARGS_PRIVATE ? method->function : nullptr;
+}
+
 void add_method(State &s, Op op, t_class &c, Method method) {
   auto *made = s.ledger.make<Method>(Kind::method, op, std::move(method));
   s.ledger.owned_by_host(made);
@@ -38,6 +43,19 @@ void destroy_class(State &s, t_class *c) {
 }
 
 }  // namespace patchbay
+
+namespace {
+
+const char *text_of(t_argspec args) {
+  switch (args) {
+    case ARGS_NONE: return "none";
+    case ARGS_VARIABLE: return "variable";
+    case ARGS_PRIVATE: return "private";
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 t_class *class_new(const char *name, t_constructor constructor, t_destructor destructor,
                    t_long size, t_menu_function /*menu*/, t_argspec args, t_long /*flags*/) {
@@ -63,16 +81,16 @@ t_class *class_new(const char *name, t_constructor constructor, t_destructor des
 
 t_result class_addmethod(t_class *c, t_method method, const char *name, t_argspec args) {
   constexpr Op op = Op::class_addmethod;
-  const char *const specs[] = {"none", "variable", "private"};
   return operation(
       op, RESULT_FAILED,
       [&](State &s) {
         t_class *found = patchbay::class_to_build(s, op, c);
-        if (found == nullptr || method == nullptr || name == nullptr) return RESULT_FAILED;
+        if (found == nullptr || method == nullptr || name == nullptr || text_of(args) == nullptr)
+          return RESULT_FAILED;
         add_method(s, op, *found, {runtime::intern(name), method, args, {}});
         return RESULT_OK;
       },
-      name, specs[args]);
+      name, text_of(args));
 }
 
 t_result class_dspinit(t_class *c) {

@@ -53,13 +53,6 @@ t_attr &attribute_of(const Instance &x, const std::string &name) {
   return *attr;
 }
 
-// The function of a message that only the host sends; null when there is none.
-template <typename Handler>
-Handler handler_of(const Instance &x, const char *message) {
-  const Method *method = find_method(*x.type, symbol(message));
-  return method == nullptr ? nullptr : reinterpret_cast<Handler>(method->function);
-}
-
 std::vector<std::string> visible_messages(const t_class &c) {
   std::vector<std::string> texts;
   for (const Method *method : c.methods)
@@ -127,7 +120,11 @@ std::vector<Box> Host::boxes() const { return state_->boxes; }
 
 std::vector<std::string> Host::close() {
   State &s = *state_;
-  while (!s.boxes.empty()) free(s.boxes.back());
+  while (!s.boxes.empty()) {
+    const Box box = s.boxes.back();
+    // One whose destructor is running cannot be freed once more.
+    if (!destroy(s, box, Op::object_free)) std::erase(s.boxes, box);
+  }
   // What leaked goes with the module that made it, so it is written down first.
   if (!s.modules.empty() || s.leaked.empty()) s.leaked = leaks();
   s.queue.clear();
@@ -167,15 +164,18 @@ void Host::send(Box box, const std::string &message, const Values &arguments) {
 
 void Host::double_click(Box box) {
   const Instance &x = instance_of(*state_, box);
-  if (auto handler = handler_of<t_dblclick_handler>(x, "dblclick"))
-    call_module(*state_, symbol("dblclick"), [&] { handler(x.memory); });
+  if (const t_method handler = find_private(*x.type, "dblclick"))
+    call_out(*state_, "dblclick", [&] { reinterpret_cast<t_dblclick_handler>(handler)(x.memory); });
 }
 
 std::string Host::assist(Box box, t_long io, t_long index) {
   const Instance &x = instance_of(*state_, box);
   char text[BRONTAL_ASSIST_SIZE] = "";
-  if (auto handler = handler_of<t_assist_handler>(x, "assist"))
-    call_module(*state_, symbol("assist"), [&] { handler(x.memory, nullptr, io, index, text); });
+  if (const t_method handler = find_private(*x.type, "assist"))
+    call_out(*state_, "assist", [&] {
+      reinterpret_cast<t_assist_handler>(handler)(x.memory, nullptr, io, index, text);
+    });
+  text[BRONTAL_ASSIST_SIZE - 1] = '\0';  // whatever the module did
   return text;
 }
 

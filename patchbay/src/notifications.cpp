@@ -13,8 +13,6 @@ namespace {
 // A client that answers every notice with a change would go on for ever.
 constexpr int deepest = 100;
 
-const t_symbol *notify_symbol() { return runtime::intern("notify"); }
-
 bool is_client(const Instance &x, const void *instance) {
   return std::any_of(x.clients.begin(), x.clients.end(),
                      [instance](const Client &client) { return client.instance == instance; });
@@ -30,14 +28,14 @@ void send_notice(State &s, Instance &x, t_symbol *notice, void *data) {
     return;
   }
   ++s.notice_depth;
+  const auto alive = x.shared_from_this();  // a client's listener may free it
   void *sender = x.memory;
   const auto clients = x.clients;
   for (const Client &client : clients) {
     if (!is_client(x, client.instance)) continue;  // freed meanwhile
     const auto *receiver = static_cast<const t_object *>(client.instance);
     const auto *type = static_cast<const t_class *>(receiver->host[0]);
-    const Method *method = find_method(*type, notify_symbol());
-    const auto handler = reinterpret_cast<t_notify_handler>(method->function);
+    const auto handler = reinterpret_cast<t_notify_handler>(find_private(*type, "notify"));
     call_module(s, notice,
                 [&] { handler(client.instance, client.name_space, notice, sender, data); });
   }
@@ -59,7 +57,7 @@ t_result object_attach_byptr_register(void *client, void *object, t_symbol *name
         const Instance *receiver = patchbay::find_instance(s, op, client);
         Instance *sender = patchbay::find_instance(s, op, object);
         if (receiver == nullptr || sender == nullptr ||
-            patchbay::find_method(*receiver->type, patchbay::notify_symbol()) == nullptr)
+            patchbay::find_private(*receiver->type, "notify") == nullptr)
           return RESULT_FAILED;
         if (!patchbay::is_client(*sender, client)) sender->clients.push_back({client, name_space});
         return RESULT_OK;

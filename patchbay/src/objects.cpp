@@ -17,7 +17,7 @@ void *allocate_instance(State &s, t_class &c, Op op) {
   void *memory = runtime::new_block(c.size, true);
   if (memory == nullptr) return nullptr;
   static_cast<t_object *>(memory)->host[0] = &c;
-  auto instance = std::make_shared<Instance>(Instance{&c, memory, {}, {}, {}});
+  auto instance = std::make_shared<Instance>(&c, memory);
   s.instances.push_back(instance.get());
   s.ledger.add(memory, Kind::instance, op, std::move(instance));
   return memory;
@@ -47,6 +47,8 @@ void destroy_instance(State &s, Instance &x, Op by) {
 }  // namespace
 
 void forget_instance(State &s, Instance &x, Op by) {
+  x.freed = true;
+  x.clients.clear();
   forget_client(s, x.memory);
   for (const t_outlet *outlet : x.outlets) s.ledger.release(outlet, by);
   std::erase(s.instances, &x);

@@ -91,6 +91,7 @@ void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values) {
   std::vector<t_atom> atoms;
   for (std::size_t i = 0; i < std::min(values.size(), room); ++i)
     atoms.push_back(to_atom(converted(values[i], attr)));
+  const auto alive = x.shared_from_this();  // a listener may free the box
   if (attr.setter != nullptr) {
     t_result result = RESULT_FAILED;
     call_module(s, attr.name, [&] {
@@ -101,7 +102,7 @@ void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values) {
   } else {
     store(x, attr, atoms);
   }
-  send_notice(s, x, runtime::intern("attr_modified"), &attr);
+  if (!x.freed) send_notice(s, x, runtime::intern("attr_modified"), &attr);
 }
 
 Values get_attribute(const Instance &x, const t_attr &attr) {
@@ -130,11 +131,12 @@ void process_arguments(State &s, Instance &x, const Values &arguments) {
     const bool is_label = text != nullptr && text->size() > 1 && text->back() == ':';
     return is_label ? text->substr(0, text->size() - 1) : std::string();
   };
+  const auto alive = x.shared_from_this();
   std::size_t at = 0;
   while (at < arguments.size() && label(arguments[at]).empty())
     complain(fmt::format("'{}' belongs to no attribute and is left out; write 'attribute: value'",
                          to_text(arguments[at++])));
-  while (at < arguments.size()) {
+  while (at < arguments.size() && !x.freed) {
     const std::string name = label(arguments[at++]);
     Values values;
     while (at < arguments.size() && label(arguments[at]).empty()) values.push_back(arguments[at++]);
@@ -143,7 +145,7 @@ void process_arguments(State &s, Instance &x, const Values &arguments) {
       if (attr == nullptr) throw Error(fmt::format("there is no attribute '{}'", name));
       set_attribute(s, x, *attr, values);
     } catch (const Error &error) {
-      complain(error.what());
+      if (!x.freed) complain(error.what());
     }
   }
 }

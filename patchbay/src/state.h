@@ -87,13 +87,16 @@ struct Client {
 };
 
 /** What the host knows of an instance beside the module's record. */
-struct Instance {
+struct Instance : std::enable_shared_from_this<Instance> {
+  Instance(t_class *type_, void *memory_) : type(type_), memory(memory_) {}
+
   t_class *type;
   void *memory;
   std::set<const t_attr *> disabled;
   std::vector<Client> clients;
   std::vector<t_outlet *> outlets;
-  bool dying = false;
+  bool dying = false;  // its destructor is running
+  bool freed = false;  // what follows a call into a module must ask
 };
 
 struct State {
@@ -155,6 +158,8 @@ inline t_class *class_to_build(State &state, Op op, const t_class *c) {
 
 // --- classes.cpp
 Method *find_method(const t_class &c, const t_symbol *name);
+/** The function of a message that only the host sends; null when there is none. */
+t_method find_private(const t_class &c, const char *message);
 void add_method(State &s, Op op, t_class &c, Method method);
 t_class *make_class(State &s, t_class description);
 void destroy_class(State &s, t_class *c);

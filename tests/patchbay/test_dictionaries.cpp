@@ -46,13 +46,16 @@ TEST_F(Dictionaries, KeepTheOrderOfTheirKeys) {
 
 TEST_F(Dictionaries, ReleaseTheArrayThatTheyReplace) {
   t_dictionary *d = registered(nullptr, "replaced");
-  dictionary_appendatomarray(d, gensym("key"), atomarray_new(0, nullptr));
+  t_atomarray *first = atomarray_new(0, nullptr);
+  dictionary_appendatomarray(d, gensym("key"), first);
   const t_atom value = atom(t_long{3});
   EXPECT_EQ(dictionary_appendatomarray(d, gensym("key"), atomarray_new(1, &value)), RESULT_OK);
   EXPECT_EQ(host.dictionary("replaced"), (Dictionary{{"key", Values{3}}}));
   EXPECT_EQ(dictionary_appendfloat(d, gensym("key"), 1), RESULT_OK);
   EXPECT_THAT(host.leaks(), SizeIs(1)) << "the dictionary itself";
+  object_free(first);
   object_free(d);
+  expect_problems(ElementsAre(HasSubstr("dictionary_appendatomarray has released")));
 }
 
 TEST_F(Dictionaries, CanBeCleared) {

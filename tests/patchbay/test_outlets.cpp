@@ -80,6 +80,16 @@ TEST_F(Outlets, LetAListenerFreeTheBoxWhileAnAttributeIsSet) {
   EXPECT_THAT(host.boxes(), IsEmpty());
 }
 
+// The arguments behind the one that brought the end find no box any more.
+TEST_F(Outlets, LetAListenerFreeTheBoxWhileItsArgumentsAreSet) {
+  host.listen(box, 0, [&](const std::string &, const Values &) { host.free(box); });
+  const t_atom arguments[] = {atom("even:"),   atom(t_long{4}), atom("total:"),
+                              atom(t_long{5}), atom("colour:"), atom("red")};
+  attr_args_process(box, 6, arguments);
+  EXPECT_THAT(host.boxes(), IsEmpty());
+  EXPECT_THAT(host.posts(), IsEmpty()) << "there is no box to post against";
+}
+
 TEST_F(Outlets, LetAListenerFreeTheBoxWhileAnInstanceIsSentAMessage) {
   host.listen(box, 0, [&](const std::string &, const Values &) {
     host.free(box);

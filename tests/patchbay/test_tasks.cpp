@@ -68,6 +68,15 @@ TEST_F(Tasks, RunInOrderOnceEach) {
   EXPECT_THAT(ran, ElementsAre("b", "a", "c"));
 }
 
+TEST_F(Tasks, RunOnceForABurstEvenWhenTheySetThemselves) {
+  a.then = [&] { a.set(); };
+  a.set();
+  b.set();
+  a.set();
+  EXPECT_EQ(host.run_deferred(), 2U);
+  EXPECT_THAT(ran, ElementsAre("a", "b"));
+}
+
 TEST_F(Tasks, CanBeTakenBack) {
   const Box box = counter();
   listen(box, 1);

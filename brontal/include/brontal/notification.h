@@ -6,11 +6,11 @@
  * client attached; `message`, the notice; `sender`, the object that it is
  * about; `data`, which depends on the notice.
  *
- * | notice                         | when                                  | data |
- * |--------------------------------|---------------------------------------|------|
- * | `common_symbols->attr_modified`| after an attribute was set            | the `t_attr *` |
- * | "editor_closed"                | the editor that the object opened for the client has closed |
- * null |
+ * | notice                          | when                               | data           |
+ * |---------------------------------|------------------------------------|----------------|
+ * | `common_symbols->attr_modified` | after an attribute was set         | the `t_attr *` |
+ * | "editor_closed"                 | the editor that the object opened  | null           |
+ * |                                 | for the client has closed          |                |
  *
  * Inside a notification the client may set attributes (nested notices are
  * delivered at once) and set deferred tasks; it must not free the sender.

@@ -58,13 +58,14 @@ BRONTAL_API t_result object_free(void *object);
  * Sends a message whose arguments are not atoms. [main] The object and the
  * message fix the arguments:
  *
- * | object     | message                       | arguments                      | yields |
- * |------------|-------------------------------|--------------------------------|--------|
- * | attribute  | `common_symbols->getname`     | none                           | `t_symbol *`, its
- * name | | attribute  | "setmethod"                   | `t_symbol *which, t_method m`  | the
- * attribute | | atom array | "setatoms64"                  | `t_long count, t_atom *atoms`  | the
- * atom array | | instance   | a message without arguments   | none                           | the
- * instance |
+ * | object     | message                   | arguments             | yields         |
+ * |------------|---------------------------|-----------------------|----------------|
+ * | attribute  | `common_symbols->getname` | none                  | its name       |
+ * | attribute  | "setmethod"               | `t_symbol *which`,    | the attribute  |
+ * |            |                           | `t_method m`          |                |
+ * | atom array | "setatoms64"              | `t_long count`,       | the atom array |
+ * |            |                           | `const t_atom *atoms` |                |
+ * | instance   | one without arguments     | none                  | the instance   |
  *
  * "setmethod": `which` is "set" or "get". The "set" method has the signature
  * `t_attr_setter` and replaces the storing of a value; null restores the

@@ -24,13 +24,14 @@ using Entry = std::variant<std::string, double, Values>;
 /** A dictionary's contents in the order of its keys. */
 using Dictionary = std::vector<std::pair<std::string, Entry>>;
 
-/** @return the value as one writes it in a box, numbers with the fewest digits
- *  that read back to the same double. */
+/** @return the value as a text, numbers with the fewest digits
+ *  that read back to the same double; a symbol without quotes. */
 PATCHBAY_API std::string to_text(const Value &value);
 
 /**
  * Splits a line of text into values: integers, numbers, and symbols for all
- * else. Double quotes make one symbol of what they enclose.
+ * else. A word that begins with a double quote ends at the next one, and is a
+ * symbol.
  * Raises Error when a quote is not closed.
  */
 PATCHBAY_API Values parse_line(const std::string &line);
