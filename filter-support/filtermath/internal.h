@@ -21,18 +21,35 @@ double power_of_ten(double x);
 /** @return the point at an angle on the unit circle: (cos, sin). */
 std::complex<double> unit_circle(double angle);
 
-// --- dense.cpp: the only user of Eigen ---------------------------------------
+// --- components.cpp ----------------------------------------------------------
+
+/** Sets of states: set k is states[begins[k]] to states[begins[k + 1] - 1], ascending. */
+struct Components {
+  std::vector<int32_t> states;
+  std::vector<int32_t> begins;
+};
 
 /**
- * The inverse of a square matrix of n x n, n of at least 1.
+ * The strongly connected components of the graph in which state i leads to j
+ * where element (row i, column j) is not 0, in an order in which each leads to
+ * itself and to earlier ones only.
+ * @param matrix  n x n, row after row
+ */
+Components components(const double *matrix, int32_t n);
+
+// --- irreducible.cpp: the only user of Eigen ---------------------------------
+
+/**
+ * The inverse of a square matrix of n x n, n of at least 1. Elements that are 0
+ * by the pattern of the matrix alone are exactly 0.0.
  * @param src, dst  row after row; may be the same
  */
 void inverse(const double *src, double *dst, int32_t n);
 
 /**
- * The eigenvalues of a square matrix, as many as it has rows. Where they cannot
- * be computed (an element is not finite, or the iteration does not converge)
- * each is NaN.
+ * The eigenvalues of a square matrix, as many as it has rows, in an order that
+ * expands well. Where they cannot be computed (an element is not finite, or the
+ * iteration does not converge) each is NaN.
  */
 t_complex64list eigenvalues(const _matrix64 *matrix);
 
@@ -46,6 +63,19 @@ bool is_real(const std::complex<double> &root);
 
 /** Sorts with `complex64_cmp`. Values that have no order, NaNs, go last. */
 void sort_roots(t_complex64list &roots);
+
+/**
+ * Makes the members of each conjugate pair neighbours in a sorted list, the upper
+ * first. They are so already, but where several pairs share a real part.
+ */
+void join_conjugates(t_complex64list &sorted);
+
+/**
+ * Reorders roots so that `filtermath_poly` keeps its partial products small:
+ * conjugate pairs, from both ends of the list in turn.
+ * @param roots  conjugates are neighbours
+ */
+t_complex64list in_expanding_order(t_complex64list roots);
 
 /** Sorts with `complex64pair_cmp`; equal keys keep their order, NaNs go last. */
 void sort_pairs(std::vector<t_complex64pair> &pairs);

@@ -19,6 +19,37 @@ void sort_roots(t_complex64list &roots) {
   std::stable_sort(roots.begin(), end, complex64_cmp);
 }
 
+// A run of equal real parts is sorted by descending imaginary part, so that
+// conjugates are as far from its two ends.
+void join_conjugates(t_complex64list &sorted) {
+  auto begin = sorted.begin();
+  while (begin != sorted.end()) {
+    const double real = begin->real();
+    const auto end =
+        std::find_if(begin + 1, sorted.end(),
+                     [real](const std::complex<double> &root) { return root.real() != real; });
+    const t_complex64list run(begin, end);
+    for (std::size_t i = 0; i < run.size(); ++i)
+      *begin++ = i % 2 == 0 ? run[i / 2] : run[run.size() - 1 - i / 2];
+  }
+}
+
+t_complex64list in_expanding_order(t_complex64list roots) {
+  // Where each pair, or real root, begins.
+  std::vector<std::size_t> begins;
+  for (std::size_t i = 0; i < roots.size(); i += is_real(roots[i]) ? 1 : 2) begins.push_back(i);
+  begins.push_back(roots.size());
+  t_complex64list ordered;
+  ordered.reserve(roots.size());
+  const std::size_t count = begins.size() - 1;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t k = i % 2 == 0 ? i / 2 : count - 1 - i / 2;
+    ordered.insert(ordered.end(), roots.begin() + static_cast<std::ptrdiff_t>(begins[k]),
+                   roots.begin() + static_cast<std::ptrdiff_t>(begins[k + 1]));
+  }
+  return ordered;
+}
+
 void sort_pairs(std::vector<t_complex64pair> &pairs) {
   const auto ordered = [](const t_complex64pair &pair) { return !std::isnan(pair.key); };
   const auto end = std::stable_partition(pairs.begin(), pairs.end(), ordered);

@@ -62,6 +62,7 @@ void move_real_pairs(Split &roots) {
 // itself the one left.
 Pairs pair_poles(Split &poles) {
   filtermath::sort_roots(poles.complex);
+  filtermath::join_conjugates(poles.complex);
   move_real_pairs(poles);
   if (poles.complex.size() % 2 == 1) {
     t_complex64list &longer = poles.real.empty() ? poles.complex : poles.real;
@@ -84,6 +85,7 @@ Pairs pair_zeros(const t_complex64list &all_zeros, const Grouping &grouping) {
   move_real_pairs(zeros);
   filtermath::sort_roots(zeros.complex);
   t_complex64list &sorted = zeros.complex;
+  if (grouping.adjacent_zeros) filtermath::join_conjugates(sorted);
   if (grouping.ends_meet && !sorted.empty())
     std::rotate(sorted.begin(), sorted.begin() + 1, sorted.end());
   const std::size_t half = sorted.size() / 2;

@@ -55,6 +55,7 @@ Section section_without_zeros(const Denominator &den) {
 // Complex poles by the ordering of roots, then the real ones, exactly real.
 t_complex64list in_section_order(t_complex64list poles) {
   filtermath::sort_roots(poles);
+  filtermath::join_conjugates(poles);
   const auto real = std::stable_partition(
       poles.begin(), poles.end(), [](const Complex &pole) { return !filtermath::is_real(pole); });
   std::for_each(real, poles.end(), [](Complex &pole) { pole = pole.real(); });

@@ -1,0 +1,138 @@
+// Matrices whose rows lead to few columns: what the structure of a cascade is
+// worth for its inverse and its eigenvalues.
+
+#include <algorithm>
+#include <cmath>
+
+#include "filtermath/internal.h"
+#include "support.h"
+
+using Complex = std::complex<double>;
+
+namespace {
+
+// A cascade of n sections on the same pair of poles, each driven by the one
+// before: as far from normal as cascades come, with all eigenvalues known.
+_matrix64 *cascade(int32_t sections, double radius, double angle, double coupling) {
+  const int32_t n = 2 * sections;
+  _matrix64 *matrix = matrix64_new();
+  matrix64_resize(matrix, n, n);
+  matrix64_clear(matrix);
+  for (int32_t k = 0; k < n; k += 2) {
+    matrix64_set(matrix, k, k, radius * std::cos(angle));
+    matrix64_set(matrix, k + 1, k, -radius * std::sin(angle));
+    matrix64_set(matrix, k, k + 1, radius * std::sin(angle));
+    matrix64_set(matrix, k + 1, k + 1, radius * std::cos(angle));
+    for (int32_t column = 0; column < k; ++column) matrix64_set(matrix, column, k, coupling);
+  }
+  return matrix;
+}
+
+using Sets = std::vector<std::vector<int32_t>>;
+
+Sets sets(const std::vector<double> &matrix, int32_t n) {
+  const filtermath::Components parts = filtermath::components(matrix.data(), n);
+  Sets list;
+  for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k)
+    list.emplace_back(parts.states.begin() + parts.begins[k],
+                      parts.states.begin() + parts.begins[k + 1]);
+  return list;
+}
+
+}  // namespace
+
+TEST(ComponentsOf, ADiagonalMatrixAreItsElements) {
+  EXPECT_EQ(sets({1, 0, 0, 1}, 2), (Sets{{0}, {1}}));
+}
+
+TEST(ComponentsOf, AFullMatrixIsOne) { EXPECT_EQ(sets({1, 1, 1, 1}, 2), (Sets{{0, 1}})); }
+
+TEST(ComponentsOf, ARingIsOne) {
+  EXPECT_EQ(sets({0, 1, 0, 0, 0, 1, 1, 0, 0}, 3), (Sets{{0, 1, 2}}));
+}
+
+TEST(ComponentsOf, EachLeadsToEarlierOnesOnly) {
+  // 0 <-> 2, both lead to 1; 3 leads to all.
+  EXPECT_EQ(sets({1, 1, 1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 1, 1, 1, 1}, 4), (Sets{{1}, {0, 2}, {3}}));
+}
+
+TEST(ComponentsOf, NothingAreNone) { EXPECT_EQ(sets({}, 0), Sets{}); }
+
+TEST(IrreducibleInverse, KeepsStructuralZerosExact) {
+  const filtermath::MatrixPointer matrix(cascade(20, 0.9, 0.3, 5.0));
+  const filtermath::Matrix inverse;
+  ASSERT_EQ(matrix64_inverse(inverse, matrix.get()), 0);
+  for (int32_t row = 0; row < 40; ++row)
+    for (int32_t column = row + 1 + (row % 2 == 0 ? 1 : 0); column < 40; ++column)
+      EXPECT_EQ(matrix64_get(inverse, column, row), 0.0) << column << ", " << row;
+}
+
+TEST(IrreducibleInverse, TimesTheMatrixIsTheIdentity) {
+  const filtermath::MatrixPointer matrix(cascade(6, 0.9, 0.3, 0.5));
+  const filtermath::Matrix inverse;
+  const filtermath::Matrix product;
+  matrix64_inverse(inverse, matrix.get());
+  matrix64_multiply(product, inverse, matrix.get(), true);
+  for (int32_t row = 0; row < 12; ++row)
+    for (int32_t column = 0; column < 12; ++column)
+      EXPECT_NEAR(matrix64_get(product, column, row), row == column ? 1.0 : 0.0, 1e-10);
+}
+
+TEST(IrreducibleInverse, OfASingularBlockIsNotFinite) {
+  const filtermath::MatrixPointer matrix(cascade(3, 0.9, 0.3, 0.5));
+  for (int32_t i = 2; i < 4; ++i)
+    for (int32_t j = 2; j < 4; ++j) matrix64_set(matrix.get(), i, j, 1.0);
+  ASSERT_EQ(matrix64_inverse(matrix.get(), matrix.get()), 0);
+  EXPECT_FALSE(std::isfinite(matrix64_get(matrix.get(), 2, 2)));
+}
+
+// A QR iteration on the whole matrix is off by more than 1 here.
+TEST(IrreducibleEigenvalues, OfARepeatedSectionAreExact) {
+  const filtermath::MatrixPointer matrix(cascade(30, 0.9, 0.3, 5.0));
+  const t_complex64list values = filtermath::eigenvalues(matrix.get());
+  ASSERT_EQ(values.size(), 60U);
+  for (std::size_t i = 0; i < values.size(); i += 2) {
+    EXPECT_LT(std::abs(values[i] - std::polar(0.9, 0.3)), 1e-15);
+    EXPECT_EQ(values[i + 1], std::conj(values[i])) << "conjugates are exact, and neighbours";
+  }
+}
+
+TEST(IrreducibleEigenvalues, AreAllThereWhenReordered) {
+  const filtermath::Matrix matrix;
+  matrix64_identity(matrix, 7);
+  for (int32_t i = 0; i < 7; ++i) matrix64_set(matrix, i, i, i);
+  t_complex64list values = filtermath::eigenvalues(matrix);
+  std::sort(values.begin(), values.end(), complex64_cmp);
+  for (std::size_t i = 0; i < 7; ++i) EXPECT_EQ(values[i], Complex(static_cast<double>(i)));
+}
+
+TEST(ExpandingOrder, TakesPairsFromBothEndsInTurn) {
+  const Complex a(1, 1);
+  const Complex b(2, 1);
+  const Complex c(3, 0);
+  const Complex d(4, 1);
+  EXPECT_EQ(filtermath::in_expanding_order({a, std::conj(a), b, std::conj(b), c, d, std::conj(d)}),
+            (t_complex64list{a, std::conj(a), d, std::conj(d), b, std::conj(b), c}));
+}
+
+TEST(JoinedConjugates, AreNeighboursWhereSeveralPairsShareARealPart) {
+  const Complex a(0, 3);
+  const Complex b(0, 2);
+  t_complex64list roots{{-1, 0}, a, b, std::conj(b), std::conj(a), {1, 1}, {1, -1}};
+  filtermath::join_conjugates(roots);
+  EXPECT_EQ(roots, (t_complex64list{{-1, 0}, a, std::conj(a), b, std::conj(b), {1, 1}, {1, -1}}));
+}
+
+TEST(JoinedConjugates, LeaveARealRootBetweenThemLast) {
+  const Complex a(0, 3);
+  t_complex64list roots{a, 0.0, std::conj(a)};
+  filtermath::join_conjugates(roots);
+  EXPECT_EQ(roots, (t_complex64list{a, std::conj(a), 0.0}));
+}
+
+TEST(JoinedConjugates, EndWithNaNs) {
+  t_complex64list roots{{1, 1}, {1, -1}, {NAN, NAN}, {NAN, NAN}};
+  filtermath::join_conjugates(roots);
+  EXPECT_EQ(roots.size(), 4U);
+  EXPECT_EQ(roots[1], Complex(1, -1));
+}
