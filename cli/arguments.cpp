@@ -72,6 +72,28 @@ void parse(CLI::App &app, const Words &words) {
   }
 }
 
+// Adds an option that takes any number of values. The number is checked later,
+// where a sentence can be made of it.
+CLI::Option *add_list(CLI::App &app, const std::string &name, Words &values,
+                      const std::string &help, const std::string &value) {
+  return app.add_option(name, values, help)->expected(0, -1)->option_text(value);
+}
+
+std::size_t count_of(const Words &values) { return values == Words{""} ? 0 : values.size(); }
+
+void check_count(const std::string &name, const Words &values, std::size_t maximum) {
+  const std::size_t count = count_of(values);
+  if (count == 0 || count > maximum)
+    throw Refusal(fmt::format("{} takes {}, and {} {} given", name,
+                              maximum == 1 ? "one value" : "one or two values", count,
+                              count == 1 ? "was" : "were"));
+}
+
+std::string only_value(const std::string &name, const Words &values) {
+  check_count(name, values, 1);
+  return values.front();
+}
+
 }  // namespace
 
 Command parse_command(const Words &arguments) {
@@ -92,10 +114,10 @@ Command parse_command(const Words &arguments) {
     CLI::App module_only;
     module_only.set_help_flag();
     module_only.allow_extras();
-    std::string module;
-    module_only.add_option("--module", module);
+    Words modules;
+    const CLI::Option *option = add_list(module_only, "--module", modules, "", "");
     parse(module_only, Words(known.begin() + 1, known.end()));
-    command.module = module;
+    if (option->count() > 0) command.module = only_value("--module", modules);
     command.rest = module_only.remaining();
     return command;
   }
@@ -112,31 +134,26 @@ DesignRequest parse_design(const Words &rest, const std::vector<AttributeInfo> &
       "prints the dictionary that it publishes. What is not given stays as a new box has it.",
       "veltane design");
   DesignRequest request{{}, "text"};
-  std::string module;  // read before the options that depend on it
-  app.add_option("--format", request.format, "How to print it: text, json")->option_text("WORD");
-  app.add_option("--module", module, "The module to load, if not the installed one")
-      ->option_text("FILE");
-  // The number of values is checked here, where a sentence can be made of it.
+  Words formats;
+  Words modules;  // read before the options that depend on it
+  const CLI::Option *format =
+      add_list(app, "--format", formats, "How to print it: text, json", "WORD");
+  add_list(app, "--module", modules, "The module to load, if not the installed one", "FILE");
   std::map<std::string, Words> given;
   std::map<std::string, const CLI::Option *> options;
   for (const AttributeInfo &attribute : attributes)
-    options[attribute.name] =
-        app.add_option(option_name(attribute), given[attribute.name], help_for(attribute))
-            ->expected(0, -1)
-            ->option_text(value_name(attribute));
+    options[attribute.name] = add_list(app, option_name(attribute), given[attribute.name],
+                                       help_for(attribute), value_name(attribute));
   Words words;
   std::transform(rest.begin(), rest.end(), std::back_inserter(words), hyphenated);
   parse(app, words);
+  if (format->count() > 0) request.format = only_value("--format", formats);
   if (request.format != "text" && request.format != "json")
     throw Refusal(fmt::format("--format is text or json, not '{}'", request.format));
   for (const AttributeInfo &attribute : attributes) {
     if (options[attribute.name]->count() == 0) continue;
     const Words &texts = given[attribute.name];
-    const std::size_t count = texts == Words{""} ? 0 : texts.size();
-    if (count == 0 || count > attribute.maximum)
-      throw Refusal(fmt::format("{} takes {}, and {} {} given", option_name(attribute),
-                                attribute.maximum == 1 ? "one value" : "one or two values", count,
-                                count == 1 ? "was" : "were"));
+    check_count(option_name(attribute), texts, attribute.maximum);
     request.settings.emplace_back(attribute.name, Values(texts.begin(), texts.end()));
   }
   return request;

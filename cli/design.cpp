@@ -68,6 +68,22 @@ const AttributeInfo &named(const std::vector<AttributeInfo> &attributes, const s
   return *found;
 }
 
+// The object keeps a second cutoff that nobody gave, and ignores one that it does
+// not use.
+void check_cutoffs(const Settings &requested, const std::string &response,
+                   std::vector<std::string> &remarks) {
+  const auto found = std::find_if(requested.begin(), requested.end(),
+                                  [](const auto &setting) { return setting.first == "frequency"; });
+  if (found == requested.end()) return;
+  const Values &cutoffs = found->second;
+  const bool band = response == "bandpass" || response == "bandstop";
+  if (band && cutoffs.size() == 1)
+    throw Refusal(fmt::format("a {} has two cutoffs, and --frequency gives one", response));
+  if (!band && cutoffs.size() == 2)
+    remarks.push_back(fmt::format("a {} has one cutoff: {} is not used", response,
+                                  patchbay::to_text(cutoffs[1])));
+}
+
 }  // namespace
 
 Design run_design(patchbay::Host &host, const Settings &requested) {
@@ -94,6 +110,7 @@ Design run_design(patchbay::Host &host, const Settings &requested) {
                                              patchbay::to_text(values[i])));
   }
 
+  check_cutoffs(requested, patchbay::to_text(host.get(box, "response").at(0)), design.remarks);
   host.send(box, "bang");
   for (const patchbay::Post &post : host.posts())
     if (design.remarks.empty() || design.remarks.back() != post.text)

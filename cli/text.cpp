@@ -35,7 +35,8 @@ std::string word(const Design &design, const std::string &name) {
 std::string title(const Design &design) {
   const std::string topology = word(design, "topology");
   const std::string units = word(design, "units");
-  const Values &cutoffs = setting(design, "frequency");
+  Values cutoffs = setting(design, "frequency");
+  if (!word(design, "response").starts_with("band")) cutoffs.resize(1);  // the one that is used
   std::string text = fmt::format("{} {} of order {}, cutoff{}", topology, word(design, "response"),
                                  word(design, "order"), cutoffs.size() == 1 ? "" : "s");
   const char *separator = " ";

@@ -29,8 +29,9 @@
  *   lowpass, where a function does not say otherwise.
  * - A root is real when its imaginary part is exactly 0.0; nothing is rounded.
  * - Arguments are not checked: keeping order, ripple, attenuation and cutoffs
- *   in range is the caller's business, and settings out of range yield numbers
- *   that are not finite, never a crash. Pointers must not be null unless a
+ *   in range is the caller's business. Design functions given settings out of
+ *   range yield numbers that are not finite, never a crash; shapes, counts and
+ *   indices must be right. Pointers must not be null unless a
  *   function says so. Exhausted memory raises std::bad_alloc, from every
  *   function that allocates, and nothing is leaked.
  * - Nothing here keeps state between calls. Different threads may design at

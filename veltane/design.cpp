@@ -42,11 +42,17 @@ struct Frequencies {
   double bw = 0.0;
 };
 
-struct Designing {
+// While one lives, `inbang` is set. Designs nest: what is connected to one box may
+// bang another, and the outer design goes on afterwards.
+class Designing {
+ public:
   Designing() { inbang = 1; }
-  ~Designing() { inbang = 0; }
+  ~Designing() { inbang = before_; }
   Designing(const Designing &) = delete;
   Designing &operator=(const Designing &) = delete;
+
+ private:
+  int before_ = inbang;
 };
 
 // The host reports exhausted memory by results, the mathematics by an
@@ -237,20 +243,21 @@ void veltane_prewarp(t_symbol *response, double *fs, double *wo, double *bw, dou
 }
 
 void veltane_bang(t_veltane *x) {
+  const Designing designing;
+  // Takes a changed sample rate into account, whatever notices have run. A client
+  // may rename the box meanwhile, so the dictionary is looked at afterwards.
+  object_attr_setdouble_array(x, gensym("frequency"), x->frequency_count, x->frequency);
   if (x->dict == nullptr) {
     object_error(x, "there is no dictionary to publish a filter in");
     return;
   }
-  const Designing designing;
   try {
-    // Takes a changed sample rate into account, whatever notices have run.
-    object_attr_setdouble_array(x, gensym("frequency"), x->frequency_count, x->frequency);
     Frequencies at;
     veltane_prewarp(x->response, &at.fs, &at.wo, &at.bw, x->normalized_frequency[0],
                     x->normalized_frequency[1]);
     design(x, at);
   } catch (...) {
     dictionary_clear(x->dict);
-    object_error(x, "out of memory: no filter was designed, and the dictionary is empty");
+    object_error(x, "could not design a filter: out of memory; the dictionary is empty");
   }
 }

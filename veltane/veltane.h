@@ -25,7 +25,7 @@ struct t_veltane {
   t_symbol *units;                /**< of `frequency` */
   double frequency[2];            /**< the cutoffs as the user gave them */
   double normalized_frequency[2]; /**< as fractions of the Nyquist frequency,
-                                       0.0001 to 0.9999 */
+                                       0.0001 to 0.9999, or NaN where the user gave it */
   t_long frequency_count;         /**< how many cutoffs count, 1 or 2 */
   double passband_ripple;         /**< in dB */
   double stopband_attenuation;    /**< in dB */

@@ -10,6 +10,7 @@
 
 extern "C" {
 
+// --- transfer functions
 //
 // Arrays of coefficients are in new storage from the host's memory calls, owned
 // by the caller and released with `sysmem_freeptr`. The coefficient of z^0 comes

@@ -44,7 +44,7 @@ void filtermath_ss2zpk_butterworth(const _statespace *ss, t_symbol *response, do
                                    double *gain, double w0);
 
 /**
- * The transmission zeros of a model, by reducing its system matrix [D C; B A]
+ * The transmission zeros of a model, by reducing its system matrix [B A; D C]
  * with a Householder reflection to a pencil whose eigenvalues they are ([EvD]).
  *
  * @param ss            with |D| of at least 2.2204e-15 times the Frobenius norm
@@ -62,6 +62,9 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients);
  * pencil be formed at once. The full staircase for models without
  * feed-through is not built: the step ends where that would begin.
  * @param S      the system matrix with the input column first
+ * @param tol    a feed-through below this counts as none
+ * @param ro, sigma  1 and 0 to look at the first input alone; with others all
+ *               inputs from `sigma` on are looked at
  * @param m, p   numbers of inputs and outputs
  * @param n      number of states
  * @param mu, nu receive p and n: outputs and states left
@@ -72,8 +75,9 @@ void filtermath_ss_tzreduce(const _matrix64 *S, int m, int n, int p, double tol,
 }  // extern "C"
 
 /**
- * Builds the Householder reflection I - beta x x^T that maps x onto its j-th
- * axis ([GvL] 5.1), in place. A negative pivot is left as it is.
+ * Makes the vector x of the Householder reflection I - beta x x^T that maps x
+ * onto its j-th axis ([GvL] 5.1), in place. With a negative pivot x stays as it
+ * is, and beta is one over its squared length, which is no such reflection.
  * @param j        the pivot, counted from 1
  * @param tol      an x shorter than this is left as it is and reported as zero
  * @param beta     receives the factor (for a zero x: its squared length)

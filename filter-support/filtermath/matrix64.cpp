@@ -44,7 +44,10 @@ void matrix64_resize(_matrix64 *matrix, int32_t cols, int32_t rows) {
   matrix->capacity = count;
 }
 
-void matrix64_copy(_matrix64 *dst, const _matrix64 *src) { matrix64_scale(dst, src, 1.0); }
+void matrix64_copy(_matrix64 *dst, const _matrix64 *src) {
+  matrix64_resize(dst, src->cols, src->rows);
+  std::copy_n(src->data, element_count(src), dst->data);
+}
 
 void matrix64_clear(_matrix64 *matrix) { std::fill_n(matrix->data, element_count(matrix), 0.0); }
 

@@ -31,7 +31,8 @@ enum class Kind {
  * Knows each address that was handed out: what it is, which operation made it,
  * and which one released it. It owns the host's own records; they outlive their
  * release for a while, so that their addresses do not come back at once and a
- * late use is recognised.
+ * late use is recognised. Memory goes back at once; that of blocks and instances
+ * may come back under the same address as something new.
  */
 class Ledger {
  public:

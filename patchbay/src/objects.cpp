@@ -96,15 +96,19 @@ std::string formatted(const char *format, va_list arguments) {
   return text;
 }
 
-void *send_to_attribute(t_attr *attr, const t_symbol *message, va_list *arguments) {
+void *send_to_attribute(State &s, t_attr *attr, const t_symbol *message, va_list *arguments) {
   if (message == runtime::intern("getname")) return attr->name;
   if (message != runtime::intern("setmethod")) return nullptr;
   const t_symbol *which = va_arg(*arguments, t_symbol *);
   const auto method = va_arg(*arguments, t_method);
   if (which == runtime::intern("set"))
     attr->setter = reinterpret_cast<t_attr_setter>(method);
-  else if (which != runtime::intern("get") || method != nullptr)
+  else if (which != runtime::intern("get") || method != nullptr) {
+    if (which != nullptr)
+      report(s, "setmethod was given '" + patchbay::as_text(which) +
+                    "'; it takes \"set\", or \"get\" without a method");
     return nullptr;
+  }
   return attr;
 }
 
@@ -169,7 +173,7 @@ void *object_method_imp(void *object, t_symbol *message, ...) {
         if (entry == nullptr) return nullptr;
         switch (entry->kind) {
           case Kind::attribute:
-            return send_to_attribute(static_cast<t_attr *>(object), message, &arguments);
+            return send_to_attribute(s, static_cast<t_attr *>(object), message, &arguments);
           case Kind::atom_array:
             return send_to_array(static_cast<t_atomarray *>(object), message, &arguments);
           case Kind::instance:

@@ -75,6 +75,51 @@ TEST(DesignCommand, JsonHasTheStableForm) {
   EXPECT_EQ(document["dictionary"]["poles"].size(), 6U);
 }
 
+// To the byte: programs read this.
+TEST(DesignCommand, JsonIsWrittenLikeThis) {
+  EXPECT_EQ(veltane("design --name n --zpk-output off --sos-output off --format json").out,
+            R"({
+  "veltane": ")" +
+                veltane("--version").out.substr(8, 5) + R"(",
+  "command": ["veltane", "design", "--name", "n", "--zpk-output", "off", "--sos-output", "off", "--format", "json"],
+  "settings": {
+    "name": "n",
+    "topology": "chebyshev-2",
+    "response": "lowpass",
+    "units": "hertz",
+    "samplerate": 0,
+    "order": 5,
+    "frequency": [3000.0],
+    "passband_ripple": 0.5,
+    "stopband_attenuation": 96.0,
+    "zpk_output": 0,
+    "sos_output": 0,
+    "tf_output": 0
+  },
+  "dictionary": {
+    "schema": "veltane",
+    "response": "lowpass",
+    "topology": "chebyshev-2",
+    "ripple": 0.0
+  }
+}
+)");
+}
+
+TEST(DesignCommand, TextShowsWhatIsThereAndWhatIsNot) {
+  const std::string page =
+      veltane("design --zpk-output off --tf-output on --units normalized --frequency 0.25").out;
+  EXPECT_THAT(page, HasSubstr("cutoff 0.25 of Nyquist, attenuation 96 dB, at 48000 Hz\n"));
+  EXPECT_THAT(page, HasSubstr("cascade      none\n"));
+  EXPECT_THAT(page, HasSubstr("\n             z^-5  "));
+}
+
+TEST(DesignCommand, SaysWhenACutoffIsNotUsed) {
+  const Outcome outcome = veltane("design --frequency 300 3400");
+  EXPECT_EQ(outcome.err, "veltane: a lowpass has one cutoff: 3400 is not used\n");
+  EXPECT_THAT(outcome.out, HasSubstr("cutoff 300 Hz,"));
+}
+
 TEST(DesignCommand, JsonSettingsAreThoseAfterClipping) {
   const Json settings = designed("--order 1 --passband-ripple 99")["settings"];
   EXPECT_EQ(settings["order"], 2);
@@ -167,9 +212,9 @@ TEST(DesignCommand, HelpNamesEveryAttributeAndItsChoices) {
   EXPECT_EQ(outcome.status, 0);
   for (const char *part :
        {"--name", "--topology", "butterworth, chebyshev-1, chebyshev-2", "--response", "--units",
-        "--samplerate", "--order", "2 to 200", "--frequency", "--passband-ripple", "0.1 to 48",
-        "--stopband-attenuation", "6 to 240", "--zpk-output", "--sos-output", "--tf-output",
-        "--format", "--module"})
+        "--samplerate", "--order", "2 to 200", "--frequency", "--passband-ripple",
+        "Chebyshev-I Passband Ripple: 0.1 to 48", "--stopband-attenuation", "6 to 240",
+        "--zpk-output", "--sos-output", "--tf-output", "--format", "--module"})
     EXPECT_THAT(outcome.out, HasSubstr(part));
 }
 

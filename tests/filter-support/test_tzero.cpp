@@ -23,6 +23,15 @@ Reflection housh(t_complex64list x, int pivot, double tol) {
   return r;
 }
 
+TEST(Householder, LeavesAVectorThatIsNotANumberAsItIs) {
+  t_complex64list x{{std::nan(""), 0.0}, {1.0, 0.0}};
+  double beta = 0.0;
+  double is_zero = 0.0;
+  filtermath_ss_housh(x, 2, 1e-12, &beta, &is_zero);
+  EXPECT_EQ(is_zero, 1.0);
+  EXPECT_EQ(x[1], std::complex<double>(1.0, 0.0));
+}
+
 TEST(Householder, AddsTheLengthToAPositivePivot) {
   const Reflection r = housh({3.0, 4.0}, 1, 1e-12);
   EXPECT_EQ(r.x, (t_complex64list{8.0, 4.0}));

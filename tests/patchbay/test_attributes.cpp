@@ -236,6 +236,8 @@ TEST_F(Attributes, AnswerMessages) {
     EXPECT_EQ(class_attr_get(c, gensym("age")), attr);
     EXPECT_EQ(class_attr_get(c, gensym("colour")), nullptr);
   });
+  expect_problems(
+      ElementsAre(HasSubstr("setmethod was given 'get'"), HasSubstr("setmethod was given 'put'")));
 }
 
 }  // namespace

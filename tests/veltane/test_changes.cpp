@@ -181,3 +181,62 @@ TEST_F(ChangesTest, WhileABoxDesignsNoOtherSchedules) {
   host.set(other, "order", {t_long{8}});
   EXPECT_EQ(host.run_deferred(), 1U) << "afterwards it does again";
 }
+
+// A design started by another one's announcement does not end the outer one.
+TEST_F(ChangesTest, NestedDesignsCountAsOne) {
+  const Box outer = host.make("veltane");
+  const Box inner = host.make("veltane");
+  host.listen(outer, 0, [&](const std::string &, const Values &) {
+    host.send(inner, "bang");
+    host.set(outer, "order", {t_long{7}});
+  });
+  host.send(outer, "bang");
+  EXPECT_EQ(host.run_deferred(), 0U);
+  host.set(inner, "order", {t_long{8}});
+  EXPECT_EQ(host.run_deferred(), 1U) << "afterwards changes schedule designs again";
+}
+
+TEST_F(ChangesTest, AChangedBoxGoesToTheEndOfTheQueue) {
+  const Box first = make("name: first");
+  const Box second = make("name: second");
+  host.set(first, "order", {t_long{6}});
+  host.set(second, "order", {t_long{6}});
+  host.set(first, "order", {t_long{7}});
+  host.run_deferred();
+  EXPECT_THAT(sent, ElementsAre("dictionary second", "dictionary first"));
+}
+
+// Both cutoffs are kept current, also while only one counts.
+TEST_F(ChangesTest, TheSecondCutoffFollowsTheSampleRateToo) {
+  const auto poles = [&](const std::string &settings) {
+    const Box box = make(settings);
+    host.set(box, "samplerate", {t_long{96000}});
+    host.set(box, "units", {std::string("radians")});  // freezes what is normalised
+    host.set(box, "response", {std::string("bandpass")});
+    host.send(box, "bang");
+    return numbers(published(box), "poles");
+  };
+  EXPECT_EQ(
+      poles("frequency: 3000"),
+      numbers(designed("response: bandpass units: normalized frequency: 0.0625 0.4375"), "poles"));
+}
+
+TEST_F(ChangesTest, ANewBoxIsNormalizedBeforeAnyNotice) {
+  EXPECT_EQ(
+      numbers(designed("units: radians response: bandpass"), "poles"),
+      numbers(designed("units: normalized response: bandpass frequency: 0.125 0.875"), "poles"));
+}
+
+TEST_F(ChangesTest, AnAudioRateThatIsNoNumberIsZeroHertz) {
+  host.set_samplerate(std::nan(""));
+  EXPECT_EQ(host.get(make(), "frequency"), Values{0.0});
+  host.set_samplerate(-1e300);
+  EXPECT_EQ(host.get(make(), "frequency"), Values{-9223372036854775808.0 * 0.0625});
+}
+
+TEST_F(ChangesTest, OtherNoticesAreNoChanges) {
+  const Box box = make();
+  host.notify(box, "editor_closed");
+  host.notify(box, "free");
+  EXPECT_EQ(host.run_deferred(), 0U);
+}

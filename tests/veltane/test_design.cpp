@@ -29,6 +29,30 @@ TEST_F(BoxTest, TheDefaultDesignHasTheseKeys) {
                                               "poles", "gain", "cascade"));
 }
 
+TEST_F(BoxTest, IsDesignedInThisOrder) {
+  const Box box = make("name: here tf_output: 1");
+  host.start_trace();
+  host.send(box, "bang");
+  std::vector<std::string> calls = texts(host.stop_trace());
+  std::erase_if(calls, [](const std::string &call) {
+    return call.starts_with("sysmem_") || call.starts_with("atom_");
+  });
+  EXPECT_THAT(
+      calls,
+      ElementsAre(
+          "object_attr_setdouble_array(frequency, 1)", "object_method_imp(getname)",
+          "dictionary_clear()", "dictionary_appendsym(schema, veltane)",
+          "dictionary_appendsym(response, lowpass)", "dictionary_appendsym(topology, chebyshev-2)",
+          "dictionary_appendfloat(ripple, 0)", "atomarray_new(0)", "atomarray_new(0)",
+          "object_method_imp(setatoms64)", "dictionary_appendatomarray(denominator)",
+          "object_method_imp(setatoms64)", "dictionary_appendatomarray(numerator)",
+          "atomarray_new(0)", "atomarray_new(0)", "object_method_imp(setatoms64)",
+          "dictionary_appendatomarray(zeroes)", "object_method_imp(setatoms64)",
+          "dictionary_appendatomarray(poles)", testing::StartsWith("dictionary_appendfloat(gain, "),
+          "atomarray_new(0)", "object_method_imp(setatoms64)",
+          "dictionary_appendatomarray(cascade)", "outlet_anything(dictionary, 1)"));
+}
+
 TEST_F(BoxTest, TheNameIsSentAfterAllKeysAreWritten) {
   const Box box = make("name: here tf_output: 1");
   std::vector<std::string> seen;

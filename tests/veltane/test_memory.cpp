@@ -49,12 +49,21 @@ void *operator new(std::size_t size, const std::nothrow_t & /*tag*/) noexcept {
   return std::malloc(size != 0 ? size : 1);
 }
 
+// So is its malloc, which Eigen asks for its matrices. The sanitizers have one of
+// their own, which must stay.
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+extern "C" void *__libc_malloc(std::size_t size);
+extern "C" void *malloc(std::size_t size) {
+  return fails(__builtin_return_address(0)) ? nullptr : __libc_malloc(size);
+}
+#endif
+
 void operator delete(void *memory) noexcept { std::free(memory); }
 void operator delete(void *memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
-constexpr char exhausted[] = "out of memory: no filter was designed, and the dictionary is empty";
+constexpr char exhausted[] = "could not design a filter: out of memory; the dictionary is empty";
 
 // Every path of a design, with how many keys it publishes.
 struct Case {
@@ -87,11 +96,26 @@ void bang(patchbay::Host &host, Box box) {
   EXPECT_THAT(dictionary.value_or(patchbay::Dictionary{}).size(), AnyOf(0U, whole(host, box)));
 }
 
-// A module's life in a host: loaded, one box made, used and freed.
-void live(patchbay::Host &host, const Case &design) {
-  host.load(VELTANE_MODULE);
+// What an untroubled box publishes with these settings.
+patchbay::Dictionary right(patchbay::Host &host, const Case &design) {
   const Box box = host.make(std::string("veltane ") + design.settings);
-  host.set(box, "response", {std::string("bandpass")});
+  host.send(box, "bang");
+  const auto dictionary = host.dictionary(patchbay::to_text(host.get(box, "name").at(0)));
+  host.free(box);
+  return dictionary.value_or(patchbay::Dictionary{});
+}
+
+patchbay::Dictionary right(const Case &design) {
+  std::ostringstream printed;
+  patchbay::Host host(printed);
+  host.load(VELTANE_MODULE);
+  return right(host, design);
+}
+
+// The life of a box in a host.
+void live(patchbay::Host &host, const Case &design) {
+  const Box box = host.make(std::string("veltane ") + design.settings);
+  host.set(box, "order", {t_long{4}});
   host.run_deferred();
   bang(host, box);
   host.double_click(box);
@@ -102,33 +126,54 @@ void live(patchbay::Host &host, const Case &design) {
   host.free(box);
 }
 
+// Makes the nth call of an operation fail, in the loading of the module or, with
+// it loaded, in the life of a box. @return whether there was an nth call
+bool fail(const std::string &operation, std::size_t nth, bool loading, const Case &design,
+          const patchbay::Dictionary &expected) {
+  SCOPED_TRACE(operation + ", call " + std::to_string(nth) + ", " + design.settings);
+  std::ostringstream printed;
+  patchbay::Host host(printed);
+  if (!loading) host.load(VELTANE_MODULE);
+  host.fail(operation, nth);
+  try {
+    if (loading) host.load(VELTANE_MODULE);
+    live(host, design);
+  } catch (const patchbay::Error &) {
+    // There is no class, or no box, without the operation that failed.
+  }
+  const bool happened = host.forget_failures() == 0;
+  if (!loading) {
+    EXPECT_TRUE(right(host, design) == expected) << "the next design is right";
+  }
+  // What could not be released is left, and nothing else.
+  const bool releases =
+      operation == "qelem_free" || operation == "object_free" || operation == "sysmem_freeptr";
+  EXPECT_THAT(host.close(), SizeIs(Le(releases ? 1U : 0U)));
+  return happened;
+}
+
 }  // namespace
 
 TEST(Memory, TheBoxOutlivesTheFailureOfAnyOperationAtAnyCall) {
-  for (const std::string &operation : patchbay::Host::operations()) {
-    bool happened = true;
-    for (std::size_t nth = 1; happened && !Test::HasFailure(); nth += 1 + nth / 16) {
-      const Case &design = cases[nth % std::size(cases)];
-      SCOPED_TRACE(operation + ", call " + std::to_string(nth) + ", " + design.settings);
-      std::ostringstream printed;
-      patchbay::Host host(printed);
-      host.fail(operation, nth);
-      try {
-        live(host, design);
-      } catch (const patchbay::Error &) {
-        // There is no class, or no box, without the operation that failed.
-      }
-      happened = host.forget_failures() == 0;
-      // What could not be released is left, and nothing else.
-      const bool releases =
-          operation == "qelem_free" || operation == "object_free" || operation == "sysmem_freeptr";
-      EXPECT_THAT(host.close(), SizeIs(Le(releases ? 1U : 0U)));
-    }
+  const patchbay::Dictionary expected = right(cases[0]);
+  for (const bool loading : {true, false})
+    for (const std::string &operation : patchbay::Host::operations())
+      for (std::size_t nth = 1; fail(operation, nth, loading, cases[0], expected); ++nth)
+        if (Test::HasFailure()) return;
+}
+
+TEST(Memory, SoItDoesInEveryFamily) {
+  for (const Case &design : cases) {
+    const patchbay::Dictionary expected = right(design);
+    for (const std::string &operation : patchbay::Host::operations())
+      for (std::size_t nth = 1; fail(operation, nth, false, design, expected); nth += 1 + nth / 4)
+        if (Test::HasFailure()) return;
   }
 }
 
 TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
   for (const Case &design : cases) {
+    const patchbay::Dictionary expected = right(design);
     long successes = 0;
     do {
       SCOPED_TRACE(std::to_string(successes) + " allocations succeed, " + design.settings);
@@ -145,12 +190,13 @@ TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
       if (failed) {
         EXPECT_EQ(host.posts().at(0).text, exhausted);
       }
+      host.send(box, "bang");
+      EXPECT_TRUE(host.dictionary("here").value() == expected) << "the next design is right";
       // The flag that a design runs is down again: changes schedule designs.
       host.set(box, "order", {t_long{6}});
       EXPECT_EQ(host.run_deferred(), 1U);
-      EXPECT_THAT(host.dictionary("here").value().size(), Eq(design.keys));
       EXPECT_THAT(host.close(), IsEmpty());
     } while (failed && !Test::HasFailure());
-    EXPECT_GT(successes, 5) << "the module allocates, and the test has seen it";
+    EXPECT_GT(successes, 20) << "the module allocates, and the test has seen it";
   }
 }
