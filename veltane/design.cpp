@@ -61,6 +61,13 @@ void require(bool done) {
   if (!done) throw std::bad_alloc();
 }
 
+// A null symbol would make one comparison of a design fail and the next one not.
+t_symbol *symbol(const char *text) {
+  t_symbol *interned = gensym(text);
+  require(interned != nullptr);
+  return interned;
+}
+
 // Calls a function of filtermath that stores a block and its count, so that the
 // block has an owner from the start.
 template <typename Function>
@@ -71,9 +78,9 @@ Values obtained(Function &&function) {
   return {Owned<double>(block), count};
 }
 
-bool is_chebyshev1(const t_veltane *x) { return x->topology == gensym("chebyshev-1"); }
+bool is_chebyshev1(const t_veltane *x) { return x->topology == symbol("chebyshev-1"); }
 
-bool is_chebyshev2(const t_veltane *x) { return x->topology == gensym("chebyshev-2"); }
+bool is_chebyshev2(const t_veltane *x) { return x->topology == symbol("chebyshev-2"); }
 
 int low_32_bits(t_long order) { return static_cast<int>(static_cast<uint32_t>(order)); }
 
@@ -90,11 +97,11 @@ Owned<t_zpk> prototype(const t_veltane *x) {
 }
 
 void transform(const t_veltane *x, _statespace *ss, const Frequencies &at) {
-  if (x->response == gensym("highpass"))
+  if (x->response == symbol("highpass"))
     filtermath_lp2hp(ss, at.wo);
-  else if (x->response == gensym("bandpass"))
+  else if (x->response == symbol("bandpass"))
     filtermath_lp2bp(ss, at.wo, at.bw);
-  else if (x->response == gensym("bandstop"))
+  else if (x->response == symbol("bandstop"))
     filtermath_lp2bs(ss, x->topology, at.wo, at.bw);
   else
     filtermath_lp2lp(ss, at.wo);
@@ -140,18 +147,19 @@ void append(t_dictionary *dict, const char *key, Owned<t_atomarray> array, const
     require(atoms != nullptr);
     for (int64_t i = 0; i < values.count; ++i)
       require(atom_setfloat(&atoms.get()[i], values.block.get()[i]) == RESULT_OK);
-    require(object_method_imp(array.get(), gensym("setatoms64"), t_long{values.count},
+    require(object_method_imp(array.get(), symbol("setatoms64"), t_long{values.count},
                               atoms.get()) != nullptr);
   }
-  require(dictionary_appendatomarray(dict, gensym(key), array.release()) == RESULT_OK);
+  t_symbol *name = symbol(key);  // first: the array is nobody's once released
+  require(dictionary_appendatomarray(dict, name, array.release()) == RESULT_OK);
 }
 
 void append(t_dictionary *dict, const char *key, t_symbol *value) {
-  require(dictionary_appendsym(dict, gensym(key), value) == RESULT_OK);
+  require(dictionary_appendsym(dict, symbol(key), value) == RESULT_OK);
 }
 
 void append(t_dictionary *dict, const char *key, double value) {
-  require(dictionary_appendfloat(dict, gensym(key), value) == RESULT_OK);
+  require(dictionary_appendfloat(dict, symbol(key), value) == RESULT_OK);
 }
 
 void append_cascade(const t_veltane *x, Owned<t_atomarray> array, const t_zpk *zpk) {
@@ -165,7 +173,7 @@ void publish_header(const t_veltane *x) {
   // A "chebyshev-2" says 0 here, not its attenuation: readers of dictionaries
   // rely on it.
   const double ripple = is_chebyshev1(x) ? x->passband_ripple : 0.0;
-  append(x->dict, "schema", gensym("veltane"));
+  append(x->dict, "schema", symbol("veltane"));
   append(x->dict, "response", x->response);
   append(x->dict, "topology", x->topology);
   append(x->dict, "ripple", ripple);
@@ -224,7 +232,7 @@ void design(t_veltane *x, const Frequencies &at) {
   // do anything, freeing the box included.
   t_atom name{};
   atom_setsym(&name, x->name);
-  outlet_anything(x->outlet, gensym("dictionary"), 1, &name);
+  outlet_anything(x->outlet, symbol("dictionary"), 1, &name);
 }
 
 }  // namespace
@@ -233,7 +241,7 @@ void veltane_prewarp(t_symbol *response, double *fs, double *wo, double *bw, dou
   constexpr double half_pi = 1.5707963267948966;
   const double edge1 = std::tan(w1 * half_pi);
   const double edge2 = std::tan(half_pi * w2);
-  if (response == gensym("bandpass") || response == gensym("bandstop")) {
+  if (response == symbol("bandpass") || response == symbol("bandstop")) {
     *wo = std::sqrt(4.0 * edge2 * (edge1 * 4.0));
     *bw = 4.0 * (edge2 - edge1);
   } else {

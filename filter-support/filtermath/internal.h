@@ -53,9 +53,6 @@ void inverse(const double *src, double *dst, int32_t n);
  */
 t_complex64list eigenvalues(const _matrix64 *matrix);
 
-/** The eigenvalues of bf^-1 af, as above, for two matrices of the same square shape. */
-t_complex64list pencil_eigenvalues(const _matrix64 *af, const _matrix64 *bf);
-
 // --- roots.cpp ---------------------------------------------------------------
 
 /** @return whether a root counts as real: an imaginary part of 0.0, or NaN. */
@@ -80,7 +77,17 @@ t_complex64list in_expanding_order(t_complex64list roots);
 /** Sorts with `complex64pair_cmp`; equal keys keep their order, NaNs go last. */
 void sort_pairs(std::vector<t_complex64pair> &pairs);
 
-// --- owning pointers ---------------------------------------------------------
+// --- symbols and owning pointers ---------------------------------------------------------
+
+/**
+ * @return the symbol with this text; raises std::bad_alloc. A null symbol would
+ * make one comparison of a design fail and the next one not.
+ */
+inline t_symbol *symbol(const char *text) {
+  t_symbol *interned = gensym(text);
+  if (interned == nullptr) throw std::bad_alloc();
+  return interned;
+}
 
 struct MatrixDeleter {
   void operator()(_matrix64 *matrix) const { matrix64_free(matrix); }

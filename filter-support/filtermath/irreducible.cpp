@@ -92,11 +92,4 @@ t_complex64list eigenvalues(const _matrix64 *matrix) {
   return eigenvalues(RowMajor(mapped(matrix)));
 }
 
-t_complex64list pencil_eigenvalues(const _matrix64 *af, const _matrix64 *bf) {
-  if (af->cols == 0) return {};
-  const Eigen::MatrixXd product =
-      Eigen::MatrixXd(mapped(bf)).inverse() * Eigen::MatrixXd(mapped(af));
-  return eigenvalues(RowMajor(product));
-}
-
 }  // namespace filtermath

@@ -21,13 +21,13 @@ struct Zeros {
 Zeros placed_zeros(t_symbol *response, int order, double wo) {
   const auto n = static_cast<std::size_t>(std::max(order, 0));
   const double theta = std::atan2(wo, 4.0);
-  if (response == gensym("highpass")) return {t_complex64list(n, 1.0), pi};
-  if (response == gensym("bandpass")) {
+  if (response == filtermath::symbol("highpass")) return {t_complex64list(n, 1.0), pi};
+  if (response == filtermath::symbol("bandpass")) {
     t_complex64list zeros(n, 1.0);
     zeros.insert(zeros.end(), n, -1.0);
     return {std::move(zeros), 2.0 * theta};
   }
-  if (response == gensym("bandstop")) {
+  if (response == filtermath::symbol("bandstop")) {
     const Complex zero = filtermath::unit_circle(-2.0 * theta);
     t_complex64list zeros;
     for (std::size_t i = 0; i < n; ++i) zeros.insert(zeros.end(), {zero, std::conj(zero)});

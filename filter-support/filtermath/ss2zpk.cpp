@@ -29,11 +29,11 @@ void store(const t_complex64list &zero_list, const t_complex64list &pole_list, d
 
 // Where the bilinear transform puts the zeros of an all-pole design.
 t_complex64list placed_zeros(std::size_t n, t_symbol *response, double w0) {
-  if (response == gensym("highpass")) return t_complex64list(n, 1.0);
+  if (response == filtermath::symbol("highpass")) return t_complex64list(n, 1.0);
   t_complex64list zeros(n, -1.0);
-  if (response == gensym("bandpass")) {
+  if (response == filtermath::symbol("bandpass")) {
     for (std::size_t k = 0; k < n / 2; ++k) zeros[k] = 1.0;
-  } else if (response == gensym("bandstop")) {
+  } else if (response == filtermath::symbol("bandstop")) {
     const double theta = std::atan2(w0, 4.0);
     for (std::size_t k = 0; k < n; ++k)
       zeros[k] = filtermath::unit_circle(k % 2 == 0 ? 2.0 * theta : -2.0 * theta);

@@ -76,7 +76,7 @@ void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw)
   matrix64_multiply_correctly(product, inverse, ss->c);
   pad(ss->c, product, 2 * product->cols, product->rows);
 
-  if (topology == gensym("chebyshev-2")) {
+  if (topology == filtermath::symbol("chebyshev-2")) {
     ss->d->data[0] = 1.0;
   } else {
     // Only four states let this product C A^-1 B be formed; otherwise `product`

@@ -93,15 +93,27 @@ void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
     std::copy_n(&matrix->data[row * matrix->cols], q, &block->data[row * q]);
 }
 
-// The monic numerator: the characteristic polynomial of Bf^-1 Af.
-t_complex64list monic_numerator(const _matrix64 *af, const _matrix64 *bf) {
+// Bf^-1 Af. Its eigenvalues are the zeros.
+void pencil_quotient(_matrix64 *quotient, const _matrix64 *af, const _matrix64 *bf) {
   const Matrix inverse;
-  const Matrix product;
-  const Matrix coefficients;
   matrix64_inverse(inverse, bf);
-  matrix64_multiply(product, inverse, af, false);
-  filtermath_poly(product, coefficients);
-  return {coefficients->data, coefficients->data + coefficients->capacity};
+  matrix64_multiply(quotient, inverse, af, false);
+}
+
+// A - B C / D, the state matrix of the inverse system, which has the same
+// eigenvalues ([Kai] 2.2). The reflection leaves a negative pivot as it is, and
+// one of next to nothing makes Bf singular; this needs D alone.
+void inverse_system(_matrix64 *quotient, const _statespace *ss) {
+  matrix64_copy(quotient, ss->a);
+  for (int32_t row = 0; row < ss->a->rows; ++row)
+    for (int32_t column = 0; column < ss->a->cols; ++column)
+      quotient->data[row * quotient->cols + column] -=
+          ss->b->data[row] * (ss->c->data[column] / ss->d->data[0]);
+}
+
+bool all_numbers(const t_complex64list &roots) {
+  return std::none_of(roots.begin(), roots.end(),
+                      [](const auto &root) { return std::isnan(root.real()); });
 }
 
 }  // namespace
@@ -161,5 +173,18 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
   const Matrix bf;
   leading_block(af, t, n);
   leading_block(bf, s, n);
-  zpk->zeros = coefficients ? monic_numerator(af, bf) : filtermath::pencil_eigenvalues(af, bf);
+  const Matrix quotient;
+  pencil_quotient(quotient, af, bf);
+  zpk->zeros = filtermath::eigenvalues(quotient);
+  if (!all_numbers(zpk->zeros)) {
+    inverse_system(quotient, ss);
+    zpk->zeros = filtermath::eigenvalues(quotient);
+  }
+  if (coefficients) {
+    t_complex64list expanded;
+    filtermath_poly(zpk->zeros, expanded);
+    std::transform(expanded.begin(), expanded.end(), expanded.begin(),
+                   [](const auto &coefficient) { return coefficient.real(); });
+    zpk->zeros = std::move(expanded);
+  }
 }

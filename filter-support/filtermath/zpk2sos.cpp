@@ -22,11 +22,12 @@ struct Grouping {
   double second_order[3];
 
   Grouping(t_symbol *topology, t_symbol *response, bool odd_pairs) {
-    const bool highpass = response == gensym("highpass");
-    const bool bandpass = response == gensym("bandpass");
-    all_pole = topology == gensym("butterworth") || topology == gensym("chebyshev-1");
-    fixed_numerators = all_pole && response != gensym("bandstop");
-    adjacent_zeros = topology == gensym("chebyshev-2");
+    const bool highpass = response == filtermath::symbol("highpass");
+    const bool bandpass = response == filtermath::symbol("bandpass");
+    all_pole = topology == filtermath::symbol("butterworth") ||
+               topology == filtermath::symbol("chebyshev-1");
+    fixed_numerators = all_pole && response != filtermath::symbol("bandstop");
+    adjacent_zeros = topology == filtermath::symbol("chebyshev-2");
     ends_meet = adjacent_zeros && bandpass && odd_pairs;
     first_order = highpass ? -1.0 : 1.0;
     second_order[0] = 1.0;
