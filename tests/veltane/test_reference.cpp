@@ -27,7 +27,16 @@ struct Reference {
   double gain;
   bool double_pole;
   int order;
+  std::vector<double> fixed;  // b1 / b0 and b2 / b0 of every section, where the
+                              // response alone decides them
 };
+
+// The zeros of an all-pole design lie at -1, at 1, or at both.
+std::vector<double> fixed_numerator(const std::string &family, const std::string &response) {
+  if (family == "chebyshev-2" || response == "bandstop") return {};
+  if (response == "bandpass") return {0.0, -1.0};
+  return {response == "highpass" ? -2.0 : 2.0, 1.0};
+}
 
 std::vector<Complex> complex_list(const Json &list) {
   std::vector<Complex> roots;
@@ -59,6 +68,7 @@ std::vector<Reference> read_references() {
     reference.gain = record.at("gain").get<double>();
     reference.double_pole =
         std::count(reference.poles.begin(), reference.poles.end(), Complex(0.0, 0.0)) > 1;
+    reference.fixed = fixed_numerator(family, response);
     references.push_back(reference);
   }
   return references;
@@ -129,23 +139,44 @@ TEST_F(ReferenceTest, SectionsAreCountedOrderedAndLaidOutAsPromised) {
     const auto cascade = numbers(designed(reference.settings), "cascade");
     const std::size_t poles = reference.poles.size();
     ASSERT_EQ(cascade.size(), 5 * (poles / 2 + poles % 2)) << reference.name;
-    double nearest = -1.0;
+
+    // The denominators that the conjugate pairs must have, nearest to the circle
+    // first; pairs at the same distance may come in either order.
+    std::vector<Complex> upper;
+    for (const Complex &pole : reference.poles)
+      if (pole.imag() > 0.0) upper.push_back(pole);
+    double last = -1.0;
+    std::size_t pairs = 0;
     for (std::size_t k = 0; k < poles / 2; ++k) {
       const double *section = &cascade[5 * k];
-      EXPECT_NEAR(section[0], k == 0 ? reference.gain : 1.0,
-                  k == 0 ? std::abs(reference.gain) * 1e-5 : 0.0)
-          << reference.name << ": the gain is in the first section alone";
-      // a2 is the squared modulus of a conjugate pair.
       const double a1 = section[3];
       const double a2 = section[4];
-      if (a1 * a1 >= 4 * a2) continue;
-      const double from_circle = std::abs(1.0 - std::sqrt(a2));
-      EXPECT_GE(from_circle, nearest - 1e-9) << reference.name << ": section " << k;
-      nearest = std::max(nearest, from_circle);
+      const bool is_pair = a1 * a1 < 4 * a2;
+      if (is_pair && !reference.double_pole) {
+        const auto partner = std::find_if(upper.begin(), upper.end(), [&](const Complex &pole) {
+          return std::abs(a1 + 2 * pole.real()) < 1e-9 && std::abs(a2 - std::norm(pole)) < 1e-9;
+        });
+        ASSERT_NE(partner, upper.end()) << reference.name << ": section " << k;
+        const double from_circle = 1.0 - std::abs(*partner);
+        EXPECT_GE(from_circle, last - 1e-9) << reference.name << ": section " << k;
+        last = from_circle;
+        upper.erase(partner);
+        ++pairs;
+      }
+      // All but the first section begin with 1, and the first has all the gain.
+      EXPECT_NEAR(section[0] / (k == 0 ? reference.gain : 1.0), 1.0, k == 0 ? 1e-5 : 0.0)
+          << reference.name << ": section " << k;
+      if (reference.fixed.empty()) continue;
+      EXPECT_EQ(section[1], reference.fixed[0] * section[0]) << reference.name;
+      EXPECT_EQ(section[2], reference.fixed[1] * section[0]) << reference.name;
     }
+    EXPECT_TRUE(reference.double_pole || upper.empty()) << reference.name << ": a pair is missing";
+    EXPECT_TRUE(reference.double_pole || pairs > 0) << reference.name;
     if (poles % 2 == 1) {
-      EXPECT_EQ(cascade[cascade.size() - 3], 0.0) << reference.name << ": b2";
-      EXPECT_EQ(cascade[cascade.size() - 1], 0.0) << reference.name << ": a2";
+      const double *section = &cascade[cascade.size() - 5];
+      EXPECT_EQ(section[0], 1.0) << reference.name << ": no gain in the first-order section";
+      EXPECT_EQ(section[2], 0.0) << reference.name << ": b2";
+      EXPECT_EQ(section[4], 0.0) << reference.name << ": a2";
     }
   }
 }
