@@ -131,6 +131,18 @@ TEST_F(HazardTest, CutoffsAtBothEndsOfTheScale) {
                       " order: " + order + " frequency: " + cutoffs));
 }
 
+// The eigenvalue iteration gives up on the pencil of these.
+TEST_F(HazardTest, TheWidestBandstopsHaveTheirZerosOnTheCircle) {
+  for (const std::string order : {"20", "38", "62"}) {
+    const std::vector<double> zeros = numbers(
+        banged(
+            make("units: normalized response: bandstop frequency: 0.0001 0.9999 order: " + order)),
+        "zeroes");
+    for (std::size_t i = 0; i < zeros.size(); i += 2)
+      EXPECT_NEAR(std::hypot(zeros[i], zeros[i + 1]), 1.0, 1e-9) << order;
+  }
+}
+
 TEST_F(HazardTest, InfiniteCutoffs) {
   const tests::Watchdog watchdog("infinite cutoffs");
   const double infinity = std::numeric_limits<double>::infinity();
