@@ -18,9 +18,14 @@ TEST_F(BoxTest, TheThreeSwitchesDecideTheKeys) {
     if (tf != 0) expected.insert(expected.end(), {"denominator", "numerator"});
     if (zpk != 0) expected.insert(expected.end(), {"zeroes", "poles", "gain"});
     if (sos != 0) expected.emplace_back("cascade");
-    const auto dictionary =
-        designed(fmt::format("zpk_output: {} sos_output: {} tf_output: {}", zpk, sos, tf));
-    EXPECT_THAT(keys(dictionary), ElementsAreArray(expected)) << zpk << sos << tf;
+    const Box box = make(fmt::format("zpk_output: {} sos_output: {} tf_output: {}", zpk, sos, tf));
+    host.start_trace();
+    host.send(box, "bang");
+    std::vector<std::string> appended;
+    for (const patchbay::Call &call : host.stop_trace())
+      if (call.operation.starts_with("dictionary_append")) appended.push_back(call.arguments.at(0));
+    EXPECT_THAT(appended, ElementsAreArray(expected)) << zpk << sos << tf;
+    EXPECT_THAT(keys(published(box)), ElementsAreArray(expected)) << zpk << sos << tf;
   }
 }
 

@@ -1,13 +1,11 @@
 /* A client that answers every notice with one more change of the sender. */
 
-#include "brontal/brontal.h"
+#include "plain_class.h"
 
 typedef struct t_client {
   t_object object;
   t_long step;
 } t_client;
-
-static t_class *s_class;
 
 static t_long notify(void *x, t_symbol *s, t_symbol *message, void *sender, void *data) {
   const double step = 1.0;
@@ -17,13 +15,6 @@ static t_long notify(void *x, t_symbol *s, t_symbol *message, void *sender, void
   (void)data;
   object_attr_setdouble_array(sender, gensym("step"), 1, &step);
   return 0;
-}
-
-static void *make(t_symbol *name, t_long argc, t_atom *argv) {
-  (void)name;
-  (void)argc;
-  (void)argv;
-  return object_alloc(s_class);
 }
 
 BRONTAL_EXPORT void ext_main(void) {

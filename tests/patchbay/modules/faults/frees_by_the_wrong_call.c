@@ -1,8 +1,6 @@
 /* Hands each kind of thing to a release that is not for it, then to the right one. */
 
-#include "brontal/brontal.h"
-
-static t_class *s_class;
+#include "plain_class.h"
 
 static void bang(void *x) {
   void *block = sysmem_newptr(8);
@@ -17,13 +15,6 @@ static void bang(void *x) {
   sysmem_freeptr(block);
   object_free(dictionary);
   qelem_free(task);
-}
-
-static void *make(t_symbol *name, t_long argc, t_atom *argv) {
-  (void)name;
-  (void)argc;
-  (void)argv;
-  return object_alloc(s_class);
 }
 
 BRONTAL_EXPORT void ext_main(void) {

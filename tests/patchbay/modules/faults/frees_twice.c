@@ -1,8 +1,6 @@
 /* Releases each kind of thing twice. */
 
-#include "brontal/brontal.h"
-
-static t_class *s_class;
+#include "plain_class.h"
 
 static void bang(void *x) {
   void *block = sysmem_newptr(8);
@@ -17,13 +15,6 @@ static void bang(void *x) {
   object_free(array);
   qelem_free(task);
   qelem_free(task);
-}
-
-static void *make(t_symbol *name, t_long argc, t_atom *argv) {
-  (void)name;
-  (void)argc;
-  (void)argv;
-  return object_alloc(s_class);
 }
 
 BRONTAL_EXPORT void ext_main(void) {

@@ -1,8 +1,6 @@
 /* Never releases what it asks for, one kind a message. */
 
-#include "brontal/brontal.h"
-
-static t_class *s_class;
+#include "plain_class.h"
 
 static void leak_a_block(void *x) {
   (void)x;
@@ -25,13 +23,6 @@ static void leak_a_task(void *x) { qelem_set(qelem_new(x, leak_a_block)); }
 static void leak_an_instance(void *x) {
   (void)x;
   object_new_typed(common_symbols->box, gensym("leaks"), 0, NULL);
-}
-
-static void *make(t_symbol *name, t_long argc, t_atom *argv) {
-  (void)name;
-  (void)argc;
-  (void)argv;
-  return object_alloc(s_class);
 }
 
 BRONTAL_EXPORT void ext_main(void) {

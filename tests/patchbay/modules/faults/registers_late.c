@@ -1,20 +1,11 @@
 /* Goes on building its class after its start. */
 
-#include "brontal/brontal.h"
+#include "plain_class.h"
 
 typedef struct t_box {
   t_object object;
   t_long value;
 } t_box;
-
-static t_class *s_class;
-
-static void *make(t_symbol *name, t_long argc, t_atom *argv) {
-  (void)name;
-  (void)argc;
-  (void)argv;
-  return object_alloc(s_class);
-}
 
 static void bang(void *x) {
   (void)x;

@@ -1,8 +1,6 @@
 /* Goes on with what it has released, and with what went with something else. */
 
-#include "brontal/brontal.h"
-
-static t_class *s_class;
+#include "plain_class.h"
 
 static void bang(void *x) {
   t_dictionary *dictionary = dictionary_new();
@@ -16,13 +14,6 @@ static void bang(void *x) {
   dictobj_register(dictionary, &name);
   object_method_imp(array, gensym("setatoms64"), (t_long)0, NULL);
   qelem_set(task);
-}
-
-static void *make(t_symbol *name, t_long argc, t_atom *argv) {
-  (void)name;
-  (void)argc;
-  (void)argv;
-  return object_alloc(s_class);
 }
 
 BRONTAL_EXPORT void ext_main(void) {
