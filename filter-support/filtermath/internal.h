@@ -53,6 +53,20 @@ void inverse(const double *src, double *dst, int32_t n);
  */
 t_complex64list eigenvalues(const _matrix64 *matrix);
 
+// --- series.cpp --------------------------------------------------------------
+
+/**
+ * Takes a model apart that is a series of two or more sections, each a component
+ * of A, and gives the inverse of each section: its eigenvalues are the section's
+ * zeros.
+ * @param ss        n states; a one-input, one-output model
+ * @param quotient  receives an n x n matrix with the state matrices of the inverse
+ *                  sections on its diagonal and zeros elsewhere; untouched if the
+ *                  model is no such series
+ * @return whether it is, to within rounding
+ */
+bool inverse_sections(const _statespace *ss, _matrix64 *quotient);
+
 // --- roots.cpp ---------------------------------------------------------------
 
 /** @return whether a root counts as real: an imaginary part of 0.0, or NaN. */

@@ -10,14 +10,15 @@ namespace {
 
 constexpr double relative_tolerance = 2.2204e-15;
 
-// The Frobenius norm, as the root of the trace of A^T A.
+// The Frobenius norm of a square matrix, as the root of the trace of A^T A.
 double frobenius_norm(const _matrix64 *a) {
-  const Matrix transposed;
-  const Matrix square;
-  matrix64_transpose(a, transposed);
-  matrix64_multiply_correctly(square, a, transposed);
   double trace = 0.0;
-  for (int32_t i = 0; i < square->cols; ++i) trace += matrix64_get(square, i, i);
+  for (int32_t column = 0; column < a->cols; ++column) {
+    double sum = 0.0;
+    for (int32_t row = 0; row < a->rows; ++row)
+      sum += matrix64_get(a, column, row) * matrix64_get(a, column, row);
+    trace += sum;
+  }
   return std::sqrt(trace);
 }
 
@@ -93,9 +94,20 @@ void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
     std::copy_n(&matrix->data[row * matrix->cols], q, &block->data[row * q]);
 }
 
-// Bf^-1 Af. Its eigenvalues are the zeros.
-void pencil_quotient(_matrix64 *quotient, const _matrix64 *af, const _matrix64 *bf) {
+// The zeros as eigenvalues of the pencil: reduced by a reflection to (Af, Bf) of the
+// size of A, then Bf^-1 Af.
+void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
+  const int32_t n = s->cols - 1;
+  const Matrix t;
+  pertranspose(t, s);
+  shift_identity(s);
+  reflect(t, s, tol);
+
+  const Matrix af;
+  const Matrix bf;
   const Matrix inverse;
+  leading_block(af, t, n);
+  leading_block(bf, s, n);
   matrix64_inverse(inverse, bf);
   matrix64_multiply(quotient, inverse, af, false);
 }
@@ -162,19 +174,10 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
   int nu = 0;
   filtermath_ss_tzreduce(s, 1, n, 1, tol, 1, 0, &mu, &nu);
   if (nu == 0) return;
+  zpk->gain = ss->d->data[0];
 
-  const Matrix t;
-  pertranspose(t, s);
-  shift_identity(s);
-  reflect(t, s, tol);
-  zpk->gain = matrix64_get(s, 0, n);
-
-  const Matrix af;
-  const Matrix bf;
-  leading_block(af, t, n);
-  leading_block(bf, s, n);
   const Matrix quotient;
-  pencil_quotient(quotient, af, bf);
+  if (!filtermath::inverse_sections(ss, quotient)) pencil_quotient(quotient, s, tol);
   zpk->zeros = filtermath::eigenvalues(quotient);
   if (!all_numbers(zpk->zeros)) {
     inverse_system(quotient, ss);

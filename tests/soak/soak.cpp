@@ -33,6 +33,12 @@ const std::vector<Cutoffs> bands = {
     {0.1, 0.9},       {0.25, 0.75},    {0.3, 0.3001}, {0.3, 0.32},      {0.5, 0.51},
     {0.5, 0.9999},    {0.7, 0.71},     {0.9, 0.91},   {0.99, 0.999},    {0.9998, 0.9999}};
 
+// The same for a whole run.
+struct Levels {
+  double ripple = 0.5;
+  double attenuation = 96.0;
+};
+
 struct Setting {
   std::string family;
   std::string response;
@@ -110,7 +116,6 @@ std::string verdict(const Setting &setting, const patchbay::Dictionary &dictiona
   for (const char *key : {"zeroes", "poles", "cascade"})
     for (const double value : numbers(dictionary, key))
       if (!std::isfinite(value)) return fmt::format("'{}' is not finite", key);
-  margin = std::numeric_limits<double>::infinity();
   for (std::size_t i = 0; i < poles.size(); i += 2)
     margin = std::min(margin, inside(poles[i], poles[i + 1]));
   if (margin <= 0.0) return "a pole is not inside the unit circle";
@@ -127,14 +132,17 @@ std::string verdict(const Setting &setting, const patchbay::Dictionary &dictiona
   return "";
 }
 
-void run(patchbay::Host &host, const Setting &setting, double limit, Tally &tally) {
+void run(patchbay::Host &host, const Setting &setting, const Levels &levels, double limit,
+         Tally &tally) {
   const patchbay::Box box = host.make(fmt::format(
-      "veltane name: soak units: normalized topology: {} response: {} order: {} frequency: {}",
-      setting.family, setting.response, setting.order, fmt::join(setting.cutoffs, " ")));
+      "veltane name: soak units: normalized topology: {} response: {} order: {} frequency: {} "
+      "passband_ripple: {} stopband_attenuation: {}",
+      setting.family, setting.response, setting.order, fmt::join(setting.cutoffs, " "),
+      levels.ripple, levels.attenuation));
   const auto start = std::chrono::steady_clock::now();
   host.send(box, "bang");
   const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-  double margin = 0.0;
+  double margin = std::numeric_limits<double>::infinity();
   std::string problem = verdict(setting, host.dictionary("soak").value(), margin);
   if (problem.empty() && took.count() > limit) problem = "it is slow";
   host.free(box);
@@ -166,6 +174,10 @@ int main(int argc, char **argv) {
   app.add_option("--seed", seed, "of the draw");
   double limit = std::numeric_limits<double>::infinity();
   app.add_option("--seconds", limit, "a design that takes longer is a problem");
+  Levels levels;
+  app.add_option("--ripple", levels.ripple, "of chebyshev-1, in dB")->capture_default_str();
+  app.add_option("--attenuation", levels.attenuation, "of chebyshev-2, in dB")
+      ->capture_default_str();
   CLI11_PARSE(app, argc, argv);
 
   std::ostringstream ignored;
@@ -173,7 +185,7 @@ int main(int argc, char **argv) {
   host.load(module);
   Tally tally;
   const std::vector<Setting> settings = count == 0 ? every_setting() : sample(count, seed);
-  for (const Setting &setting : settings) run(host, setting, limit, tally);
+  for (const Setting &setting : settings) run(host, setting, levels, limit, tally);
   for (const std::string &problem : host.close()) {
     ++tally.problems;
     fmt::print("{}\n", problem);
