@@ -106,6 +106,9 @@ inline t_symbol *symbol(const char *text) {
 struct MatrixDeleter {
   void operator()(_matrix64 *matrix) const { matrix64_free(matrix); }
 };
+struct StatespaceDeleter {
+  void operator()(_statespace *model) const { statespace_free(model); }
+};
 struct BlockDeleter {
   void operator()(double *block) const { sysmem_freeptr(block); }
 };
@@ -117,10 +120,22 @@ class Matrix {
  public:
   Matrix() : matrix_(matrix64_new()) {}
   operator _matrix64 *() const { return matrix_.get(); }
+  _matrix64 *get() const { return matrix_.get(); }
   _matrix64 *operator->() const { return matrix_.get(); }
 
  private:
   MatrixPointer matrix_;
+};
+
+/** A new model of empty matrices, likewise. */
+class Statespace {
+ public:
+  Statespace() : model_(statespace_new()) {}
+  operator _statespace *() const { return model_.get(); }
+  _statespace *operator->() const { return model_.get(); }
+
+ private:
+  std::unique_ptr<_statespace, StatespaceDeleter> model_;
 };
 
 /** A block of doubles from the host, its contents undefined. */
