@@ -1,0 +1,70 @@
+#!/usr/bin/python3
+"""Times veltane, SciPy and liquid-dsp on the same designs, and prints what came out."""
+
+import argparse
+import json
+import subprocess
+import sys
+from pathlib import Path
+
+import document
+import machine
+import measure
+import picture
+import report
+
+DOCUMENT = Path(__file__).parent.parent / "docs" / "performance.md"
+
+
+def parts(results, build):
+    """The lines of each part, by the name it has in the document."""
+    return {
+        "machine": machine.description(build),
+        "aims": report.aims(results),
+        "burst": report.burst(results),
+        "times": report.times(results),
+        "wrong filters": report.wrong_filters(results),
+        "crossings": report.crossings(results),
+        "growth": report.growth(results),
+    }
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--build", required=True, help="the folder of the build with benchmarks")
+    parser.add_argument("--quick", action="store_true",
+                        help="one round over a few orders, to see that all of it runs")
+    parser.add_argument("--again", action="store_true",
+                        help="report the last measurement once more")
+    parser.add_argument("--write", action="store_true",
+                        help="put what was measured into docs/performance.md, with its picture")
+    arguments = parser.parse_args()
+    if arguments.quick and (arguments.write or arguments.again):
+        parser.error("a quick run is no measurement: give --quick, or --write and --again")
+
+    rounds, min_time = (1, 0.001) if arguments.quick else (5, 0.05)
+    kept = Path(arguments.build) / "measured.json"
+    try:
+        if arguments.again:
+            results = json.loads(kept.read_text(encoding="utf-8"))
+        else:
+            results = measure.measure(arguments.build, rounds, min_time, arguments.quick)
+        if not arguments.quick:
+            kept.write_text(json.dumps(results), encoding="utf-8")
+        written = parts(results, arguments.build)
+        for name, lines in written.items():
+            print(f"\n{name}\n")
+            print("\n".join(lines))
+        print("\n* misses a level of the textbook by more than 0.1 dB")
+        if arguments.write:
+            DOCUMENT.write_text(document.filled(DOCUMENT.read_text(encoding="utf-8"), written),
+                                encoding="utf-8")
+            picture.draw(results, DOCUMENT.with_suffix(".svg"))
+    except (OSError, RuntimeError, ValueError, subprocess.CalledProcessError) as error:
+        print(f"compare.py: {error}", file=sys.stderr)
+        return 3
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

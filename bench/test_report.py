@@ -1,0 +1,123 @@
+#!/usr/bin/python3
+"""Tests of what is made of the measurements."""
+
+import unittest
+
+from scipy import signal
+
+import analysis
+import bench_scipy
+import designs
+import document
+import levels
+import measure
+import report
+
+
+def design(order, ours, scipys, liquids, right=True):
+    run = {"right": True, "allocations": 3, "bytes": 4096}
+    runs = {"veltane": {**run, "us": ours}, "SciPy": {**run, "us": scipys},
+            "liquid-dsp": {**run, "us": liquids, "right": right}}
+    return {"name": f"chebyshev-2/lowpass/{order}", "family": "chebyshev-2",
+            "response": "lowpass", "order": order, "runs": runs}
+
+
+class Analysis(unittest.TestCase):
+    def test_a_line_that_crosses_half_way_between_logarithms(self):
+        self.assertAlmostEqual(analysis.first_crossing([2, 8], [0.5, 2.0]), 4.0)
+
+    def test_a_line_that_touches_crosses_there(self):
+        self.assertAlmostEqual(analysis.first_crossing([2, 8, 16], [0.5, 1.0, 0.9]), 8.0)
+
+    def test_a_line_that_is_above_from_the_start(self):
+        self.assertEqual(analysis.first_crossing([2, 8], [1.5, 2.0]), 2)
+
+    def test_a_line_that_stays_below(self):
+        self.assertIsNone(analysis.first_crossing([2, 8], [0.5, 0.99]))
+
+    def test_a_cubic_cost_has_exponent_three(self):
+        found = analysis.exponents([2, 5, 64], [8.0, 125.0, 64.0**3])
+        for exponent in found:
+            self.assertAlmostEqual(exponent, 3.0)
+
+
+class Levels(unittest.TestCase):
+    def test_scipy_designs_what_the_textbook_says(self):
+        plan = designs.designs(quick=False)
+        settings = plan["passband_ripple"], plan["stopband_attenuation"]
+        for entry in plan["designs"]:
+            sos = bench_scipy.maker(entry, *settings)()[3]
+            found = [bench_scipy.level(sos, at) for at in entry["levels_at"]]
+            self.assertTrue(levels.is_right(entry, *settings, found), entry["name"])
+            off = [found[0], found[1] - 2 * levels.TOLERANCE]
+            self.assertFalse(levels.is_right(entry, *settings, off), entry["name"])
+
+    def test_another_cutoff_is_noticed(self):
+        entry = {"family": "butterworth", "response": "lowpass", "order": 5, "cutoffs": [0.25],
+                 "levels_at": [0.125, 0.25]}
+        sos = signal.butter(5, 0.24, output="sos")
+        found = [bench_scipy.level(sos, at) for at in entry["levels_at"]]
+        self.assertFalse(levels.is_right(entry, 0.5, 96.0, found))
+
+    def test_what_is_not_finite_is_wrong(self):
+        entry = designs.DEFAULT
+        for value in (float("nan"), float("-inf")):
+            self.assertFalse(levels.is_right(entry, 0.5, 96.0, [value, -96.0]))
+
+
+class Measure(unittest.TestCase):
+    def test_the_least_time_counts_in_any_unit(self):
+        found = [{"x": {"cpu_time": 3.0, "time_unit": "us"}},
+                 {"x": {"cpu_time": 2900.0, "time_unit": "ns"}}]
+        self.assertAlmostEqual(measure.least(found, "x")["us"], 2.9)
+
+    def test_one_refusal_is_a_refusal(self):
+        found = [{"x": {"cpu_time": 3.0, "time_unit": "us"}},
+                 {"x": {"error_occurred": True, "error_message": "no", "cpu_time": 0.0,
+                        "time_unit": "us"}}]
+        self.assertEqual(measure.least(found, "x"), {"refused": "no"})
+
+
+class Report(unittest.TestCase):
+    def test_aims_are_met_or_missed(self):
+        results = {"designs": [{**design(5, 10.0, 301.0, 0.4), "name": "default"},
+                               design(32, 10.0, 9.0, 1.0)]}
+        scipy, liquid, *families = report.aims(results)
+        self.assertIn("30.1 times", scipy)
+        self.assertTrue(scipy.endswith(": met"), scipy)
+        self.assertTrue(liquid.endswith(": MISSED"), liquid)
+        self.assertIn("MISSED, behind at lowpass 32", families[-1])
+
+    def test_a_wrong_filter_is_marked(self):
+        rows = report.times({"designs": [design(5, 10.0, 300.0, 0.5, right=False)]})
+        self.assertIn("0.5*", rows[-1])
+        self.assertIn("| 300 |", " ".join(rows[-1].split()))
+
+    def test_wrong_and_refused_filters_are_listed(self):
+        refused = design(16, 10.0, 300.0, 0.5)
+        refused["runs"]["liquid-dsp"] = {"refused": "no"}
+        found = report.wrong_filters(
+            {"designs": [design(5, 10.0, 300.0, 0.5, right=False), refused]})
+        self.assertEqual(found, [
+            "- veltane: none", "- SciPy: none",
+            "- liquid-dsp: chebyshev-2 lowpass 16 refused; chebyshev-2 lowpass 5"])
+
+    def test_numbers_keep_three_digits_and_no_exponent(self):
+        self.assertEqual([report.significant(x) for x in (0.012345, 12.345, 123456.0)],
+                         ["0.0123", "12.3", "123,000"])
+
+
+class Document(unittest.TestCase):
+    def test_only_what_is_measured_is_replaced(self):
+        text = "Prose.\n<!-- a -->\nold\n<!-- end -->\nMore.\n<!-- b -->\n<!-- end -->\n"
+        self.assertEqual(document.filled(text, {"a": ["new \\1"], "b": ["2"]}),
+                         "Prose.\n<!-- a -->\n\nnew \\1\n\n<!-- end -->\nMore.\n"
+                         "<!-- b -->\n\n2\n\n<!-- end -->\n")
+
+    def test_a_part_that_is_missing_is_an_error(self):
+        with self.assertRaises(ValueError):
+            document.filled("nothing", {"a": []})
+
+
+if __name__ == "__main__":
+    unittest.main()
