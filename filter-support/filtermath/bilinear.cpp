@@ -10,31 +10,32 @@ using filtermath::Matrix;
 void filtermath_bilinear(_statespace *ss, double fs) {
   const double t = 1.0 / fs;
   const double r = std::sqrt(t);
-  const Matrix p;
-  const Matrix m;
-  const Matrix identity;
-  const Matrix h;
-  const Matrix k;
-  const Matrix l;
+  Matrix p;
+  Matrix m;
+  Matrix identity;
+  Matrix h;
+  Matrix k;
+  Matrix l;
   matrix64_identity(identity, ss->a->cols);
   matrix64_scale(h, ss->a, 0.5 * t);
   matrix64_add(p, identity, h);
   matrix64_subtract(m, identity, h);
+  matrix64_inverse(m, m);
 
   matrix64_scale(h, ss->b, 0.5 * t);
-  matrix64_divide_right(k, ss->c, m);
+  matrix64_multiply(k, ss->c, m, false);
   matrix64_multiply(l, k, h, false);
   matrix64_add(ss->d, ss->d, l);
   matrix64_scale(ss->c, k, r);
 
-  matrix64_divide_left(h, m, ss->b, true);
+  matrix64_multiply(h, m, ss->b, true);
   matrix64_scale(ss->b, h, t / r);
-  matrix64_divide_left(ss->a, m, p, false);
+  matrix64_multiply(ss->a, m, p, false);
 }
 
 void filtermath_ss2coefs(const _statespace *ss, double ** /*num*/, int64_t * /*num_count*/,
                          double **den, int64_t *den_count) {
-  const Matrix coefficients;
+  Matrix coefficients;
   filtermath_poly(ss->a, coefficients);
   const int64_t count = coefficients->rows;
   filtermath::Block block = filtermath::new_block(count);

@@ -13,6 +13,9 @@ class Search {
  public:
   Search(const double *matrix, int32_t n)
       : matrix_(matrix), n_(n), entered_(at(n), 0), earliest_(at(n), 0) {
+    open_.reserve(at(n));
+    found_.states.reserve(at(n));
+    found_.begins.reserve(at(n) + 2);
     found_.begins.push_back(0);
     for (int32_t state = 0; state < n; ++state)
       if (entered_[at(state)] == 0) visit(state);

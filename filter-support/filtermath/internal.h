@@ -53,6 +53,21 @@ void inverse(const double *src, double *dst, int32_t n);
  */
 t_complex64list eigenvalues(const _matrix64 *matrix);
 
+// --- product.cpp -------------------------------------------------------------
+
+/**
+ * Adds a product to what `sum` holds, each element's terms in their order. Factors
+ * that are 0 are left out, so all others must be finite.
+ * @param a    rows x inner, row after row
+ * @param b    inner x cols
+ * @param sum  rows x cols; none of the factors
+ */
+void add_product(const double *a, const double *b, double *sum, int32_t rows, int32_t inner,
+                 int32_t cols);
+
+/** @return whether `count` elements are numbers and none is infinite. */
+bool all_finite(const double *elements, int64_t count);
+
 // --- series.cpp --------------------------------------------------------------
 
 /**
@@ -103,9 +118,6 @@ inline t_symbol *symbol(const char *text) {
   return interned;
 }
 
-struct MatrixDeleter {
-  void operator()(_matrix64 *matrix) const { matrix64_free(matrix); }
-};
 struct StatespaceDeleter {
   void operator()(_statespace *model) const { statespace_free(model); }
 };
@@ -113,21 +125,21 @@ struct BlockDeleter {
   void operator()(double *block) const { sysmem_freeptr(block); }
 };
 
-using MatrixPointer = std::unique_ptr<_matrix64, MatrixDeleter>;
-
-/** A new empty matrix for the time of a computation; use it as a pointer. */
+/** An empty matrix for the time of a computation; use it as a pointer. */
 class Matrix {
  public:
-  Matrix() : matrix_(matrix64_new()) {}
-  operator _matrix64 *() const { return matrix_.get(); }
-  _matrix64 *get() const { return matrix_.get(); }
-  _matrix64 *operator->() const { return matrix_.get(); }
+  Matrix() = default;
+  Matrix(const Matrix &) = delete;
+  Matrix &operator=(const Matrix &) = delete;
+  ~Matrix() { sysmem_freeptr(matrix_.data); }
+  operator _matrix64 *() { return &matrix_; }
+  _matrix64 *operator->() { return &matrix_; }
 
  private:
-  MatrixPointer matrix_;
+  _matrix64 matrix_{};
 };
 
-/** A new model of empty matrices, likewise. */
+/** A model of empty matrices, likewise. */
 class Statespace {
  public:
   Statespace() : model_(statespace_new()) {}

@@ -22,74 +22,95 @@ using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::Ro
 using Index = Eigen::Index;
 using States = Eigen::Map<const Eigen::Matrix<int32_t, Eigen::Dynamic, 1>>;
 
-States states_of(const Components &parts, std::size_t k) {
-  return {parts.states.data() + parts.begins[k], parts.begins[k + 1] - parts.begins[k]};
-}
-
-// The solver leaves its result unwritten when it gives up, so that its verdict
-// has to be asked for before the result is read.
-bool append_eigenvalues(const Eigen::MatrixXd &matrix, t_complex64list &values) {
-  if (matrix.size() == 1) {
-    values.emplace_back(matrix(0, 0));
-    return true;
-  }
-  const Eigen::EigenSolver<Eigen::MatrixXd> solver(matrix, false);
-  if (solver.info() != Eigen::Success) return false;
-  values.insert(values.end(), solver.eigenvalues().begin(), solver.eigenvalues().end());
-  return true;
-}
-
-bool append_block_eigenvalues(const RowMajor &matrix, t_complex64list &values) {
-  if (!matrix.allFinite()) return false;
-  const Components parts = components(matrix.data(), static_cast<int32_t>(matrix.rows()));
-  for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {
-    const States states = states_of(parts, k);
-    if (!append_eigenvalues(matrix(states, states), values)) return false;
-  }
-  return true;
-}
-
-t_complex64list eigenvalues(const RowMajor &matrix) {
-  t_complex64list values;
-  if (append_block_eigenvalues(matrix, values)) return in_expanding_order(std::move(values));
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-  return t_complex64list(static_cast<std::size_t>(matrix.rows()), {nan, nan});
-}
+// Up to this size a block needs no memory of its own.
+constexpr int usual_states = 4;
+using UsualBlock = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::ColMajor,
+                                 usual_states, usual_states>;
 
 Eigen::Map<const RowMajor> mapped(const _matrix64 *matrix) {
   return {matrix->data, matrix->rows, matrix->cols};
 }
 
+// The matrix with its components as blocks on the diagonal.
+RowMajor reordered(const Eigen::Map<const RowMajor> &matrix, const Components &parts) {
+  const States order(parts.states.data(), matrix.rows());
+  return matrix(order, order);
+}
+
+// The solver leaves its result unwritten when it gives up, so that its verdict
+// has to be asked for before the result is read.
+template <typename Matrix>
+bool append_eigenvalues(const Matrix &matrix, t_complex64list &values) {
+  if (matrix.size() == 1) {
+    values.emplace_back(matrix(0, 0));
+    return true;
+  }
+  const Eigen::EigenSolver<Matrix> solver(matrix, false);
+  if (solver.info() != Eigen::Success) return false;
+  values.insert(values.end(), solver.eigenvalues().begin(), solver.eigenvalues().end());
+  return true;
+}
+
+bool append_block_eigenvalues(const Eigen::Map<const RowMajor> &matrix, t_complex64list &values) {
+  if (!matrix.allFinite()) return false;
+  const Components parts = components(matrix.data(), static_cast<int32_t>(matrix.rows()));
+  for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {
+    const States states(parts.states.data() + parts.begins[k],
+                        parts.begins[k + 1] - parts.begins[k]);
+    const bool found = states.size() <= usual_states
+                           ? append_eigenvalues(UsualBlock(matrix(states, states)), values)
+                           : append_eigenvalues(Eigen::MatrixXd(matrix(states, states)), values);
+    if (!found) return false;
+  }
+  return true;
+}
+
+// Block substitution, the components being in order from `begin` on: a row of the
+// matrix has elements in its own block B and in columns of earlier ones, whose rows
+// X of the inverse are known by then. Its own are B^-1 (I - sum of a X).
+template <typename Block>
+void invert_block(const RowMajor &matrix, Index begin, Index size, RowMajor &result) {
+  const Block inverse = Block(matrix.block(begin, begin, size, size)).inverse();
+  auto before = result.block(begin, 0, size, begin);
+  for (Index row = 0; row < size; ++row)
+    for (Index column = 0; column < begin; ++column)
+      if (const double a = matrix(begin + row, column); a != 0.0)
+        before.row(row) -= a * result.row(column).head(begin);
+  for (Index column = 0; column < begin; ++column)
+    before.col(column) = (inverse.lazyProduct(before.col(column))).eval();
+  result.block(begin, begin, size, size) = inverse;
+}
+
 }  // namespace
 
-// Block substitution: with the components in order, a row of the matrix has
-// elements in its own block B and in columns of earlier ones, whose rows X of the
-// inverse are known by then. Its own are B^-1 (I - sum of a X).
 void inverse(const double *src, double *dst, int32_t n) {
-  const RowMajor matrix = Eigen::Map<const RowMajor>(src, n, n);
+  const Eigen::Map<const RowMajor> matrix(src, n, n);
   const Components parts = components(src, n);
   if (parts.begins.size() == 2) {
     Eigen::Map<RowMajor>(dst, n, n) = Eigen::MatrixXd(matrix).inverse();
     return;
   }
+  const RowMajor blocks = reordered(matrix, parts);
   RowMajor result = RowMajor::Zero(n, n);
   for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {
-    const States states = states_of(parts, k);
-    const Eigen::MatrixXd block_inverse = Eigen::MatrixXd(matrix(states, states)).inverse();
-    RowMajor known = RowMajor::Zero(states.size(), n);
-    for (Index row = 0; row < states.size(); ++row)
-      for (Index column = 0; column < n; ++column)
-        if (const double a = matrix(states[row], column);
-            a != 0.0 && !std::binary_search(states.begin(), states.end(), column))
-          known.row(row) -= a * result.row(column);
-    result(states, Eigen::all) = block_inverse * known;
-    result(states, states) = block_inverse;
+    const Index begin = parts.begins[k];
+    const Index size = parts.begins[k + 1] - begin;
+    if (size <= usual_states)
+      invert_block<UsualBlock>(blocks, begin, size, result);
+    else
+      invert_block<Eigen::MatrixXd>(blocks, begin, size, result);
   }
-  Eigen::Map<RowMajor>(dst, n, n) = result;
+  const States order(parts.states.data(), n);
+  Eigen::Map<RowMajor>(dst, n, n)(order, order) = result;
 }
 
 t_complex64list eigenvalues(const _matrix64 *matrix) {
-  return eigenvalues(RowMajor(mapped(matrix)));
+  t_complex64list values;
+  values.reserve(static_cast<std::size_t>(matrix->rows));
+  if (append_block_eigenvalues(mapped(matrix), values))
+    return in_expanding_order(std::move(values));
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  return t_complex64list(static_cast<std::size_t>(matrix->rows), {nan, nan});
 }
 
 }  // namespace filtermath

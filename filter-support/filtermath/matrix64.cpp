@@ -18,6 +18,15 @@ bool same_shape(const _matrix64 *a, const _matrix64 *b) {
   return a->cols == b->cols && a->rows == b->rows;
 }
 
+// Whether leaving out the zeros changes no element of the product: 0 times what is
+// not finite is not 0. The product must not be one of the factors, and have its size.
+bool is_plain(const _matrix64 *product, const _matrix64 *a, const _matrix64 *b) {
+  return product != a && product != b &&
+         product->capacity == int64_t{product->cols} * product->rows &&
+         filtermath::all_finite(a->data, int64_t{a->cols} * a->rows) &&
+         filtermath::all_finite(b->data, int64_t{b->cols} * b->rows);
+}
+
 }  // namespace
 
 _matrix64 *matrix64_new() {
@@ -69,6 +78,10 @@ int matrix64_multiply(_matrix64 *product, const _matrix64 *a, const _matrix64 *b
   if (a->cols != b->rows) return -1;
   matrix64_resize(product, b->cols, a->rows);
   matrix64_clear(product);
+  if ((checked || a->rows == 1 || a->rows == b->cols) && is_plain(product, a, b)) {
+    filtermath::add_product(a->data, b->data, product->data, a->rows, a->cols, b->cols);
+    return 0;
+  }
   const int32_t row_length = checked ? b->cols : a->rows;
   for (int32_t i = 0; i < a->rows; ++i) {
     for (int32_t j = 0; j < b->cols; ++j) {
@@ -91,14 +104,10 @@ int matrix64_multiply_correctly(_matrix64 *product, const _matrix64 *a, const _m
   if (a->rows != b->cols) return -1;
   matrix64_resize(product, a->cols, b->rows);
   matrix64_clear(product);
-  for (int32_t i = 0; i < a->cols; ++i) {
-    for (int32_t j = 0; j < b->rows; ++j) {
-      double sum = 0.0;
-      for (int32_t k = 0; k < a->rows; ++k)
-        sum += b->data[j * a->rows + k] * a->data[k * a->cols + i];
-      product->data[i * b->rows + j] = sum;
-    }
-  }
+  for (int32_t j = 0; j < b->rows; ++j)
+    for (int32_t k = 0; k < a->rows; ++k)
+      for (int32_t i = 0; i < a->cols; ++i)
+        product->data[i * b->rows + j] += b->data[j * a->rows + k] * a->data[k * a->cols + i];
   return 0;
 }
 
@@ -122,13 +131,13 @@ int matrix64_inverse(_matrix64 *dst, const _matrix64 *src) {
 }
 
 int matrix64_divide_left(_matrix64 *result, const _matrix64 *a, const _matrix64 *b, bool checked) {
-  const filtermath::Matrix inverse;
+  filtermath::Matrix inverse;
   const int status = matrix64_inverse(inverse, a);
   return status == 0 ? matrix64_multiply(result, inverse, b, checked) : status;
 }
 
 int matrix64_divide_right(_matrix64 *result, const _matrix64 *a, const _matrix64 *b) {
-  const filtermath::Matrix inverse;
+  filtermath::Matrix inverse;
   const int status = matrix64_inverse(inverse, b);
   return status == 0 ? matrix64_multiply(result, a, inverse, false) : status;
 }

@@ -39,9 +39,9 @@ Zeros placed_zeros(t_symbol *response, int order, double wo) {
 // sum(coefficients[k] cos(k w)): what a polynomial's real part is at w. For a
 // bandpass the imaginary part counts too, and is left out all the same.
 double cosine_sum(const double *coefficients, int32_t count, double w) {
-  const Matrix cosines;
-  const Matrix column;
-  const Matrix sum;
+  Matrix cosines;
+  Matrix column;
+  Matrix sum;
   matrix64_resize(cosines, count, 1);
   matrix64_resize(column, 1, count);
   for (int32_t k = 0; k < count; ++k) cosines->data[k] = std::cos(k * w);

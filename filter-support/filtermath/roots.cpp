@@ -37,6 +37,7 @@ void join_conjugates(t_complex64list &sorted) {
 t_complex64list in_expanding_order(t_complex64list roots) {
   // Where each pair, or real root, begins.
   std::vector<std::size_t> begins;
+  begins.reserve(roots.size() + 1);
   for (std::size_t i = 0; i < roots.size(); i += is_real(roots[i]) ? 1 : 2) begins.push_back(i);
   begins.push_back(roots.size());
   t_complex64list ordered;

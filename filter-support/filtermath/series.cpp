@@ -39,15 +39,17 @@ void take_magnitudes(_matrix64 *matrix) {
 // element of the model that it makes. It multiplies by (I + A) / 2, A being the new
 // one, what has the size of R B, C R and R, with R = (I + A)^-1.
 void bound_rounding(const _statespace *ss, _statespace *bound) {
-  const Matrix grown;
-  const Matrix r;
-  const Matrix product;
+  Matrix grown;
+  Matrix r;
+  Matrix product;
   matrix64_identity(product, ss->a->rows);
   matrix64_add(grown, product, ss->a);
   matrix64_inverse(r, grown);
   matrix64_multiply(bound->b, r, ss->b, true);
   matrix64_multiply(bound->c, ss->c, r, true);
-  for (_matrix64 *matrix : {grown.get(), r.get(), bound->b, bound->c}) take_magnitudes(matrix);
+  for (_matrix64 *matrix :
+       {static_cast<_matrix64 *>(grown), static_cast<_matrix64 *>(r), bound->b, bound->c})
+    take_magnitudes(matrix);
 
   matrix64_multiply(bound->d, bound->c, grown, true);
   matrix64_copy(product, bound->d);

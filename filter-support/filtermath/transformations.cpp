@@ -42,8 +42,8 @@ void filtermath_lp2lp(_statespace *ss, double wo) {
 }
 
 void filtermath_lp2hp(_statespace *ss, double wo) {
-  const Matrix inverse;
-  const Matrix product;
+  Matrix inverse;
+  Matrix product;
   matrix64_inverse(inverse, ss->a);
   matrix64_multiply_correctly(product, inverse, ss->c);
   matrix64_copy(ss->c, product);
@@ -56,7 +56,7 @@ void filtermath_lp2hp(_statespace *ss, double wo) {
 
 void filtermath_lp2bp(_statespace *ss, double wo, double bw) {
   const double q = bw / wo;
-  const Matrix scaled;
+  Matrix scaled;
   matrix64_scale(scaled, ss->a, q);
   matrix64_scale(scaled, scaled, wo);
   tie_states(ss->a, scaled, wo);
@@ -70,8 +70,8 @@ void filtermath_lp2bp(_statespace *ss, double wo, double bw) {
 }
 
 void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw) {
-  const Matrix inverse;
-  const Matrix product;
+  Matrix inverse;
+  Matrix product;
   matrix64_inverse(inverse, ss->a);
   matrix64_multiply_correctly(product, inverse, ss->c);
   pad(ss->c, product, 2 * product->cols, product->rows);
@@ -82,7 +82,7 @@ void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw)
     // Only four states let this product C A^-1 B be formed; otherwise `product`
     // still holds C A^-1, whose first element is the same number where B is
     // (1, 0, ..., 0).
-    const Matrix row;
+    Matrix row;
     matrix64_copy(row, ss->c);
     row->cols = 4;
     matrix64_multiply_correctly(product, ss->b, row);

@@ -64,15 +64,15 @@ void reflect(_matrix64 *t, _matrix64 *s, double tol) {
   double is_zero = 0.0;
   filtermath_ss_housh(x, n + 1, tol, &beta, &is_zero);
 
-  const Matrix u;
-  const Matrix u_row;
+  Matrix u;
+  Matrix u_row;
   matrix64_resize(u, 1, n + 1);
   std::transform(x.begin(), x.end(), u->data, [](const auto &value) { return value.real(); });
   matrix64_transpose(u, u_row);
 
   // T - beta (T u) u^T. The product comes out transposed, and is turned back.
-  const Matrix w;
-  const Matrix v;
+  Matrix w;
+  Matrix v;
   matrix64_multiply_correctly(w, u, t);
   matrix64_multiply_correctly(v, u_row, w);
   matrix64_scale(v, v, beta);
@@ -80,7 +80,7 @@ void reflect(_matrix64 *t, _matrix64 *s, double tol) {
   matrix64_subtract(t, t, w);
 
   // The same for [0 I], whose product with u is u without its first element.
-  const Matrix tail;
+  Matrix tail;
   matrix64_resize(tail, 1, n);
   std::copy_n(u->data + 1, n, tail->data);
   matrix64_multiply(v, tail, u_row, true);
@@ -98,14 +98,14 @@ void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
 // size of A, then Bf^-1 Af.
 void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
   const int32_t n = s->cols - 1;
-  const Matrix t;
+  Matrix t;
   pertranspose(t, s);
   shift_identity(s);
   reflect(t, s, tol);
 
-  const Matrix af;
-  const Matrix bf;
-  const Matrix inverse;
+  Matrix af;
+  Matrix bf;
+  Matrix inverse;
   leading_block(af, t, n);
   leading_block(bf, s, n);
   matrix64_inverse(inverse, bf);
@@ -168,7 +168,7 @@ void filtermath_ss_tzreduce(const _matrix64 *S, int m, int n, int p, double tol,
 void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
   const int32_t n = ss->a->cols;
   const double tol = frobenius_norm(ss->a) * relative_tolerance;
-  const Matrix s;
+  Matrix s;
   fill_system_matrix(s, ss);
   int mu = 0;
   int nu = 0;
@@ -176,7 +176,7 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
   if (nu == 0) return;
   zpk->gain = ss->d->data[0];
 
-  const Matrix quotient;
+  Matrix quotient;
   if (!filtermath::inverse_sections(ss, quotient)) pencil_quotient(quotient, s, tol);
   zpk->zeros = filtermath::eigenvalues(quotient);
   if (!all_numbers(zpk->zeros)) {

@@ -43,6 +43,7 @@ struct Split {
 
 Split split(const t_complex64list &roots) {
   Split result;
+  result.complex.reserve(roots.size());
   for (const Complex &root : roots)
     (filtermath::is_real(root) ? result.real : result.complex).push_back(root);
   return result;
@@ -72,6 +73,7 @@ Pairs pair_poles(Split &poles) {
     longer.pop_back();
   }
   Pairs pairs;
+  pairs.reserve(poles.complex.size() / 2);
   for (std::size_t i = 0; i < poles.complex.size(); i += 2) {
     const Complex &first = poles.complex[i];
     const double radius = std::sqrt(first.real() * first.real() + first.imag() * first.imag());
@@ -91,6 +93,7 @@ Pairs pair_zeros(const t_complex64list &all_zeros, const Grouping &grouping) {
     std::rotate(sorted.begin(), sorted.begin() + 1, sorted.end());
   const std::size_t half = sorted.size() / 2;
   Pairs pairs;
+  pairs.reserve(half + 1);
   for (std::size_t k = 0; k < half; ++k) {
     if (grouping.adjacent_zeros)
       pairs.push_back({sorted[2 * k], sorted[2 * k + 1], 0.0});

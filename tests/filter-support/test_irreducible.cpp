@@ -59,27 +59,27 @@ TEST(ComponentsOf, EachLeadsToEarlierOnesOnly) {
 TEST(ComponentsOf, NothingAreNone) { EXPECT_EQ(sets({}, 0), Sets{}); }
 
 TEST(IrreducibleInverse, KeepsStructuralZerosExact) {
-  const filtermath::MatrixPointer matrix(cascade(20, 0.9, 0.3, 5.0));
-  const filtermath::Matrix inverse;
-  ASSERT_EQ(matrix64_inverse(inverse, matrix.get()), 0);
+  const support::Matrix matrix(cascade(20, 0.9, 0.3, 5.0));
+  support::Matrix inverse(matrix64_new());
+  ASSERT_EQ(matrix64_inverse(inverse.get(), matrix.get()), 0);
   for (int32_t row = 0; row < 40; ++row)
     for (int32_t column = row + 1 + (row % 2 == 0 ? 1 : 0); column < 40; ++column)
-      EXPECT_EQ(matrix64_get(inverse, column, row), 0.0) << column << ", " << row;
+      EXPECT_EQ(matrix64_get(inverse.get(), column, row), 0.0) << column << ", " << row;
 }
 
 TEST(IrreducibleInverse, TimesTheMatrixIsTheIdentity) {
-  const filtermath::MatrixPointer matrix(cascade(6, 0.9, 0.3, 0.5));
-  const filtermath::Matrix inverse;
-  const filtermath::Matrix product;
-  matrix64_inverse(inverse, matrix.get());
-  matrix64_multiply(product, inverse, matrix.get(), true);
+  const support::Matrix matrix(cascade(6, 0.9, 0.3, 0.5));
+  support::Matrix inverse(matrix64_new());
+  support::Matrix product(matrix64_new());
+  matrix64_inverse(inverse.get(), matrix.get());
+  matrix64_multiply(product.get(), inverse.get(), matrix.get(), true);
   for (int32_t row = 0; row < 12; ++row)
     for (int32_t column = 0; column < 12; ++column)
-      EXPECT_NEAR(matrix64_get(product, column, row), row == column ? 1.0 : 0.0, 1e-10);
+      EXPECT_NEAR(matrix64_get(product.get(), column, row), row == column ? 1.0 : 0.0, 1e-10);
 }
 
 TEST(IrreducibleInverse, OfASingularBlockIsNotFinite) {
-  const filtermath::MatrixPointer matrix(cascade(3, 0.9, 0.3, 0.5));
+  const support::Matrix matrix(cascade(3, 0.9, 0.3, 0.5));
   for (int32_t i = 2; i < 4; ++i)
     for (int32_t j = 2; j < 4; ++j) matrix64_set(matrix.get(), i, j, 1.0);
   ASSERT_EQ(matrix64_inverse(matrix.get(), matrix.get()), 0);
@@ -88,7 +88,7 @@ TEST(IrreducibleInverse, OfASingularBlockIsNotFinite) {
 
 // A QR iteration on the whole matrix is off by more than 1 here.
 TEST(IrreducibleEigenvalues, OfARepeatedSectionAreExact) {
-  const filtermath::MatrixPointer matrix(cascade(30, 0.9, 0.3, 5.0));
+  const support::Matrix matrix(cascade(30, 0.9, 0.3, 5.0));
   const t_complex64list values = filtermath::eigenvalues(matrix.get());
   ASSERT_EQ(values.size(), 60U);
   for (std::size_t i = 0; i < values.size(); i += 2) {
@@ -98,10 +98,10 @@ TEST(IrreducibleEigenvalues, OfARepeatedSectionAreExact) {
 }
 
 TEST(IrreducibleEigenvalues, AreAllThereWhenReordered) {
-  const filtermath::Matrix matrix;
-  matrix64_identity(matrix, 7);
-  for (int32_t i = 0; i < 7; ++i) matrix64_set(matrix, i, i, i);
-  t_complex64list values = filtermath::eigenvalues(matrix);
+  support::Matrix matrix(matrix64_new());
+  matrix64_identity(matrix.get(), 7);
+  for (int32_t i = 0; i < 7; ++i) matrix64_set(matrix.get(), i, i, i);
+  t_complex64list values = filtermath::eigenvalues(matrix.get());
   std::sort(values.begin(), values.end(), complex64_cmp);
   for (std::size_t i = 0; i < 7; ++i) EXPECT_EQ(values[i], Complex(static_cast<double>(i)));
 }

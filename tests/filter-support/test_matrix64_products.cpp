@@ -86,6 +86,37 @@ RC_GTEST_PROP(Matrix64Product, UncheckedIsOrdinaryForSquaresAndForASingleRow, ()
   }
 }
 
+// Also where factors are zero, and where 0 meets what is not finite.
+RC_GTEST_PROP(Matrix64Product, IsTheSumOfAllItsTermsInTheirOrder, ()) {
+  const auto rows = *rc::gen::inRange<std::size_t>(1, 6);
+  const auto inner = *rc::gen::inRange<std::size_t>(1, 6);
+  const auto cols = *rc::gen::inRange<std::size_t>(1, 6);
+  const auto elements = [](std::size_t count) {
+    return *rc::gen::container<Values>(count,
+                                       rc::gen::weightedElement<double>({{8, 0.0},
+                                                                         {4, 0.1},
+                                                                         {4, -1e9},
+                                                                         {4, 3e-7},
+                                                                         {4, 7.0},
+                                                                         {1, infinity},
+                                                                         {1, not_a_number}}));
+  };
+  const Values x = elements(rows * inner);
+  const Values y = elements(inner * cols);
+  const Matrix a = shaped(static_cast<int32_t>(inner), static_cast<int32_t>(rows));
+  const Matrix b = shaped(static_cast<int32_t>(cols), static_cast<int32_t>(inner));
+  std::copy(x.begin(), x.end(), a->data);
+  std::copy(y.begin(), y.end(), b->data);
+  const Values found = stored(product(a, b, true).get());
+  for (std::size_t row = 0; row < rows; ++row)
+    for (std::size_t col = 0; col < cols; ++col) {
+      double sum = 0.0;
+      for (std::size_t k = 0; k < inner; ++k) sum += x[row * inner + k] * y[k * cols + col];
+      const double value = found[row * cols + col];
+      RC_ASSERT((std::isnan(sum) && std::isnan(value)) || value == sum);
+    }
+}
+
 TEST(Matrix64Product, AProductReplacesWhatItsStorageHeld) {
   const Matrix a = matrix({{2.0}});
   const Matrix b = matrix({{3.0}});
