@@ -22,15 +22,18 @@ void sort_roots(t_complex64list &roots) {
 // A run of equal real parts is sorted by descending imaginary part, so that
 // conjugates are as far from its two ends.
 void join_conjugates(t_complex64list &sorted) {
-  auto begin = sorted.begin();
-  while (begin != sorted.end()) {
+  for (auto begin = sorted.begin(); begin != sorted.end();) {
     const double real = begin->real();
     const auto end =
         std::find_if(begin + 1, sorted.end(),
                      [real](const std::complex<double> &root) { return root.real() != real; });
-    const t_complex64list run(begin, end);
-    for (std::size_t i = 0; i < run.size(); ++i)
-      *begin++ = i % 2 == 0 ? run[i / 2] : run[run.size() - 1 - i / 2];
+    if (end - begin > 2) {
+      const t_complex64list run(begin, end);
+      for (std::size_t i = 0; i < run.size(); ++i)
+        begin[static_cast<std::ptrdiff_t>(i)] =
+            i % 2 == 0 ? run[i / 2] : run[run.size() - 1 - i / 2];
+    }
+    begin = end;
   }
 }
 
