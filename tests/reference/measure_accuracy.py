@@ -1,202 +1,145 @@
 #!/usr/bin/python3
-"""Measures published filters, and SciPy's, against the closed form in 60 digits.
+"""Measures published filters, and SciPy's, against the closed form.
 
 Each design is run through the command `veltane`, so what is measured is what
-the module publishes. Prints a table, the worst of all settings for each family,
-response and order:
+the module publishes. Prints a table, the worst of all cutoffs for each family,
+response and order; what could not be had, or is no number, counts as infinite:
 
   poles     largest distance from the true pole; a true double pole, which no
             double can hold apart, is compared by the mean of the two
   zeros     the same for zeros
   den       largest error of a denominator coefficient, over the largest one
-  num       the same for the numerator
+  num       the same for the numerator; of butterworth and chebyshev-1 it is the
+            shape that counts, the numerator over its first coefficient
+  scale     relative error of the numerator's first coefficient
   gain      relative error of the gain
-  level     largest error of the cascade's response in dB, at frequencies down to
-            120 dB below its peak
-  scipy     poles and gain of SciPy's zpk form, and its den, for the same designs
+  sections  largest error of the sections' response in dB, where the true one is
+            less than 120 dB below its peak
+  shape     the same, once the level at the peak is set right
+  whole     the same as sections, but over the whole axis; near zeros it counts
+            relative to the level of the stopband
+  scipy     SciPy's poles, gain, denominator and sections for the same designs
 
-With --check it exits 1 when poles, zeros or polynomials leave the tolerances.
+With --check it exits 1 when a design leaves the limits, and says which.
 """
 
 import argparse
 import json
-import subprocess
+import os
 import sys
-import warnings
+from concurrent.futures import ProcessPoolExecutor
+from functools import partial
+from itertools import groupby
 
-import mpmath
-import numpy
-import scipy.optimize
-import scipy.signal
+from designs import FAMILIES, ORDERS, RESPONSES, Design, all_designs
+from measures import SMALLEST_GAIN, measure
 
-import closed_form
+COLUMNS = ("poles", "zeros", "den", "num", "scale", "gain", "sections", "shape", "whole")
+SCIPY_COLUMNS = ("poles", "gain", "den", "sections")
 
-DIGITS = 60
-RIPPLE = 0.5
-ATTENUATION = 60.0
-FAMILIES = ("butterworth", "chebyshev-1", "chebyshev-2")
-RESPONSES = ("lowpass", "highpass", "bandpass", "bandstop")
-ORDERS = (2, 3, 5, 8, 12, 16, 24, 32, 50, 64, 100, 128, 200)
-# One cutoff, and two: from the bottom of the scale to its top.
-SETTINGS = {
-    "low": ((0.001,), (0.001, 0.002)),
-    "narrow": ((0.01,), (0.30, 0.32)),
-    "half": ((0.5,), (0.25, 0.75)),
-    "wide": ((0.7,), (0.1, 0.8)),
-    "high": ((0.95,), (0.9, 0.99)),
-}
-COLUMNS = ("poles", "zeros", "den", "num", "gain", "level", "scipy poles", "scipy gain",
-           "scipy den")
-
-POLE_TOLERANCE = 1e-12
-CHEBYSHEV_2_ZERO_TOLERANCE = 1e-9
-PLACED_ZERO_TOLERANCE = 2.3e-16 * 2  # one unit in the last place of each part
-POLYNOMIAL_TOLERANCE = 1e-9
+POLE_LIMIT = 1e-12
+CHEBYSHEV_2_ZERO_LIMIT = 1e-9
+PLACED_ZERO_LIMIT = 2.3e-16 * 2  # one unit in the last place of each part
+POLYNOMIAL_LIMIT = 1e-9
 POLYNOMIAL_ORDERS = 64
+LEVEL_LIMIT_DB = 1e-6
+# The gain is a difference of numbers as large as the analog feed-through. Where
+# it is so much smaller than they, what rounding left in it shows in the level.
+LEVEL_REACH = 1e-8
 
 
-def published(veltane, family, response, order, cutoffs):
-    """The dictionary that the module publishes, lists as arrays."""
-    run = subprocess.run(
-        [veltane, "design", "--topology", family, "--response", response, "--order", str(order),
-         "--units", "normalized", "--frequency", *map(str, cutoffs), "--passband-ripple",
-         str(RIPPLE), "--stopband-attenuation", str(ATTENUATION), "--tf-output", "on",
-         "--format", "json"],
-        capture_output=True, text=True, check=True)
-    dictionary = json.loads(run.stdout)["dictionary"]
-    for key, value in dictionary.items():
-        if isinstance(value, list):
-            dictionary[key] = numpy.array([numpy.nan if x is None else x for x in value])
-    return dictionary
+def limits(design, found):
+    """What of a design is limited, and by how much."""
+    zeros = CHEBYSHEV_2_ZERO_LIMIT if design.family == "chebyshev-2" else PLACED_ZERO_LIMIT
+    limited = {"poles": POLE_LIMIT, "zeros": zeros}
+    if design.order <= POLYNOMIAL_ORDERS:
+        limited |= {"den": POLYNOMIAL_LIMIT, "num": POLYNOMIAL_LIMIT}
+    if found["true gain"] > SMALLEST_GAIN and found["reach"] >= LEVEL_REACH:
+        limited["whole"] = LEVEL_LIMIT_DB
+    return limited
 
 
-def roots(flat):
-    return flat[::2] + 1j * flat[1::2]
+def complaints(design, found):
+    """What leaves its limits, a text each."""
+    name = f"{design.family} {design.response} {design.order} {design.cutoffs}"
+    wrong = [f"{name}: {fault}" for fault in found["faults"]]
+    wrong += [f"{name}: {what} {found[what]:.1e} is above {limit:.1e}"
+              for what, limit in limits(design, found).items() if not found[what] <= limit]
+    if found["true gain"] <= SMALLEST_GAIN and not 0 <= found["published gain"] <= SMALLEST_GAIN:
+        wrong.append(f"{name}: the gain {found['published gain']} is too small to be a double, "
+                     "and yet it is published as one")
+    return wrong
 
 
-def expanded(true_roots):
-    """The coefficients of the monic polynomial, in twice the digits."""
-    with mpmath.workdps(3 * DIGITS):
-        coefficients = [mpmath.mpf(1)]
-        for root in true_roots:
-            coefficients.append(mpmath.mpf(0))
-            for i in range(len(coefficients) - 1, 0, -1):
-                coefficients[i] -= root * coefficients[i - 1]
-        return numpy.array([complex(c).real for c in coefficients])
+def measured(arguments):
+    """Yields (setting, design, errors) in the order of all_designs()."""
+    named = list(all_designs(arguments.orders, arguments.families, arguments.responses))
+    one = partial(measure, arguments.veltane, arguments.quick)
+    with ProcessPoolExecutor(arguments.jobs) as pool:
+        found = pool.map(one, [design for _, design in named], chunksize=4)
+        for (setting, design), errors in zip(named, found):
+            yield setting, design, errors
 
 
-def distance(found, true):
-    """The largest distance in the best pairing, equal true roots taken together."""
-    if len(found) != len(true) or not numpy.all(numpy.isfinite(found)):
-        return numpy.inf
-    row, column = scipy.optimize.linear_sum_assignment(abs(found[:, None] - true[None, :]))
-    partners = numpy.empty_like(found)
-    partners[column] = found[row]
-    worst = 0.0
-    for value in numpy.unique(true):
-        same = true == value
-        worst = max(worst, abs(partners[same].mean() - value))
-    return worst
+def heading(quick):
+    columns = [f"{c:>10}" for c in COLUMNS]
+    columns += [] if quick else [f"{'scipy ' + c:>15}" for c in SCIPY_COLUMNS]
+    return f"{'family':12}{'response':9}{'order':>5}" + "".join(columns)
 
 
-def relative_to_largest(found, true):
-    with numpy.errstate(all="ignore"):
-        error = numpy.max(abs(found - true)) / numpy.max(abs(true))
-    return error if numpy.isfinite(error) else numpy.inf
+def table_row(design, rows, quick):
+    worst = [f"{max(row[c] for row in rows):10.1e}" for c in COLUMNS]
+    worst += [] if quick else [f"{max(row['scipy'][c] for row in rows):15.1e}"
+                               for c in SCIPY_COLUMNS]
+    return f"{design.family:12}{design.response:9}{design.order:5}" + "".join(worst)
 
 
-@numpy.errstate(divide="ignore")  # a frequency may lie on a zero
-def level_error(cascade, zeros, poles, gain):
-    """The largest error of the cascade in dB, in extended precision."""
-    z = numpy.exp(1j * numpy.pi * numpy.linspace(0.0005, 0.9995, 400).astype(numpy.longdouble))
-    ours = numpy.zeros(z.size, numpy.longdouble)
-    for b0, b1, b2, a1, a2 in cascade.reshape(-1, 5).astype(numpy.longdouble):
-        ours += numpy.log10(abs((b0 * z + b1) * z + b2)) - numpy.log10(abs((z + a1) * z + a2))
-    true = numpy.full(z.size, numpy.log10(numpy.longdouble(mpmath.nstr(abs(gain), 25))))
-    for zero, pole in zip(zeros, poles):
-        true += numpy.log10(abs(z - numpy.clongdouble(complex(zero))))
-        true -= numpy.log10(abs(z - numpy.clongdouble(complex(pole))))
-    heard = true > true.max() - 6
-    return float(numpy.max(abs(20 * (ours - true)[heard])))
+def load(path):
+    """What --output wrote, as (setting, design, errors)."""
+    with open(path, encoding="utf-8") as file:
+        return [(setting, Design(*fields[:3], tuple(fields[3])), errors)
+                for setting, fields, errors in json.load(file)]
 
 
-def scipy_design(family, response, order, cutoffs, output):
-    edges = cutoffs[0] if len(cutoffs) == 1 else cutoffs
-    with warnings.catch_warnings(), numpy.errstate(all="ignore"):
-        warnings.simplefilter("ignore")
-        if family == "butterworth":
-            return scipy.signal.butter(order, edges, response, output=output)
-        if family == "chebyshev-1":
-            return scipy.signal.cheby1(order, RIPPLE, edges, response, output=output)
-        return scipy.signal.cheby2(order, ATTENUATION, edges, response, output=output)
-
-
-def measure(veltane, family, response, order, cutoffs):
-    """One value for each column."""
-    zeros, poles, gain = closed_form.design(
-        family, response, order, *cutoffs, ripple_db=RIPPLE, attenuation_db=ATTENUATION,
-        digits=DIGITS)
-    dictionary = published(veltane, family, response, order, cutoffs)
-    true_zeros = numpy.array([complex(zero) for zero in zeros])
-    true_poles = numpy.array([complex(pole) for pole in poles])
-    true_den = expanded(poles)
-    true_num = float(gain) * expanded(zeros)
-    measured = {
-        "poles": distance(roots(dictionary["poles"]), true_poles),
-        "zeros": distance(roots(dictionary["zeroes"]), true_zeros),
-        "den": relative_to_largest(dictionary["denominator"], true_den),
-        "num": relative_to_largest(dictionary["numerator"], true_num),
-        "gain": abs(dictionary["gain"] / float(gain) - 1),
-        "level": level_error(dictionary["cascade"], zeros, poles, gain),
-    }
-    try:
-        _, scipy_poles, scipy_gain = scipy_design(family, response, order, cutoffs, "zpk")
-        measured["scipy poles"] = distance(numpy.array(scipy_poles, complex), true_poles)
-        measured["scipy gain"] = abs(scipy_gain / float(gain) - 1)
-        _, scipy_den = scipy_design(family, response, order, cutoffs, "ba")
-        measured["scipy den"] = relative_to_largest(scipy_den, true_den)
-    except (ValueError, OverflowError, FloatingPointError):
-        for key in ("scipy poles", "scipy gain", "scipy den"):
-            measured.setdefault(key, numpy.inf)
-    return {key: value if value == value else numpy.inf for key, value in measured.items()}
-
-
-def complaints(family, response, order, worst):
-    """What leaves its tolerance, a text each."""
-    placed = family != "chebyshev-2"
-    limits = {
-        "poles": POLE_TOLERANCE,
-        "zeros": PLACED_ZERO_TOLERANCE if placed else CHEBYSHEV_2_ZERO_TOLERANCE,
-    }
-    if order <= POLYNOMIAL_ORDERS:
-        limits["den"] = POLYNOMIAL_TOLERANCE
-    return [f"{family} {response} {order}: {key} {worst[key]:.1e} is above {limit:.1e}"
-            for key, limit in limits.items() if not worst[key] <= limit]
+def listed(choices):
+    def parse(text):
+        words = text.split(",")
+        if not set(words) <= set(choices):
+            raise argparse.ArgumentTypeError(f"{text} is not a list of {', '.join(choices)}")
+        return words
+    return parse
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("veltane", help="the command to measure")
     parser.add_argument("--orders", type=lambda text: [int(n) for n in text.split(",")],
                         default=ORDERS, help="orders, separated by commas")
-    parser.add_argument("--check", action="store_true", help="exit 1 beyond the tolerances")
+    parser.add_argument("--families", type=listed(FAMILIES), default=FAMILIES)
+    parser.add_argument("--responses", type=listed(RESPONSES), default=RESPONSES)
+    parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="processes to use")
+    parser.add_argument("--quick", action="store_true",
+                        help="leave out SciPy, and what no limit is set to")
+    parser.add_argument("--output", help="write everything measured to this file, as JSON")
+    parser.add_argument("--check", action="store_true", help="exit 1 beyond the limits")
     arguments = parser.parse_args()
 
-    print(f"{'family':12}{'response':9}{'order':>5}" + "".join(f"{c:>12}" for c in COLUMNS))
-    problems = []
-    for family in FAMILIES:
-        for response in RESPONSES:
-            band = response.startswith("band")
-            for order in arguments.orders:
-                rows = [measure(arguments.veltane, family, response, order, cutoffs[band])
-                        for cutoffs in SETTINGS.values()]
-                worst = {key: max(row[key] for row in rows) for key in COLUMNS}
-                problems += complaints(family, response, order, worst)
-                print(f"{family:12}{response:9}{order:5}"
-                      + "".join(f"{worst[key]:12.1e}" for key in COLUMNS), flush=True)
+    print(heading(arguments.quick))
+    results = []
+    for _, group in groupby(measured(arguments), key=lambda result: result[1][:3]):
+        group = list(group)
+        results += group
+        print(table_row(group[0][1], [errors for _, _, errors in group], arguments.quick),
+              flush=True)
+    problems = [text for _, design, errors in results for text in complaints(design, errors)]
     for problem in problems:
         print(problem)
-    return 1 if arguments.check and problems else 0
+    print(f"{len(results)} designs measured, {len(problems)} times beyond the limits")
+    if arguments.output:
+        with open(arguments.output, "w", encoding="utf-8") as file:
+            json.dump(results, file, indent=0)
+    return 1 if arguments.check and (problems or not results) else 0
 
 
 if __name__ == "__main__":
