@@ -27,6 +27,7 @@ import argparse
 import json
 import os
 import sys
+import time
 from concurrent.futures import ProcessPoolExecutor
 from functools import partial
 from itertools import groupby
@@ -94,11 +95,24 @@ def table_row(design, rows, quick):
     return f"{design.family:12}{design.response:9}{design.order:5}" + "".join(worst)
 
 
+def store(path, results, minutes):
+    with open(path, "w", encoding="utf-8") as file:
+        json.dump({"minutes": minutes, "results": results}, file, indent=0)
+
+
 def load(path):
-    """What --output wrote, as (setting, design, errors)."""
+    """What store() wrote: the results, as (setting, design, errors), and the minutes taken."""
     with open(path, encoding="utf-8") as file:
-        return [(setting, Design(*fields[:3], tuple(fields[3])), errors)
-                for setting, fields, errors in json.load(file)]
+        stored = json.load(file)
+    return [(setting, Design(*fields[:3], tuple(fields[3])), errors)
+            for setting, fields, errors in stored["results"]], stored["minutes"]
+
+
+def order_list(text):
+    orders = [int(word) for word in text.split(",")]
+    if not all(2 <= order <= 200 for order in orders):
+        raise argparse.ArgumentTypeError(f"{text} has an order that is not within 2 to 200")
+    return orders
 
 
 def listed(choices):
@@ -114,8 +128,8 @@ def main():
     parser = argparse.ArgumentParser(
         description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("veltane", help="the command to measure")
-    parser.add_argument("--orders", type=lambda text: [int(n) for n in text.split(",")],
-                        default=ORDERS, help="orders, separated by commas")
+    parser.add_argument("--orders", type=order_list, default=ORDERS,
+                        help="orders, separated by commas")
     parser.add_argument("--families", type=listed(FAMILIES), default=FAMILIES)
     parser.add_argument("--responses", type=listed(RESPONSES), default=RESPONSES)
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="processes to use")
@@ -125,6 +139,7 @@ def main():
     parser.add_argument("--check", action="store_true", help="exit 1 beyond the limits")
     arguments = parser.parse_args()
 
+    began = time.monotonic()
     print(heading(arguments.quick))
     results = []
     for _, group in groupby(measured(arguments), key=lambda result: result[1][:3]):
@@ -137,8 +152,7 @@ def main():
         print(problem)
     print(f"{len(results)} designs measured, {len(problems)} times beyond the limits")
     if arguments.output:
-        with open(arguments.output, "w", encoding="utf-8") as file:
-            json.dump(results, file, indent=0)
+        store(arguments.output, results, (time.monotonic() - began) / 60)
     return 1 if arguments.check and (problems or not results) else 0
 
 
