@@ -23,8 +23,9 @@ Zeros placed_zeros(t_symbol *response, int order, double wo) {
   const double theta = std::atan2(wo, 4.0);
   if (response == filtermath::symbol("highpass")) return {t_complex64list(n, 1.0), pi};
   if (response == filtermath::symbol("bandpass")) {
-    t_complex64list zeros(n, 1.0);
-    zeros.insert(zeros.end(), n, -1.0);
+    // In turns: (z^2 - 1)^k grows no larger than the result, (z - 1)^n does.
+    t_complex64list zeros;
+    for (std::size_t i = 0; i < n; ++i) zeros.insert(zeros.end(), {1.0, -1.0});
     return {std::move(zeros), 2.0 * theta};
   }
   if (response == filtermath::symbol("bandstop")) {

@@ -83,6 +83,25 @@ TEST(ButterworthNumerator, OfABandpassPassesNeitherZeroNorNyquist) {
 
 // At the centre of a band only the cosines are compared. For a denominator that
 // belongs to another filter that is not unity gain, and here it must show.
+// (z^2 - 1)^n: every other coefficient is 0, the rest are binomials.
+TEST(ButterworthNumerator, OfABandpassKeepsItsShapeAtEveryOrder) {
+  for (const int order : {5, 64, 200}) {
+    Values den(static_cast<std::size_t>(2 * order + 1), 0.0);
+    den[0] = 1.0;
+    const Values num = butterworth_numerator("bandpass", order, den, 1.0);
+    ASSERT_EQ(num.size(), den.size());
+    double binomial = num[0];
+    for (int k = 0; k <= order; ++k) {
+      const auto at = static_cast<std::size_t>(2 * k);
+      EXPECT_NEAR(num[at] / binomial, 1.0, 1e-12) << order << ", " << k;
+      if (k < order) {
+        EXPECT_EQ(num[at + 1], 0.0) << order << ", " << k;
+      }
+      binomial *= -static_cast<double>(order - k) / (k + 1);
+    }
+  }
+}
+
 TEST(ButterworthNumerator, OfABandpassComparesCosinesOnlyAtItsCentre) {
   const double w = 0.35;
   const Values den = {1.0, 0.3, 0.5};
