@@ -44,6 +44,9 @@ PLACED_ZERO_LIMIT = 2.3e-16 * 2  # one unit in the last place of each part
 POLYNOMIAL_LIMIT = 1e-9
 POLYNOMIAL_ORDERS = 64
 LEVEL_LIMIT_DB = 1e-6
+# At the lowest cutoffs and highest orders no doubles are that near. Then the limit
+# is this many times what is left when the true filter's coefficients are rounded.
+TIMES_ROUNDED = 4
 # The gain is a difference of numbers as large as the analog feed-through. Where
 # it is so much smaller than they, what rounding left in it shows in the level.
 LEVEL_REACH = 1e-8
@@ -56,7 +59,8 @@ def limits(design, found):
     if design.order <= POLYNOMIAL_ORDERS:
         limited |= {"den": POLYNOMIAL_LIMIT, "num": POLYNOMIAL_LIMIT}
     if found["true gain"] > SMALLEST_GAIN and found["reach"] >= LEVEL_REACH:
-        limited["whole"] = LEVEL_LIMIT_DB
+        rounded = found["rounded"]["whole"] if "rounded" in found else 0.0
+        limited["whole"] = max(LEVEL_LIMIT_DB, TIMES_ROUNDED * rounded)
     return limited
 
 
