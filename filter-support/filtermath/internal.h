@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <new>
+#include <optional>
 
 #include "brontal/memory.h"
 #include "filtermath/analog.h"
@@ -81,6 +82,12 @@ bool all_finite(const double *elements, int64_t count);
  * @return whether it is, to within rounding
  */
 bool inverse_sections(const _statespace *ss, _matrix64 *quotient);
+
+/**
+ * @return D of the same kind of model, as the product of what each section feeds
+ *         through; nothing if the model is no such series
+ */
+std::optional<double> feed_through_of_sections(const _statespace *ss);
 
 // --- roots.cpp ---------------------------------------------------------------
 

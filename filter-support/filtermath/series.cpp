@@ -95,6 +95,18 @@ class Series {
     return holds(allowed);
   }
 
+  // The product of all d_k. With b d_k c where the neighbours of section k cross, and
+  // b c between it and the next one, all b and c cancel.
+  double feed_through() const {
+    double product = 1.0;
+    for (int32_t k = 1; k <= sections(); ++k) {
+      const auto [after, before] = link(k);
+      product *= (*this)(after, before);
+      if (k < sections()) product /= (*this)(after, link(k + 1).before);
+    }
+    return product;
+  }
+
   void fill_inverse_sections(_matrix64 *quotient) const {
     matrix64_resize(quotient, n_, n_);
     matrix64_clear(quotient);
@@ -193,18 +205,27 @@ class Series {
   std::vector<Link> links_;
 };
 
+bool is_series(const Series &series, const _statespace *ss) {
+  if (series.sections() < 2) return false;
+  if (series.exact()) return true;
+  const Statespace bound;
+  bound_rounding(ss, bound);
+  return series.exact_but_for(bound);
+}
+
 }  // namespace
 
 bool inverse_sections(const _statespace *ss, _matrix64 *quotient) {
   const Series series(ss);
-  if (series.sections() < 2) return false;
-  if (!series.exact()) {
-    const Statespace bound;
-    bound_rounding(ss, bound);
-    if (!series.exact_but_for(bound)) return false;
-  }
+  if (!is_series(series, ss)) return false;
   series.fill_inverse_sections(quotient);
   return true;
+}
+
+std::optional<double> feed_through_of_sections(const _statespace *ss) {
+  const Series series(ss);
+  if (!is_series(series, ss)) return std::nullopt;
+  return series.feed_through();
 }
 
 }  // namespace filtermath

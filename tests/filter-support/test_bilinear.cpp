@@ -62,6 +62,43 @@ TEST(Bilinear, KeepsTheResponseAtTheMappedFrequencies) {
   }
 }
 
+// The feed-through is the product of those of the sections, of 1e-57 here. Added up
+// from terms of about 1, it would be rounding: 800 dB too much.
+TEST(Bilinear, KeepsTheLevelOfAHighpassOfHighOrder) {
+  for (const int order : {8, 16, 50}) {
+    const Model ss = realised(butterworth(order));
+    filtermath_lp2hp(ss.get(), prewarped(0.95));
+    filtermath_bilinear(ss.get(), 2.0);
+    // The sections pass Nyquist with (1 + 1) / (1 + p) for each pole p.
+    Flat zeros, poles;
+    double gain = 0.0;
+    filtermath_ss2zpk_butterworth(ss.get(), gensym("highpass"), &zeros.data, &zeros.count,
+                                  &poles.data, &poles.count, &gain, 0.0);
+    Complex nyquist = gain;
+    for (const Complex pole : poles.roots()) nyquist *= -2.0 / (-1.0 - pole);
+    EXPECT_TRUE(close(nyquist, 1.0, 1e-10)) << order;
+  }
+}
+
+// Two first-order sections in parallel, whose feed-throughs cancel but for 1e-9.
+TEST(Bilinear, AFeedThroughThatCancelsInAnotherModelIsTheSum) {
+  const Model ss = model({{-1.0, 0.0}, {0.0, -3.0}}, {1.0, 1.0}, {1.0, 1.0}, 0.0);
+  ss->d->data[0] = -(0.25 / 1.25 + 0.25 / 1.75) + 1e-9;
+  filtermath_bilinear(ss.get(), 2.0);
+  EXPECT_NEAR(ss->d->data[0], 1e-9, 1e-16);
+}
+
+// Nor is it that of a series which something else is added to.
+TEST(Bilinear, AFeedThroughOutsideASeriesIsKept) {
+  const Model series = realised(butterworth(8));
+  filtermath_lp2hp(series.get(), prewarped(0.95));
+  const Model more = copy(series.get());
+  more->d->data[0] += 1e-6;
+  filtermath_bilinear(series.get(), 2.0);
+  filtermath_bilinear(more.get(), 2.0);
+  EXPECT_NEAR(more->d->data[0] - series->d->data[0], 1e-6, 1e-15);
+}
+
 TEST(Bilinear, KeepsTheMatricesOfTheModel) {
   const Model ss = realised(butterworth(3));
   const _statespace before = *ss;

@@ -1,7 +1,6 @@
 # Draws the worst errors against the order. The caller sets:
 #   data              columns: order; for poles and for denominators ours and
-#                     SciPy's; for sections ours, ours with the level set right,
-#                     and SciPy's
+#                     SciPy's; for sections the same
 #   top1, top2, top3  where each panel draws an infinite error
 #   picture           the file to write
 #   terminal          svg or png
@@ -21,7 +20,6 @@ unset key
 
 set style line 1 lc rgb "#000000" lw 2 dt 1 pt 7 ps 0.6
 set style line 2 lc rgb "#c04000" lw 2 dt (12,5) pt 6 ps 0.8
-set style line 3 lc rgb "#0060a0" lw 2 dt (2,4) pt 8 ps 0.8
 
 set title "Poles: largest distance"
 set yrange [1e-17:top1*3]
@@ -36,11 +34,10 @@ set ytics add ("none" top2)
 plot data using 1:4 with linespoints ls 1, data using 1:5 with linespoints ls 2
 
 set title "Sections: response error in dB"
-set yrange [1e-9:top3*10]
-set ytics 1e-8,100,top3/10
+set yrange [1e-12:top3*100]
+set ytics 1e-10,100,top3/10
 set ytics add ("none" top3)
-plot data using 1:6 with linespoints ls 1, data using 1:7 with linespoints ls 3, \
-     data using 1:8 with linespoints ls 2
+plot data using 1:6 with linespoints ls 1, data using 1:7 with linespoints ls 2
 
 # The key stands below all three.
 set lmargin at screen 0; set rmargin at screen 1
@@ -48,6 +45,5 @@ set bmargin at screen 0; set tmargin at screen 0.1
 unset logscale; unset border; unset xtics; unset ytics; unset grid; unset title; unset xlabel
 set key center center horizontal samplen 5 width 2
 plot [0:1] [0:1] NaN with linespoints ls 1 title "veltane", \
-     NaN with linespoints ls 3 title "veltane, level set right", \
      NaN with linespoints ls 2 title "SciPy"
 unset multiplot

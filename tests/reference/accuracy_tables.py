@@ -33,11 +33,6 @@ def chosen(results, **wanted):
     return [errors for setting, design, errors in results if matches(setting, design)]
 
 
-def lost_gain(errors):
-    """Whether the sections are off by their gain alone."""
-    return errors["gain"] > 1e-4
-
-
 def safe_order(results, form, family, response, setting):
     """The last measured order up to which a form is safe, and why it ends there."""
     orders = sorted({design.order for _, design, _ in results})
@@ -47,9 +42,7 @@ def safe_order(results, form, family, response, setting):
         if not (errors[form] <= SAFE_DB and errors[f"{form} stable"]):
             if form == "transfer":
                 return last
-            if errors["true gain"] < SMALLEST_GAIN:
-                return f"{last} u"
-            return f"{last} g" if lost_gain(errors) else last
+            return f"{last} u" if errors["true gain"] < SMALLEST_GAIN else last
         last = str(order)
     return last
 
@@ -79,44 +72,12 @@ def map_table(results, family):
             def scipy(name):
                 return figure(max(errors["scipy"][name] for errors in found), "none")
 
-            shapes = [e["shape"] for e in found if math.isfinite(e["shape"])]
             rows.append([
                 response, order, ours("poles"), scipy("poles"), ours("zeros"), ours("den"),
                 scipy("den"), ours("num"), ours("gain"), scipy("gain"), ours("sections"),
-                figure(max(shapes)), scipy("sections")])
+                scipy("sections")])
     return table(["response", "order", "poles", "SciPy", "zeros", "denominator", "SciPy",
-                  "numerator", "gain", "SciPy", "sections, dB", "level set right", "SciPy"], rows)
-
-
-def level_error(errors):
-    if errors["published gain"] == 0:
-        return "silent"
-    error = errors["sections"]
-    return f"{error:.0f} dB" if error >= 10 else f"{error:.1g} dB"
-
-
-GAIN_EXAMPLES = (
-    ("butterworth", "highpass", "high", (8, 10, 12, 16, 50)),
-    ("butterworth", "highpass", "wide", (16, 24, 32, 50)),
-    ("butterworth", "highpass", "half", (32, 50, 64, 100)),
-    ("butterworth", "bandstop", "wide", (16, 24, 32, 50)),
-    ("chebyshev-1", "highpass", "half", (24, 32, 50)),
-    ("chebyshev-1", "bandstop", "wide", (16, 24, 32)),
-)
-
-
-def gain_table(results):
-    rows = []
-    for family, response, setting, orders in GAIN_EXAMPLES:
-        for order in orders:
-            errors, = chosen(results, family=family, response=response, setting=setting,
-                             order=order)
-            shape = "–" if errors["published gain"] == 0 else f"{figure(errors['shape'])} dB"
-            rows.append([f"{family} {response}", hertz(SETTINGS[setting][is_band(response)]),
-                         order, f"{errors['true gain']:.2e}", f"{errors['published gain']:.2e}",
-                         level_error(errors), shape])
-    return table(["filter", "cutoff", "order", "true gain", "published gain", "sections off by",
-                  "shape off by"], rows)
+                  "numerator", "gain", "SciPy", "sections, dB", "SciPy"], rows)
 
 
 def numerator_table(results):

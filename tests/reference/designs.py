@@ -72,14 +72,6 @@ def expanded(roots):
     return numpy.array([c / (1 << bits) for c in coefficients])
 
 
-def analog_feedthrough(design):
-    """The analog filter at infinite frequency, where the digital gain comes from."""
-    odd = design.order % 2 == 1
-    if design.response in ("highpass", "bandstop"):
-        return 10 ** (-RIPPLE_DB / 20) if design.family == "chebyshev-1" and not odd else 1.0
-    return 10 ** (-ATTENUATION_DB / 20) if design.family == "chebyshev-2" and not odd else 0.0
-
-
 def command(veltane, design):
     return [veltane, "design", "--topology", design.family, "--response", design.response,
             "--order", str(design.order), "--units", "normalized",

@@ -15,7 +15,6 @@ response and order; what could not be had, or is no number, counts as infinite:
   gain      relative error of the gain
   sections  largest error of the sections' response in dB, where the true one is
             less than 120 dB below its peak
-  shape     the same, once the level at the peak is set right
   whole     the same as sections, but over the whole axis; near zeros it counts
             relative to the level of the stopband
   scipy     SciPy's poles, gain, denominator and sections for the same designs
@@ -35,7 +34,7 @@ from itertools import groupby
 from designs import FAMILIES, ORDERS, RESPONSES, Design, all_designs
 from measures import SMALLEST_GAIN, measure
 
-COLUMNS = ("poles", "zeros", "den", "num", "scale", "gain", "sections", "shape", "whole")
+COLUMNS = ("poles", "zeros", "den", "num", "scale", "gain", "sections", "whole")
 SCIPY_COLUMNS = ("poles", "gain", "den", "sections")
 
 POLE_LIMIT = 1e-12
@@ -47,9 +46,6 @@ LEVEL_LIMIT_DB = 1e-6
 # At the lowest cutoffs and highest orders no doubles are that near. Then the limit
 # is this many times what is left when the true filter's coefficients are rounded.
 TIMES_ROUNDED = 4
-# The gain is a difference of numbers as large as the analog feed-through. Where
-# it is so much smaller than they, what rounding left in it shows in the level.
-LEVEL_REACH = 1e-8
 
 
 def limits(design, found):
@@ -58,7 +54,7 @@ def limits(design, found):
     limited = {"poles": POLE_LIMIT, "zeros": zeros}
     if design.order <= POLYNOMIAL_ORDERS:
         limited |= {"den": POLYNOMIAL_LIMIT, "num": POLYNOMIAL_LIMIT}
-    if found["true gain"] > SMALLEST_GAIN and found["reach"] >= LEVEL_REACH:
+    if found["true gain"] > SMALLEST_GAIN:
         rounded = found["rounded"]["whole"] if "rounded" in found else 0.0
         limited["whole"] = max(LEVEL_LIMIT_DB, TIMES_ROUNDED * rounded)
     return limited

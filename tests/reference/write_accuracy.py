@@ -29,7 +29,6 @@ def measured_parts(results, minutes, veltane):
     parts["safe_transfer"] = tables.safe_tables(results, "transfer")
     for family in FAMILIES:
         parts[f"map_{family}"] = tables.map_table(results, family)
-    parts["gain_table"] = tables.gain_table(results)
     parts["numerator_table"] = tables.numerator_table(results)
     parts["bandpass_table"] = tables.table(
         ["cutoffs", "order", "numerator / true", "gain / true"],
