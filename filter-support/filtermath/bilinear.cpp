@@ -10,8 +10,8 @@ namespace {
 // Below this part of its terms a sum may have lost more digits than a product does.
 constexpr double cancelled = 1e-3;
 
-// What summing may leave of rounding, relative to the terms; it leaves 1e-15.
-constexpr double rounding = 1e-13;
+// What summing may leave of rounding, relative to the terms.
+constexpr double rounding = 1e-14;
 
 double sum_of_magnitudes(const _matrix64 *d, const _matrix64 *row, const _matrix64 *column) {
   double sum = std::abs(d->data[0]);
@@ -22,7 +22,8 @@ double sum_of_magnitudes(const _matrix64 *d, const _matrix64 *row, const _matrix
 
 // D of a series of many sections is often far smaller than the terms that it is the
 // sum of, and the rounding of these is all that is left. The sections' own ones are
-// still known to nearly all digits, and so is their product.
+// still known to nearly all digits, and so is their product. It may be anything in a
+// model that is no such series, but is then not what the sum is.
 void restore_feed_through(_statespace *ss, double terms) {
   double &sum = ss->d->data[0];
   if (!(std::abs(sum) < cancelled * terms)) return;

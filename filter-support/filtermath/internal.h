@@ -84,8 +84,9 @@ bool all_finite(const double *elements, int64_t count);
 bool inverse_sections(const _statespace *ss, _matrix64 *quotient);
 
 /**
- * @return D of the same kind of model, as the product of what each section feeds
- *         through; nothing if the model is no such series
+ * @return D as the product of what each section feeds through, if the model is such
+ *         a series. That is not looked into: the caller knows D up to rounding, and
+ *         holds this against it. Nothing if A is a single component.
  */
 std::optional<double> feed_through_of_sections(const _statespace *ss);
 

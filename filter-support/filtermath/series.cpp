@@ -224,8 +224,7 @@ bool inverse_sections(const _statespace *ss, _matrix64 *quotient) {
 
 std::optional<double> feed_through_of_sections(const _statespace *ss) {
   const Series series(ss);
-  if (!is_series(series, ss)) return std::nullopt;
-  return series.feed_through();
+  return series.sections() < 2 ? std::nullopt : std::optional(series.feed_through());
 }
 
 }  // namespace filtermath
