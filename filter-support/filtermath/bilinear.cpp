@@ -13,6 +13,13 @@ constexpr double cancelled = 1e-3;
 // What summing may leave of rounding, relative to the terms.
 constexpr double rounding = 1e-14;
 
+// I + factor A
+void identity_plus(_matrix64 *sum, double factor, const _matrix64 *a) {
+  matrix64_scale(sum, a, factor);
+  for (int32_t i = 0; i < std::min(a->cols, a->rows); ++i)
+    matrix64_set(sum, i, i, 1.0 + matrix64_get(sum, i, i));
+}
+
 double sum_of_magnitudes(const _matrix64 *d, const _matrix64 *row, const _matrix64 *column) {
   double sum = std::abs(d->data[0]);
   for (int32_t i = 0; i < std::min(row->capacity, column->capacity); ++i)
@@ -40,14 +47,11 @@ void filtermath_bilinear(_statespace *ss, double fs) {
   const double r = std::sqrt(t);
   Matrix p;
   Matrix m;
-  Matrix identity;
   Matrix h;
   Matrix k;
   Matrix l;
-  matrix64_identity(identity, ss->a->cols);
-  matrix64_scale(h, ss->a, 0.5 * t);
-  matrix64_add(p, identity, h);
-  matrix64_subtract(m, identity, h);
+  identity_plus(p, 0.5 * t, ss->a);
+  identity_plus(m, -0.5 * t, ss->a);
   matrix64_inverse(m, m);
 
   matrix64_scale(h, ss->b, 0.5 * t);
