@@ -47,6 +47,8 @@ void filtermath_ss2zpk_butterworth(const _statespace *ss, t_symbol *response, do
 /**
  * The transmission zeros of a model, by reducing its system matrix [B A; D C]
  * with a Householder reflection to a pencil whose eigenvalues they are ([EvD]).
+ * Those of a series of sections, as `filtermath_zpk2ss` makes it, are found section
+ * by section, and are as exact as its poles.
  *
  * @param ss            with |D| of at least 2.2204e-15 times the Frobenius norm
  *                      of A; below that the zeros are still computed, but mean

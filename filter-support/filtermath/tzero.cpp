@@ -113,8 +113,7 @@ void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
 }
 
 // A - B C / D, the state matrix of the inverse system, which has the same
-// eigenvalues ([Kai] 2.2). The reflection leaves a negative pivot as it is, and
-// one of next to nothing makes Bf singular; this needs D alone.
+// eigenvalues ([Kai] 2.2); this needs D alone.
 void inverse_system(_matrix64 *quotient, const _statespace *ss) {
   matrix64_copy(quotient, ss->a);
   for (int32_t row = 0; row < ss->a->rows; ++row)
@@ -123,9 +122,14 @@ void inverse_system(_matrix64 *quotient, const _statespace *ss) {
           ss->b->data[row] * (ss->c->data[column] / ss->d->data[0]);
 }
 
-bool all_numbers(const t_complex64list &roots) {
-  return std::none_of(roots.begin(), roots.end(),
-                      [](const auto &root) { return std::isnan(root.real()); });
+// The reflection leaves a negative pivot as it is, and with one of next to nothing
+// Bf has no inverse worth its digits.
+bool is_ill_posed(const _statespace *ss) {
+  constexpr double smallest_part = 1e-2;
+  const double pivot = ss->b->data[0];
+  double squares = ss->d->data[0] * ss->d->data[0];
+  for (int32_t i = 0; i < ss->b->rows; ++i) squares += ss->b->data[i] * ss->b->data[i];
+  return pivot < 0.0 && -pivot < smallest_part * std::sqrt(squares) && ss->d->data[0] != 0.0;
 }
 
 }  // namespace
@@ -177,12 +181,13 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
   zpk->gain = ss->d->data[0];
 
   Matrix quotient;
-  if (!filtermath::inverse_sections(ss, quotient)) pencil_quotient(quotient, s, tol);
-  zpk->zeros = filtermath::eigenvalues(quotient);
-  if (!all_numbers(zpk->zeros)) {
-    inverse_system(quotient, ss);
-    zpk->zeros = filtermath::eigenvalues(quotient);
+  if (!filtermath::inverse_sections(ss, quotient)) {
+    if (is_ill_posed(ss))
+      inverse_system(quotient, ss);
+    else
+      pencil_quotient(quotient, s, tol);
   }
+  zpk->zeros = filtermath::eigenvalues(quotient);
   if (coefficients) {
     t_complex64list expanded;
     filtermath_poly(zpk->zeros, expanded);
