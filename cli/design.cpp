@@ -12,7 +12,6 @@ using patchbay::Value;
 using patchbay::Values;
 
 constexpr char class_name[] = "veltane";
-constexpr double audio_samplerate = 48000.0;
 
 std::string joined(const Values &values, const char *separator) {
   std::string text;
@@ -36,14 +35,21 @@ Values switched(const AttributeInfo &attribute, Values values) {
   if (attribute.property("style") != Values{std::string("onoff")}) return values;
   for (Value &value : values) {
     const std::string text = patchbay::to_text(value);
-    if (text == "on" || text == "1")
+    if (text == "on" || text == "true" || text == "1")
       value = std::string("1");
-    else if (text == "off" || text == "0")
+    else if (text == "off" || text == "false" || text == "0")
       value = std::string("0");
     else
       throw Refusal(fmt::format("{} is on or off, not '{}'", attribute.name, text));
   }
   return values;
+}
+
+void check_room(const AttributeInfo &attribute, const Values &values) {
+  if (!values.empty() && values.size() <= attribute.maximum) return;
+  throw Refusal(fmt::format("{} takes {}, and {} {} given", attribute.name,
+                            attribute.maximum == 1 ? "one value" : "one or two values",
+                            values.size(), values.size() == 1 ? "was" : "were"));
 }
 
 bool same_number(const Value &asked, const Value &used) {
@@ -84,16 +90,34 @@ void check_cutoffs(const Settings &requested, const std::string &response,
                                   patchbay::to_text(cutoffs[1])));
 }
 
+struct BoxOwner {
+  patchbay::Host &host;
+  patchbay::Box box;
+  ~BoxOwner() { host.free(box); }
+};
+
 }  // namespace
+
+void load_module(patchbay::Host &host, const std::filesystem::path &module) {
+  try {
+    host.load(module);
+    host.attributes(class_name);
+  } catch (const patchbay::Error &error) {
+    throw Refusal(fmt::format("the veltane module is missing: {}", error.what()));
+  }
+}
 
 Design run_design(patchbay::Host &host, const Settings &requested) {
   const std::vector<AttributeInfo> attributes = host.attributes(class_name);
+  const std::size_t posted = host.posts().size();
   host.set_samplerate(audio_samplerate);
-  const patchbay::Box box = host.make(class_name);
+  const BoxOwner owner{host, host.make(class_name)};
+  const patchbay::Box box = owner.box;
   Design design;
 
   for (const auto &[name, given] : requested) {
     const AttributeInfo &attribute = named(attributes, name);
+    check_room(attribute, given);
     check_choice(attribute, given);
     const Values values = switched(attribute, given);
     try {
@@ -112,9 +136,10 @@ Design run_design(patchbay::Host &host, const Settings &requested) {
 
   check_cutoffs(requested, patchbay::to_text(host.get(box, "response").at(0)), design.remarks);
   host.send(box, "bang");
-  for (const patchbay::Post &post : host.posts())
-    if (design.remarks.empty() || design.remarks.back() != post.text)
-      design.remarks.push_back(post.text);
+  for (std::size_t i = posted; i < host.posts().size(); ++i)
+    if (const std::string &text = host.posts()[i].text;
+        design.remarks.empty() || design.remarks.back() != text)
+      design.remarks.push_back(text);
   for (const AttributeInfo &attribute : attributes)
     design.settings.emplace_back(attribute.name, host.get(box, attribute.name));
   const auto published = host.dictionary(joined(host.get(box, "name"), " "));

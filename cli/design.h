@@ -2,20 +2,15 @@
 #ifndef VELTANE_CLI_DESIGN_H
 #define VELTANE_CLI_DESIGN_H
 
-#include <stdexcept>
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "patchbay/host.h"
+#include "subcommand.h"
 
 namespace cli {
-
-/** A request that was wrong: exit status 2. Its text is one sentence. */
-class Refusal : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 /** Settings in the order in which they were given, by attribute name. */
 using Settings = std::vector<std::pair<std::string, patchbay::Values>>;
@@ -26,12 +21,19 @@ struct Design {
   patchbay::Dictionary dictionary;  /**< what it published */
   std::vector<std::string> remarks; /**< settings changed on the way, and what the
                                          box posted */
-  double samplerate;                /**< in Hz, the one that the design is for */
+  double samplerate = 0.0;          /**< in Hz, the one that the design is for */
 };
 
+/** Where the module finds its sample rate when its settings do not say one, in Hz. */
+constexpr double audio_samplerate = 48000.0;
+
+/** Loads the module. Raises Refusal when it is not there, or is no veltane. */
+void load_module(patchbay::Host &host, const std::filesystem::path &module);
+
 /**
- * Makes a box of the class `veltane`, gives it the settings and bangs it.
- * @param requested  values as texts, no more than the attributes have room for
+ * Makes a box of the class `veltane`, gives it the settings, bangs it, and
+ * frees it.
+ * @param requested  values, which may all be texts
  * Raises Refusal when a value does not fit, and std::runtime_error when the box
  * published nothing.
  */

@@ -1,0 +1,30 @@
+// Reading JSON that others wrote: bounded, without doubled keys, and with a
+// sentence for what is wrong with it.
+#ifndef VELTANE_CLI_JSON_TEXT_H
+#define VELTANE_CLI_JSON_TEXT_H
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace cli {
+
+using Json = nlohmann::ordered_json;
+
+/**
+ * Parses a text.
+ * @param name  what it is called in a sentence
+ * Raises Refusal when it is no JSON, nests deeper than 16 levels, or has a key
+ * twice in an object.
+ */
+Json parse_json(const std::string &text, const std::string &name);
+
+/**
+ * Reads a file whole.
+ * @param file  its name; "-" for standard input
+ * Raises Refusal when it cannot be read, is a folder, or is larger than 64 MiB.
+ */
+std::string read_input(const std::string &file);
+
+}  // namespace cli
+
+#endif

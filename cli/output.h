@@ -1,0 +1,55 @@
+// Writing: standard output, standard error, and files that are whole or not there.
+#ifndef VELTANE_CLI_OUTPUT_H
+#define VELTANE_CLI_OUTPUT_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+/** Writes to standard output. Raises std::runtime_error when it cannot. */
+void print(std::string_view text);
+
+/** Writes "veltane: ", the sentence and a newline to standard error: control
+ *  characters shown as \xNN, the middle of a very long one left out. */
+void say(const std::string &sentence);
+
+/**
+ * A file being written. Its name appears, or the file that was there changes,
+ * only when it is complete: the text goes to a file beside it, which takes its
+ * place at the end. What is no regular file, such as a pipe or /dev/null, is
+ * written to as it is.
+ */
+class OutputFile {
+ public:
+  /** Raises Refusal when it is a folder or is to be in none, std::runtime_error
+   *  when nothing can be written there. */
+  explicit OutputFile(const std::filesystem::path &path);
+  ~OutputFile(); /**< without `finish`: as if nothing had been written */
+  OutputFile(const OutputFile &) = delete;
+  OutputFile &operator=(const OutputFile &) = delete;
+
+  /** Appends. Raises std::runtime_error when the disk is full, and the like. */
+  void write(std::string_view text);
+
+  /** Makes it the file. Raises std::runtime_error. */
+  void finish();
+
+ private:
+  [[noreturn]] void fail(int error) const;
+
+  std::filesystem::path shown_;      // as it was given
+  std::filesystem::path target_;     // what it leads to
+  std::filesystem::path temporary_;  // empty when it is written to as it is
+  int descriptor_ = -1;
+};
+
+/** Writes a text to a file, whole or not at all; without a path, or with "-", to
+ *  standard output. Raises as OutputFile and `print`. */
+void write_output(const std::optional<std::string> &path, std::string_view text);
+
+}  // namespace cli
+
+#endif

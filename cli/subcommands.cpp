@@ -1,0 +1,104 @@
+#include "subcommands.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "options.h"
+#include "subcommand.h"
+
+namespace cli {
+namespace {
+
+constexpr std::array table{
+    Subcommand{"design", "Designs one filter and prints it", design_command},
+};
+
+// The module lies beside the program: PREFIX/bin/veltane, PREFIX/lib/veltane/.
+std::filesystem::path installed_module() {
+  const auto program = std::filesystem::read_symlink("/proc/self/exe");
+  return program.parent_path().parent_path() / "lib" / "veltane" / "veltane.so";
+}
+
+std::string names() {
+  std::string text;
+  for (const Subcommand &subcommand : table)
+    text += fmt::format("{}{}", text.empty() ? "" : ", ", subcommand.name);
+  return text;
+}
+
+std::string list() {
+  std::string text = "Subcommands:\n";
+  for (const Subcommand &subcommand : table)
+    text += fmt::format("  {:<28}{}\n", subcommand.name, subcommand.summary);
+  return text + "\n'veltane SUBCOMMAND --help' shows the options of one.\n";
+}
+
+bool is_plain(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+         std::string_view("-_./:=,+@%").find(c) != std::string_view::npos;
+}
+
+bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
+
+// As POSIX shells take it; with control characters as bash and its like do.
+std::string quoted(const std::string &word) {
+  if (!word.empty() && std::all_of(word.begin(), word.end(), is_plain)) return word;
+  const bool escaped = std::any_of(word.begin(), word.end(), is_control);
+  std::string text = escaped ? "$'" : "'";
+  for (const char c : word) {
+    if (is_control(c))
+      text += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
+    else if (escaped && (c == '\'' || c == '\\'))
+      text += std::string("\\") + c;
+    else if (c == '\'')
+      text += "'\\''";
+    else
+      text += c;
+  }
+  return text + '\'';
+}
+
+}  // namespace
+
+Words spoken(const Invocation &invocation) {
+  Words words{"veltane"};
+  words.insert(words.end(), invocation.words.begin(), invocation.words.end());
+  return words;
+}
+
+std::string shell_line(const Invocation &invocation) {
+  std::string line = "veltane";
+  for (const std::string &word : invocation.words) line += ' ' + quoted(word);
+  return line;
+}
+
+std::span<const Subcommand> subcommands() { return table; }
+
+int run(const Words &words) {
+  const bool named = !words.empty() && !words.front().starts_with("-");
+  if (!named) {
+    Options options(
+        "veltane",
+        "Designs digital IIR filters with the veltane module and shows what it published.",
+        {"veltane design", "veltane design --topology butterworth --order 4 --frequency 1000"});
+    options.add_version();
+    options.append_help(list());
+    options.parse(words);
+    throw Refusal("veltane needs a subcommand, such as design; --help shows them");
+  }
+  const auto found = std::find_if(table.begin(), table.end(), [&](const Subcommand &subcommand) {
+    return subcommand.name == words.front();
+  });
+  if (found == table.end())
+    throw Refusal(fmt::format("'{}' is no subcommand; there is {}", words.front(), names()));
+  Invocation invocation{words, Words(words.begin() + 1, words.end()), {}};
+  const std::string module = take_option(invocation.rest, "--module");
+  invocation.module = module.empty() ? installed_module() : std::filesystem::path(module);
+  return found->run(invocation);
+}
+
+}  // namespace cli

@@ -1,0 +1,13 @@
+// What each subcommand's file defines; subcommands.cpp has the table of them.
+#ifndef VELTANE_CLI_SUBCOMMANDS_H
+#define VELTANE_CLI_SUBCOMMANDS_H
+
+namespace cli {
+
+struct Invocation;
+
+int design_command(const Invocation &invocation);
+
+}  // namespace cli
+
+#endif
