@@ -39,47 +39,97 @@ std::string number_text(double number) {
 
 // The library writes the fewest digits; this writes the same JSON with 17, a
 // list on one line.
-void write(std::string &out, const Json &json, int depth) {
-  const std::string indent(static_cast<std::size_t>(depth) * 2, ' ');
-  if (json.is_number_float()) {
-    out += number_text(json.get<double>());
-  } else if (json.is_array()) {
-    out += '[';
-    for (std::size_t i = 0; i < json.size(); ++i) {
-      if (i > 0) out += ", ";
-      write(out, json[i], depth);
-    }
-    out += ']';
-  } else if (json.is_object()) {
-    out += '{';
-    const char *separator = "\n";
-    for (const auto &[key, value] : json.items()) {
-      out += fmt::format("{}{}  {}: ", separator, indent, Json(key).dump());
-      write(out, value, depth + 1);
-      separator = ",\n";
-    }
-    out += '\n' + indent + '}';
-  } else {
-    out += json.dump(-1, ' ', false, Json::error_handler_t::replace);
+class Writer {
+ public:
+  /** @param pages  whether each member of an object begins a line */
+  explicit Writer(bool pages) : pages_(pages) {}
+
+  void write(const Json &json, std::size_t depth = 0) {
+    if (json.is_number_float())
+      out_ += number_text(json.get<double>());
+    else if (json.is_array())
+      write_list(json, depth);
+    else if (json.is_object())
+      write_object(json, depth);
+    else
+      out_ += json.dump(-1, ' ', false, Json::error_handler_t::replace);
   }
+
+  std::string text() { return std::move(out_); }
+
+ private:
+  void write_list(const Json &json, std::size_t depth) {
+    out_ += '[';
+    for (std::size_t i = 0; i < json.size(); ++i) {
+      if (i > 0) out_ += ", ";
+      write(json[i], depth);
+    }
+    out_ += ']';
+  }
+
+  void write_object(const Json &json, std::size_t depth) {
+    const std::string newline = pages_ ? '\n' + std::string(depth * 2, ' ') : "";
+    out_ += '{';
+    bool first = true;
+    for (const auto &[key, value] : json.items()) {
+      if (!first) out_ += pages_ ? "," : ", ";
+      out_ += newline + (pages_ ? "  " : "") + dumped(key) + ": ";
+      write(value, depth + 1);
+      first = false;
+    }
+    out_ += newline + '}';
+  }
+
+  static std::string dumped(const std::string &key) {
+    return Json(key).dump(-1, ' ', false, Json::error_handler_t::replace);
+  }
+
+  bool pages_;
+  std::string out_;
+};
+
+std::string one_line(const Json &json) {
+  Writer writer(false);
+  writer.write(json);
+  return writer.text();
+}
+
+Json settings_json(const Design &design) {
+  Json settings = Json::object();
+  for (const auto &[name, values] : design.settings)
+    settings[name] =
+        name == "frequency" || values.size() != 1 ? to_json(values) : to_json(values.front());
+  return settings;
+}
+
+Json dictionary_json(const Design &design) {
+  Json dictionary = Json::object();
+  for (const auto &[key, entry] : design.dictionary) dictionary[key] = to_json(entry);
+  return dictionary;
 }
 
 }  // namespace
 
 std::string to_json(const Design &design, const std::vector<std::string> &command) {
-  Json settings = Json::object();
-  for (const auto &[name, values] : design.settings)
-    settings[name] =
-        name == "frequency" || values.size() != 1 ? to_json(values) : to_json(values.front());
-  Json dictionary = Json::object();
-  for (const auto &[key, entry] : design.dictionary) dictionary[key] = to_json(entry);
-  const Json document = {{"veltane", VELTANE_VERSION},
-                         {"command", command},
-                         {"settings", settings},
-                         {"dictionary", dictionary}};
-  std::string out;
-  write(out, document, 0);
-  return out + '\n';
+  Writer writer(true);
+  writer.write({{"veltane", VELTANE_VERSION},
+                {"command", command},
+                {"settings", settings_json(design)},
+                {"dictionary", dictionary_json(design)}});
+  return writer.text() + '\n';
+}
+
+std::string to_json_line(std::size_t number, const Design &design) {
+  Json line = {{"line", number},
+               {"veltane", VELTANE_VERSION},
+               {"settings", settings_json(design)},
+               {"dictionary", dictionary_json(design)}};
+  if (!design.remarks.empty()) line["remarks"] = design.remarks;
+  return one_line(line);
+}
+
+std::string error_json_line(std::size_t number, const std::string &sentence) {
+  return one_line({{"line", number}, {"error", sentence}});
 }
 
 }  // namespace cli

@@ -18,17 +18,6 @@ namespace {
 
 std::string reason(int error) { return std::generic_category().message(error); }
 
-// Writes all of it. @return 0, or the error's number
-int write_all(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(descriptor, text.data(), text.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return written < 0 ? errno : EIO;
-    text.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return 0;
-}
-
 // What a newly made file may be read and written by.
 mode_t new_file_mode() {
   const mode_t mask = umask(0);
@@ -64,6 +53,16 @@ std::string shortened(const std::string &text) {
 }
 
 }  // namespace
+
+int write_all(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(descriptor, text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return written < 0 ? errno : EIO;
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
 
 void print(std::string_view text) {
   if (write_all(STDOUT_FILENO, text) != 0)

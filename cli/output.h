@@ -9,6 +9,9 @@
 
 namespace cli {
 
+/** Writes all of a text to a descriptor. @return 0, or the number of the error */
+int write_all(int descriptor, std::string_view text);
+
 /** Writes to standard output. Raises std::runtime_error when it cannot. */
 void print(std::string_view text);
 
