@@ -7,6 +7,8 @@
 #include <fmt/ranges.h>
 #include <CLI/CLI.hpp>
 
+#include "manual.h"
+
 namespace cli {
 namespace {
 
@@ -31,8 +33,6 @@ void parse_with(CLI::App &app, const Words &words) {
     app.parse(reversed(words));
   } catch (const CLI::CallForHelp &) {
     throw Answer{app.help()};
-  } catch (const CLI::CallForVersion &) {
-    throw Answer{"veltane " VELTANE_VERSION "\n"};
   } catch (const CLI::ExtrasError &) {
     const Words extras = app.remaining();
     throw Refusal(fmt::format("'{}' is no option of {}; --help lists them",
@@ -81,14 +81,14 @@ Words Option::values() const {
 
 struct Options::Parts {
   CLI::App app;
+  HelpText text;
   std::deque<Option> options;  // which the library points into
-  std::string footer;
 };
 
 Options::Options(const std::string &name, const std::string &description, const Words &examples)
-    : parts_(new Parts{CLI::App(description, name), {}, "Examples:\n"}) {
-  for (const std::string &example : examples) parts_->footer += fmt::format("  {}\n", example);
-  parts_->app.footer(parts_->footer);
+    : parts_(new Parts{CLI::App(description, name), {name, description, {}, examples, {}}, {}}) {
+  parts_->app.set_help_flag("-h,--help", "Print this help");
+  show_footer();
 }
 
 Options::~Options() = default;
@@ -99,6 +99,7 @@ const Option &Options::add(const std::string &names, const std::string &value,
   option.name_ = names.substr(names.find("--"));
   option.maximum_ = maximum;
   option.option_ = add_list(parts_->app, names, option.values_, help, value);
+  parts_->text.options.push_back({names, value, help});
   return option;
 }
 
@@ -107,17 +108,24 @@ const Option &Options::add_switch(const std::string &names, const std::string &h
   option.name_ = names.substr(names.find("--"));
   option.maximum_ = 0;
   option.option_ = parts_->app.add_flag(names, help);
+  parts_->text.options.push_back({names, "", help});
   return option;
 }
 
-void Options::add_version() { parts_->app.set_version_flag("--version", "", "Print the version"); }
-
 void Options::append_help(const std::string &text) {
-  parts_->footer += '\n' + text;
-  parts_->app.footer(parts_->footer);
+  parts_->text.notes += (parts_->text.notes.empty() ? "" : "\n") + text;
+  show_footer();
+}
+
+void Options::show_footer() {
+  std::string footer = "Examples:\n";
+  for (const std::string &example : parts_->text.examples) footer += fmt::format("  {}\n", example);
+  if (!parts_->text.notes.empty()) footer += '\n' + parts_->text.notes;
+  parts_->app.footer(footer);
 }
 
 void Options::parse(const Words &words) {
+  if (words == Words{"--man"}) throw Answer{manual_section(parts_->text)};
   Words typed;
   std::transform(words.begin(), words.end(), std::back_inserter(typed), hyphenated);
   parse_with(parts_->app, typed);

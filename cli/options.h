@@ -75,17 +75,17 @@ class Options {
   /** Adds an option without a value. @return as `add` */
   const Option &add_switch(const std::string &names, const std::string &help);
 
-  /** Adds --version. */
-  void add_version();
-
-  /** Adds a text at the end of the help. */
+  /** Adds a text at the end of the help: paragraphs with an empty line between
+   *  them. */
   void append_help(const std::string &text);
 
   /** Reads the words that follow the subcommand. Raises Refusal, and Answer for
-   *  --help and --version. */
+   *  --help; for --man alone as well, with manual_section of all this. */
   void parse(const Words &words);
 
  private:
+  void show_footer();
+
   struct Parts;
   std::unique_ptr<Parts> parts_;
 };

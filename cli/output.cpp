@@ -73,7 +73,10 @@ void say(const std::string &sentence) {
   write_all(STDERR_FILENO, "veltane: " + shortened(printable(sentence)) + '\n');
 }
 
-OutputFile::OutputFile(const std::filesystem::path &path) : shown_(path), target_(path) {
+// From the first constructor on the object exists, and its destructor cleans up
+// whatever the second one raises.
+OutputFile::OutputFile(const std::filesystem::path &path) : OutputFile() {
+  shown_ = target_ = path;
   struct stat old {};
   const bool exists = stat(path.c_str(), &old) == 0;
   if (exists && S_ISDIR(old.st_mode))
@@ -90,15 +93,30 @@ OutputFile::OutputFile(const std::filesystem::path &path) : shown_(path), target
   if (std::error_code unseen; !std::filesystem::is_directory(folder, unseen))
     throw Refusal(fmt::format("there is no folder '{}' to write '{}' in", folder.string(),
                               target_.filename().string()));
+  open_in(folder);
+  const mode_t mode = exists ? old.st_mode & 07777U : new_file_mode();
+  if (fchmod(descriptor_, mode) != 0) fail(errno);
+}
+
+void OutputFile::open_in(const std::filesystem::path &folder) {
+  replaces_ = true;
+  descriptor_ = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  if (descriptor_ >= 0) return;
   std::string name = (folder / ".veltane-XXXXXX").string();
   descriptor_ = mkostemp(name.data(), O_CLOEXEC);
   if (descriptor_ < 0) fail(errno);
   temporary_ = name;
-  const mode_t mode = exists ? old.st_mode & 07777U : new_file_mode();
-  if (fchmod(descriptor_, mode) != 0) {
-    const int error = errno;
-    unlink(temporary_.c_str());
-    fail(error);
+}
+
+// A file without a name cannot take the place of another: it needs a name first.
+void OutputFile::give_name() {
+  const std::string file = fmt::format("/proc/self/fd/{}", descriptor_);
+  for (int attempt = 0; temporary_.empty(); ++attempt) {
+    const auto name = target_.parent_path() / fmt::format(".veltane-{}-{}", getpid(), attempt);
+    if (linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
+      temporary_ = name;
+    else if (errno != EEXIST)
+      fail(errno);
   }
 }
 
@@ -112,12 +130,14 @@ void OutputFile::write(std::string_view text) {
 }
 
 void OutputFile::finish() {
-  // A pipe cannot be synchronised, and need not be.
-  if (!temporary_.empty() && fsync(descriptor_) != 0) fail(errno);
+  if (replaces_) {
+    if (fsync(descriptor_) != 0) fail(errno);
+    give_name();
+  }
   const int closed = close(descriptor_);
   descriptor_ = -1;
   if (closed != 0) fail(errno);
-  if (temporary_.empty()) return;
+  if (!replaces_) return;
   if (std::rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno);
   temporary_.clear();
 }

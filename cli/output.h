@@ -21,8 +21,10 @@ void say(const std::string &sentence);
 
 /**
  * A file being written. Its name appears, or the file that was there changes,
- * only when it is complete: the text goes to a file beside it, which takes its
- * place at the end. What is no regular file, such as a pipe or /dev/null, is
+ * only when it is complete: the text goes to a file without a name in the same
+ * folder, which takes its place at the end; nothing of it stays behind, however
+ * the program ends. (Where the file system has no files without names, it has a
+ * name that begins with ".veltane-", and stays when the program is killed.) What is no regular file, such as a pipe or /dev/null, is
  * written to as it is.
  */
 class OutputFile {
@@ -41,11 +43,15 @@ class OutputFile {
   void finish();
 
  private:
+  OutputFile() = default;
+  void open_in(const std::filesystem::path &folder);
+  void give_name();
   [[noreturn]] void fail(int error) const;
 
   std::filesystem::path shown_;      // as it was given
   std::filesystem::path target_;     // what it leads to
-  std::filesystem::path temporary_;  // empty when it is written to as it is
+  std::filesystem::path temporary_;  // its name until it is complete, when it has one
+  bool replaces_ = false;            // whether it takes the place of the target
   int descriptor_ = -1;
 };
 

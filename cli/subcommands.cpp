@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "manual.h"
 #include "options.h"
 #include "subcommand.h"
 
@@ -78,18 +79,38 @@ std::string shell_line(const Invocation &invocation) {
 
 std::span<const Subcommand> subcommands() { return table; }
 
-int run(const Words &words) {
-  const bool named = !words.empty() && !words.front().starts_with("-");
-  if (!named) {
-    Options options(
-        "veltane",
-        "Designs digital IIR filters with the veltane module and shows what it published.",
-        {"veltane design", "veltane design --topology butterworth --order 4 --frequency 1000"});
-    options.add_version();
-    options.append_help(list());
-    options.parse(words);
-    throw Refusal("veltane needs a subcommand, such as design; --help shows them");
+namespace {
+
+// The page is made of the answer that each subcommand gives.
+std::string manual() {
+  std::string sections;
+  for (const Subcommand &subcommand : table) {
+    try {
+      subcommand.run({{subcommand.name, "--man"}, {"--man"}, installed_module()});
+    } catch (const Answer &answer) {
+      sections += answer.text;
+    }
   }
+  return manual_page(sections);
+}
+
+void answer_itself(const Words &words) {
+  Options options(
+      "veltane", "Designs digital IIR filters with the veltane module and shows what it published.",
+      {"veltane design", "veltane design --topology butterworth --order 4 --frequency 1000"});
+  const Option &version = options.add_switch("--version", "Print the version");
+  options.add_switch("--man", "Print the manual page: veltane --man | man -l -");
+  options.append_help(list());
+  if (words == Words{"--man"}) throw Answer{manual()};
+  options.parse(words);
+  if (version.given()) throw Answer{"veltane " VELTANE_VERSION "\n"};
+  throw Refusal("veltane needs a subcommand, such as design; --help shows them");
+}
+
+}  // namespace
+
+int run(const Words &words) {
+  if (words.empty() || words.front().starts_with("-")) answer_itself(words);
   const auto found = std::find_if(table.begin(), table.end(), [&](const Subcommand &subcommand) {
     return subcommand.name == words.front();
   });
