@@ -40,7 +40,7 @@ Result designed(patchbay::Host &host, const Settings &common, const Line &line) 
   try {
     return {true, to_json_line(line.number, run_design(host, combined(common, line)))};
   } catch (const std::exception &error) {
-    return {false, error_json_line(line.number, error.what())};
+    return {false, error_json_line(line.number, shown(error.what()))};
   }
 }
 

@@ -18,7 +18,9 @@ int design_command(const Invocation &invocation) {
       "prints the dictionary that it publishes. What is not given stays as a new box has it,\n"
       "which is what stands in brackets.",
       {"veltane design --topology butterworth --order 4 --frequency 1000",
-       "veltane design --response bandpass --frequency 300 3400 --format json -o band.json"});
+       "veltane design --response bandpass --frequency 300 3400 --format json -o band.json",
+       "veltane design --from band.json --order 8",
+       "echo '{\"order\": 4}' | veltane design --batch -"});
   const Option &format = options.add("--format", "WORD", "How to print it: text, json [text]");
   const Option &output =
       options.add("-o,--output", "FILE", "Write it to a file, whole or not at all");

@@ -69,8 +69,10 @@ void print(std::string_view text) {
     throw std::runtime_error("standard output cannot be written to");
 }
 
+std::string shown(const std::string &sentence) { return shortened(printable(sentence)); }
+
 void say(const std::string &sentence) {
-  write_all(STDERR_FILENO, "veltane: " + shortened(printable(sentence)) + '\n');
+  write_all(STDERR_FILENO, "veltane: " + shown(sentence) + '\n');
 }
 
 // From the first constructor on the object exists, and its destructor cleans up

@@ -15,8 +15,11 @@ int write_all(int descriptor, std::string_view text);
 /** Writes to standard output. Raises std::runtime_error when it cannot. */
 void print(std::string_view text);
 
-/** Writes "veltane: ", the sentence and a newline to standard error: control
- *  characters shown as \xNN, the middle of a very long one left out. */
+/** @return a sentence fit to be shown, whatever was quoted in it: control characters
+ *  as \xNN, and the middle of a very long one left out. */
+std::string shown(const std::string &sentence);
+
+/** Writes "veltane: ", the sentence as `shown`, and a newline to standard error. */
 void say(const std::string &sentence);
 
 /**

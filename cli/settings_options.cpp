@@ -75,9 +75,16 @@ SettingsOptions::SettingsOptions(Options &options, patchbay::Host &host) {
   options.add("--module", "FILE", "The module to load [the installed one]");
 }
 
+void SettingsOptions::check_attribute(const std::string &name) const {
+  if (std::none_of(attributes_.begin(), attributes_.end(),
+                   [&](const auto &entry) { return entry.first.name == name; }))
+    throw Refusal(fmt::format("there is no setting '{}'", name));
+}
+
 Settings SettingsOptions::settings() const {
   Settings saved;
   if (const auto file = from_->value()) saved = read_saved(*file).settings;
+  for (const auto &setting : saved) check_attribute(setting.first);
   Settings all;
   for (const auto &[attribute, option] : attributes_) {
     const std::string &name = attribute.name;

@@ -28,6 +28,8 @@ class SettingsOptions {
   Settings settings() const;
 
  private:
+  void check_attribute(const std::string &name) const;
+
   std::vector<std::pair<patchbay::AttributeInfo, const Option *>> attributes_;
   const Option *from_ = nullptr;
 };

@@ -107,7 +107,7 @@ void Workers::work_through(const Batch &batch, int pipe) const {
       text += result.good ? good_mark : bad_mark;
       text += result.text;
       text += '\n';
-      if (text.size() >= enough) flush();
+      if (batch.careful || text.size() >= enough) flush();
     }
     flush();
   } catch (...) {
@@ -171,7 +171,10 @@ void Workers::collect(const std::function<void(const Result &)> &use) {
     use_arrived(first, use);
     if (first.pipe >= 0) return;
     if (first.done < first.lines.size()) {
-      use(loss_(first.lines[first.done++], ending(first.status)));
+      // The process may have had results that it had not written yet: only one that
+      // writes each at once tells which line ended it.
+      if (first.careful) use(loss_(first.lines[first.done++], ending(first.status)));
+      first.careful = true;
       first.arrived.clear();
     }
     if (first.done == first.lines.size())

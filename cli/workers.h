@@ -61,6 +61,7 @@ class Workers {
   struct Batch {
     std::vector<Line> lines;
     std::size_t done = 0;  // results that have been used
+    bool careful = false;  // whether each result is written at once
     pid_t process = -1;
     int pipe = -1;  // closed once the process has ended
     std::string arrived = {};
