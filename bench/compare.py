@@ -7,6 +7,7 @@ import subprocess
 import sys
 from pathlib import Path
 
+import batch
 import document
 import machine
 import measure
@@ -22,11 +23,23 @@ def parts(results, build):
         "machine": machine.description(build),
         "aims": report.aims(results),
         "burst": report.burst(results),
+        "batch": report.batch(results["batch"]),
         "times": report.times(results),
         "wrong filters": report.wrong_filters(results),
         "crossings": report.crossings(results),
         "growth": report.growth(results),
     }
+
+
+def show(written):
+    for name, lines in written.items():
+        print(f"\n{name}\n")
+        print("\n".join(lines))
+
+
+def write(written):
+    DOCUMENT.write_text(document.filled(DOCUMENT.read_text(encoding="utf-8"), written),
+                        encoding="utf-8")
 
 
 def main():
@@ -38,27 +51,35 @@ def main():
                         help="report the last measurement once more")
     parser.add_argument("--write", action="store_true",
                         help="put what was measured into docs/performance.md, with its picture")
+    parser.add_argument("--batch", action="store_true",
+                        help="measure the batch only; with --write, put that into the document")
     arguments = parser.parse_args()
     if arguments.quick and (arguments.write or arguments.again):
         parser.error("a quick run is no measurement: give --quick, or --write and --again")
+    if arguments.batch and (arguments.quick or arguments.again):
+        parser.error("--batch goes with --write only")
 
     rounds, min_time = (1, 0.001) if arguments.quick else (5, 0.05)
     kept = Path(arguments.build) / "measured.json"
     try:
+        if arguments.batch:
+            written = {"batch": report.batch(batch.measure(arguments.build, rounds, False))}
+            show(written)
+            if arguments.write:
+                write(written)
+            return 0
         if arguments.again:
             results = json.loads(kept.read_text(encoding="utf-8"))
         else:
             results = measure.measure(arguments.build, rounds, min_time, arguments.quick)
+            results["batch"] = batch.measure(arguments.build, rounds, arguments.quick)
         if not arguments.quick:
             kept.write_text(json.dumps(results), encoding="utf-8")
         written = parts(results, arguments.build)
-        for name, lines in written.items():
-            print(f"\n{name}\n")
-            print("\n".join(lines))
+        show(written)
         print("\n* misses a level of the textbook by more than 0.1 dB")
         if arguments.write:
-            DOCUMENT.write_text(document.filled(DOCUMENT.read_text(encoding="utf-8"), written),
-                                encoding="utf-8")
+            write(written)
             picture.draw(results, DOCUMENT.with_suffix(".svg"))
     except (OSError, RuntimeError, ValueError, subprocess.CalledProcessError) as error:
         print(f"compare.py: {error}", file=sys.stderr)

@@ -121,6 +121,16 @@ def burst(results):
             f" ns a change"]
 
 
+def batch(run):
+    return [f"- {run['count']:,} designs of order {run['order']}: {significant(run['wall'])} s on"
+            f" {run['cores']} cores, {significant(run['count'] / run['wall'])} designs a second",
+            f"- CPU time: {significant(run['cpu'])} s,"
+            f" {significant(1e6 * run['cpu'] / run['count'])} us a design",
+            f"- it read {significant(run['input'] / 1e6)} MB of settings and wrote"
+            f" {significant(run['output'] / 1e6)} MB of results; its largest process took"
+            f" {significant(run['peak'] / 1e6)} MB of memory"]
+
+
 def wrong_filters(results):
     """Which of the filters miss the textbook's levels, a line for each program."""
     lines = []

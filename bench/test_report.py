@@ -6,6 +6,7 @@ import unittest
 from scipy import signal
 
 import analysis
+import batch
 import bench_scipy
 import designs
 import document
@@ -76,6 +77,30 @@ class Measure(unittest.TestCase):
                  {"x": {"error_occurred": True, "error_message": "no", "cpu_time": 0.0,
                         "time_unit": "us"}}]
         self.assertEqual(measure.least(found, "x"), {"refused": "no"})
+
+
+class Batch(unittest.TestCase):
+    LINE = '{"line": %d, "dictionary": {"poles": [0, 0, 0, 0, 0, 0, 0, 0, 0, 0]}}'
+
+    def test_each_line_has_its_own_settings(self):
+        lines = [str(one) for one in batch.settings(1000)]
+        self.assertEqual(len(set(lines)), 1000)
+
+    def test_results_in_order_pass(self):
+        batch.check([self.LINE % 1, self.LINE % 2], 2)
+
+    def test_results_that_are_missing_or_out_of_order_do_not(self):
+        for lines in ([self.LINE % 1], [self.LINE % 2, self.LINE % 1],
+                      [self.LINE % 1, '{"line": 2, "dictionary": {"poles": []}}']):
+            with self.assertRaises(RuntimeError):
+                batch.check(lines, 2)
+
+    def test_the_rate_is_that_of_the_wall_clock(self):
+        lines = report.batch({"count": 1000, "order": 5, "cores": 2, "wall": 0.5, "cpu": 0.8,
+                              "input": 1e6, "output": 2e6, "peak": 12e6})
+        self.assertIn("0.5 s on 2 cores, 2,000 designs a second", lines[0])
+        self.assertIn("0.8 s, 800 us a design", lines[1])
+        self.assertIn("wrote 2 MB of results; its largest process took 12 MB", lines[2])
 
 
 class Report(unittest.TestCase):

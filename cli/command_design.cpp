@@ -30,8 +30,7 @@ int design_command(const Invocation &invocation) {
   options.append_help(
       "--batch reads a JSON object a line; - is standard input. It writes one JSON result a line\n"
       "in the same order, using all processors. Settings beside it hold for the lines without\n"
-      "their own. A line that is wrong becomes {\"line\": N, \"error\": \"...\"}, and the others "
-      "go "
+      "their own. A line that is wrong becomes {\"line\": N, \"error\": \"...\"}; the others go "
       "on.\n"
       "\n"
       "The exit status is 0 when it is done, 1 when lines of a batch had errors, 2 when the\n"

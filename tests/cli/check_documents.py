@@ -6,7 +6,9 @@ digits of a design depend on the machine's mathematics library.
 
 In a block that begins with ```console, a line that begins with "$ " is a
 command, and the lines up to the next one are what it prints, on standard output
-and standard error together. "script/run" stands for the built command.
+and standard error together. "script/run" stands for the built command. The
+commands of a document run one after the other in a folder with links to all that the
+repository holds, so that what they write goes with it.
 """
 
 import argparse
@@ -15,6 +17,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 
 def examples(text):
@@ -27,12 +30,9 @@ def examples(text):
 
 def as_built(command, veltane):
     """The command with the program in the place of the script that builds it."""
-    name, _, arguments = command.partition(" ")
-    if name == "script/run":
-        return f"{veltane} {arguments or 'design'}"
-    if name == "veltane":
-        return f"{veltane} {arguments}"
-    return command
+    if command == "script/run":
+        return f"{veltane} design"
+    return re.sub(r"(^|[|] *)(script/run|veltane)(?= )", lambda found: found[1] + veltane, command)
 
 
 NUMBER = re.compile(r"(?<![\w.])-?\d+(?:\.\d+)?(?:e[+-]?\d+)?")
@@ -57,14 +57,17 @@ def main():
     documents = [arguments.root / "README.md", *sorted((arguments.root / "docs").glob("*.md"))]
     count = failures = 0
     for document in documents:
-        for command, expected in examples(document.read_text()):
-            count += 1
-            run = subprocess.run(
-                as_built(command, arguments.veltane), shell=True, cwd=arguments.root, text=True,
-                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
-            if not same(run.stdout, expected):
-                failures += 1
-                print(f"{document.name}: '{command}' prints\n{run.stdout}and not\n{expected}")
+        with tempfile.TemporaryDirectory() as folder:
+            for entry in arguments.root.resolve().iterdir():
+                (pathlib.Path(folder) / entry.name).symlink_to(entry)
+            for command, expected in examples(document.read_text()):
+                count += 1
+                run = subprocess.run(
+                    as_built(command, arguments.veltane), shell=True, cwd=folder, text=True,
+                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+                if not same(run.stdout, expected):
+                    failures += 1
+                    print(f"{document.name}: '{command}' prints\n{run.stdout}and not\n{expected}")
     print(f"{count} commands in {len(documents)} documents, {failures} differ")
     return 1 if failures or count == 0 else 0
 
