@@ -35,8 +35,8 @@ class Option {
 
  private:
   friend class Options;
-  std::string name_;        // as it is shown: --order
-  std::size_t maximum_ = 1; /* 0 for a switch */
+  std::string name_;  // as it is shown: --order
+  std::size_t maximum_ = 1;
   Words values_;
   const CLI::Option *option_ = nullptr;
 };

@@ -1,4 +1,6 @@
 // A subcommand of `veltane`: one file, and one line in the table of subcommands.cpp.
+// command_design.cpp shows the way from an Invocation to a design; published.h makes
+// plain lists of it. Help and manual page follow from the Options.
 #ifndef VELTANE_CLI_SUBCOMMAND_H
 #define VELTANE_CLI_SUBCOMMAND_H
 
