@@ -1,0 +1,28 @@
+/** How far two forms of a filter agree. */
+#ifndef ANALYSIS_AGREEMENT_H
+#define ANALYSIS_AGREEMENT_H
+
+#include "analysis/filter.h"
+
+namespace analysis {
+
+/** The largest difference between two levels, and where. */
+struct Difference {
+  double db; /**< not negative; infinite where a form's level is not a number */
+  double w;
+};
+
+/**
+ * The largest difference in dB over the grid of the first form. Levels lower than `floor_db`
+ * below that form's peak count as that floor, so that what nobody hears does not count, and a
+ * stopband that rises above the floor in one form only does.
+ * @param floor_db  positive
+ */
+Difference difference(const Roots &trusted, const Sections &other, double floor_db);
+Difference difference(const Roots &trusted, const Transfer &other, double floor_db);
+Difference difference(const Sections &trusted, const Transfer &other, double floor_db);
+Difference difference(const Sections &trusted, const Sections &other, double floor_db);
+
+}  // namespace analysis
+
+#endif

@@ -1,0 +1,61 @@
+/** Where a filter passes and where it stops. */
+#ifndef ANALYSIS_BAND_H
+#define ANALYSIS_BAND_H
+
+#include "analysis/filter.h"
+
+namespace analysis {
+
+/** Frequencies from `low` to `high`, both included. */
+struct Interval {
+  double low, high;
+};
+
+/**
+ * tan(pi w / 2): the analog frequency that the bilinear transform puts at w.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 7.1.2.
+ */
+double prewarped(double w);
+
+/** The inverse of `prewarped`, with all its digits at both ends. */
+double unwarped(double analog);
+
+/**
+ * The centre of two edges: the frequency whose prewarped value is the geometric mean of
+ * theirs. A band response has there what its lowpass prototype has at 0 (bandpass) or at
+ * infinity (bandstop).
+ * Source: Parks & Burrus, Digital Filter Design, chapter 7.
+ */
+double band_centre(double low, double high);
+
+/**
+ * What lies inside the edges of the passband, edges included.
+ * @param edges  one, or for bandpass and bandstop two in ascending order
+ * @return one interval, two for a bandstop
+ * Raises std::invalid_argument when the edges are not as said and between 0 and 1.
+ */
+std::vector<Interval> passband(Band band, const std::vector<double> &edges);
+
+/** What lies beyond the edges of the stopband: one interval, two for a bandpass. As above. */
+std::vector<Interval> stopband(Band band, const std::vector<double> &edges);
+
+/** Where the prototype's zero frequency ends up: 0, 1 (highpass), the centre (bandpass), and
+ *  0 for a bandstop, which has the same level at 1. */
+double reference_frequency(Band band, const std::vector<double> &cutoffs);
+
+/** Levels in dB at the frequencies that everyone asks for. */
+struct Levels {
+  double dc;                   /**< at 0 */
+  double nyquist;              /**< at 1 */
+  double reference;            /**< at the reference frequency */
+  double centre;               /**< at the band centre; without two cutoffs not a number */
+  std::vector<double> cutoffs; /**< at each cutoff */
+};
+
+/** Raises std::invalid_argument as `passband` does. */
+Levels levels(const Roots &filter, Band band, const std::vector<double> &cutoffs);
+Levels levels(const Sections &filter, Band band, const std::vector<double> &cutoffs);
+
+}  // namespace analysis
+
+#endif

@@ -1,0 +1,44 @@
+/** The highest and the lowest level within a range: the ripple and attenuation reached. */
+#ifndef ANALYSIS_EXTREMES_H
+#define ANALYSIS_EXTREMES_H
+
+#include "analysis/band.h"
+#include "analysis/filter.h"
+
+namespace analysis {
+
+/** A level and where it is. */
+struct Peak {
+  double db;
+  double w;
+};
+
+struct Extremes {
+  Peak highest;
+  Peak lowest; /**< minus infinity at a zero on the unit circle */
+};
+
+/**
+ * The extremes over all ranges. Each lies at an end of a range, at a zero or a pole, or where
+ * the slope of the level changes its sign; that place is found between two points of the
+ * grid and refined until two doubles enclose it, so that the level is the extremum's to
+ * rounding. Time grows with the square of the order.
+ * Raises std::invalid_argument when there is no range or one is not ascending within 0..1.
+ */
+Extremes extremes(const Roots &filter, const std::vector<Interval> &ranges);
+Extremes extremes(const Sections &filter, const std::vector<Interval> &ranges);
+
+/** The ripple reached in dB: highest minus lowest level over the passband. */
+double ripple_reached(const Roots &filter, const std::vector<Interval> &passband);
+double ripple_reached(const Sections &filter, const std::vector<Interval> &passband);
+
+/** The attenuation reached in dB, relative to a level: `reference_db` minus the highest level
+ *  over the stopband. */
+double attenuation_reached(const Roots &filter, const std::vector<Interval> &stopband,
+                           double reference_db);
+double attenuation_reached(const Sections &filter, const std::vector<Interval> &stopband,
+                           double reference_db);
+
+}  // namespace analysis
+
+#endif

@@ -1,0 +1,78 @@
+#include "analysis/filter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace analysis {
+namespace {
+
+// The roots of c0 z^2 + c1 z + c2, and the first coefficient that is not zero.
+std::vector<Complex> roots_of_numerator(double c0, double c1, double c2, double &leading) {
+  leading = c0;
+  if (c0 != 0.0) return quadratic_roots(c1 / c0, c2 / c0);
+  leading = c1;
+  if (c1 != 0.0) return {Complex(-c2 / c1)};
+  leading = c2;
+  return {};
+}
+
+bool drop_origin(std::vector<Complex> &roots) {
+  const auto found = std::find(roots.begin(), roots.end(), Complex());
+  if (found == roots.end()) return false;
+  roots.erase(found);
+  return true;
+}
+
+bool has_origin(const std::vector<Complex> &roots) {
+  return std::find(roots.begin(), roots.end(), Complex()) != roots.end();
+}
+
+}  // namespace
+
+bool has_two_edges(Band band) { return band == Band::bandpass || band == Band::bandstop; }
+
+std::vector<Complex> roots_from_list(const std::vector<double> &values) {
+  if (values.size() % 2 != 0)
+    throw std::invalid_argument("roots are pairs of a real and an imaginary part");
+  std::vector<Complex> roots;
+  for (std::size_t i = 0; i < values.size(); i += 2) roots.emplace_back(values[i], values[i + 1]);
+  return roots;
+}
+
+Sections sections_from_list(const std::vector<double> &values) {
+  if (values.size() % 5 != 0)
+    throw std::invalid_argument("sections are five values each: b0 b1 b2 a1 a2");
+  Sections sections;
+  for (std::size_t i = 0; i < values.size(); i += 5)
+    sections.push_back({values[i], values[i + 1], values[i + 2], values[i + 3], values[i + 4]});
+  return sections;
+}
+
+std::vector<Complex> quadratic_roots(double p, double q) {
+  const double square = p * p;
+  const double discriminant = (square - 4 * q) + std::fma(p, p, -square);
+  if (discriminant < 0) {
+    const Complex upper(-p / 2, std::sqrt(-discriminant) / 2);
+    return {upper, std::conj(upper)};
+  }
+  const double larger = -(p + std::copysign(std::sqrt(discriminant), p)) / 2;
+  if (larger == 0) return {Complex(), Complex()};
+  return {Complex(larger), Complex(q / larger)};
+}
+
+Roots roots_of(const Sections &sections) {
+  Roots roots;
+  for (const Section &section : sections) {
+    double leading = 0.0;
+    std::vector<Complex> zeros = roots_of_numerator(section.b0, section.b1, section.b2, leading);
+    std::vector<Complex> poles = quadratic_roots(section.a1, section.a2);
+    while (has_origin(zeros) && drop_origin(poles)) drop_origin(zeros);
+    roots.zeros.insert(roots.zeros.end(), zeros.begin(), zeros.end());
+    roots.poles.insert(roots.poles.end(), poles.begin(), poles.end());
+    roots.gain *= leading;
+  }
+  return roots;
+}
+
+}  // namespace analysis

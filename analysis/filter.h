@@ -1,0 +1,81 @@
+/**
+ * The forms of a digital filter that the analysis reads, and its two conventions.
+ *
+ * Frequencies are fractions of the Nyquist frequency: 0 is DC, 1 is half the
+ * sample rate, and w stands for the point z = exp(j pi w). Every function takes
+ * 0 <= w <= 1. Levels are 20 log10 |H| in dB; a level of zero magnitude is
+ * minus infinity.
+ *
+ * All functions are pure. A number that is not finite gives results that are not
+ * finite; std::invalid_argument is raised only where a header says so, and its
+ * text is one sentence.
+ */
+#ifndef ANALYSIS_FILTER_H
+#define ANALYSIS_FILTER_H
+
+#include <complex>
+#include <vector>
+
+namespace analysis {
+
+using Complex = std::complex<double>;
+
+/** H(z) = gain * prod(z - zeros) / prod(z - poles). Complex roots stand in it with
+ *  their conjugates. */
+struct Roots {
+  std::vector<Complex> zeros;
+  std::vector<Complex> poles;
+  double gain = 1.0;
+};
+
+/** H(z) = (b0 + b1 z^-1 + b2 z^-2) / (1 + a1 z^-1 + a2 z^-2); first-order with b2 = a2 = 0. */
+struct Section {
+  double b0, b1, b2, a1, a2;
+};
+
+/** Sections one after the other: H(z) is their product. */
+using Sections = std::vector<Section>;
+
+/** H(z) = numerator / denominator, both with the highest power of z first. */
+struct Transfer {
+  std::vector<double> numerator;
+  std::vector<double> denominator;
+};
+
+enum class Band { lowpass, highpass, bandpass, bandstop };
+
+/** @return whether the response has two edges: bandpass and bandstop have, the others one. */
+bool has_two_edges(Band band);
+
+/**
+ * Roots from a flat list: real part, imaginary part, real part, ...
+ * Raises std::invalid_argument when the count is odd.
+ */
+std::vector<Complex> roots_from_list(const std::vector<double> &values);
+
+/**
+ * Sections from a flat list of b0 b1 b2 a1 a2, b0 ...
+ * Raises std::invalid_argument when the count is no multiple of 5.
+ */
+Sections sections_from_list(const std::vector<double> &values);
+
+/**
+ * The two roots of z^2 + p z + q, to the last digits even when they are nearly equal:
+ * the discriminant p^2 - 4 q is computed without rounding before the square root.
+ * The larger in modulus comes first, of a conjugate pair the one above the real axis.
+ * Source: Kahan, "On the Cost of Floating-Point Computation Without Extra-Precise
+ * Arithmetic" (2004).
+ */
+std::vector<Complex> quadratic_roots(double p, double q);
+
+/**
+ * The roots of all sections, in the order of the sections, without the common zeros and
+ * poles at z = 0 that a first-order section has. A numerator that begins with zeros has
+ * fewer roots; one that is all zeros makes the gain 0. The gain is the product of the
+ * leading coefficients, and can be too small or too large for a double.
+ */
+Roots roots_of(const Sections &sections);
+
+}  // namespace analysis
+
+#endif

@@ -1,0 +1,45 @@
+/** Phase and group delay. */
+#ifndef ANALYSIS_PHASE_H
+#define ANALYSIS_PHASE_H
+
+#include "analysis/filter.h"
+
+namespace analysis {
+
+/** Zeros that are no further than this from the unit circle count as lying on it. What
+ *  rounding makes of a zero on the circle is on either side of it, and without this the
+ *  phase would jump up at one zero and down at the next. Poles never count as on it. */
+inline constexpr double on_circle = 1e-9;
+
+/** The phase of H at w in radians, in (-pi, pi]. */
+double wrapped_phase(const Roots &filter, double w);
+double wrapped_phase(const Sections &filter, double w);
+double wrapped_phase(const Transfer &filter, double w);
+
+/**
+ * The phase of H at w in radians, continuous in w but for a rise of pi at each zero on the
+ * unit circle, where the response changes sign. It is the sum of the roots' own
+ * continuous phases, so that it does not depend on any grid, plus the multiple of 2 pi that
+ * puts it into (-pi, pi] just above w = 0. At a zero on the circle it is the value just above,
+ * at w = 1 the one just below.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 5.3.1 (the
+ * phase of a single zero or pole).
+ */
+double unwrapped_phase(const Roots &filter, double w);
+double unwrapped_phase(const Sections &filter, double w);
+
+/**
+ * Minus the derivative of the phase by the angle pi w, in samples. A pole p = r exp(j phi)
+ * adds ((1 - r^2) / |exp(j pi w) - p|^2 - 1) / 2 and a zero takes as much away, which is 1/2
+ * added for a zero on the unit circle; a filter with fewer zeros than poles is later by one
+ * sample for each that is missing.
+ * The jumps of the phase at zeros on the circle are no delay.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 5.3.1 (the
+ * group delay of a single zero or pole), here in the form that does not cancel near the circle.
+ */
+double group_delay(const Roots &filter, double w);
+double group_delay(const Sections &filter, double w);
+
+}  // namespace analysis
+
+#endif
