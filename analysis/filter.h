@@ -4,7 +4,7 @@
  * Frequencies are fractions of the Nyquist frequency: 0 is DC, 1 is half the
  * sample rate, and w stands for the point z = exp(j pi w). Every function takes
  * 0 <= w <= 1. Levels are 20 log10 |H| in dB; a level of zero magnitude is
- * minus infinity.
+ * minus infinity, or as low as rounding the zero lets it be.
  *
  * All functions are pure. A number that is not finite gives results that are not
  * finite; std::invalid_argument is raised only where a header says so, and its

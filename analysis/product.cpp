@@ -1,0 +1,77 @@
+#include "product.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace analysis {
+namespace {
+
+// The product of two numbers within these bounds, and its square, are far from both
+// ends of the range even of a double.
+constexpr Wide large = 0x1p120L;
+constexpr Wide small = 0x1p-120L;
+
+Wide largest_part(const WideComplex &value) {
+  return std::max(std::fabs(value.real()), std::fabs(value.imag()));
+}
+
+// Takes a power of two out of the value where it leaves the bounds.
+long normalise(WideComplex &value) {
+  const Wide size = largest_part(value);
+  if (!(size > large || size < small) || size == 0 || std::isinf(size)) return 0;
+  int exponent = 0;
+  std::frexp(size, &exponent);
+  value = {std::ldexp(value.real(), -exponent), std::ldexp(value.imag(), -exponent)};
+  return exponent;
+}
+
+WideComplex plain_product(const WideComplex &x, const WideComplex &y) {
+  return {x.real() * y.real() - x.imag() * y.imag(), x.real() * y.imag() + x.imag() * y.real()};
+}
+
+Wide squared(const WideComplex &value) {
+  return value.real() * value.real() + value.imag() * value.imag();
+}
+
+}  // namespace
+
+void Product::Scaled::multiply(WideComplex factor) {
+  exponent += normalise(factor);
+  mantissa = plain_product(mantissa, factor);
+  exponent += normalise(mantissa);
+}
+
+void Product::multiply(WideComplex factor) { numerator_.multiply(factor); }
+
+void Product::divide(WideComplex factor) { denominator_.multiply(factor); }
+
+WideComplex Product::quotient() const {
+  const WideComplex product = plain_product(numerator_.mantissa, std::conj(denominator_.mantissa));
+  const Wide size = squared(denominator_.mantissa);
+  return {product.real() / size, product.imag() / size};
+}
+
+Complex Product::value() const {
+  const WideComplex mantissa = quotient();
+  const int exponent =
+      static_cast<int>(std::clamp(numerator_.exponent - denominator_.exponent, -100000L, 100000L));
+  return {static_cast<double>(std::ldexp(mantissa.real(), exponent)),
+          static_cast<double>(std::ldexp(mantissa.imag(), exponent))};
+}
+
+double Product::db() const {
+  const Wide mantissa =
+      10 * std::log10(squared(numerator_.mantissa) / squared(denominator_.mantissa));
+  const auto exponent = static_cast<Wide>(numerator_.exponent - denominator_.exponent);
+  return static_cast<double>(mantissa + exponent * 20 * std::numbers::ln2_v<Wide> /
+                                            std::numbers::ln10_v<Wide>);
+}
+
+double Product::angle() const {
+  const WideComplex mantissa = quotient();
+  const auto angle = static_cast<double>(std::atan2(mantissa.imag(), mantissa.real()));
+  return angle <= -std::numbers::pi ? std::numbers::pi : angle;
+}
+
+}  // namespace analysis
