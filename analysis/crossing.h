@@ -13,17 +13,16 @@ inline constexpr double half_power_db = 3.0102999566398120;
 /**
  * All frequencies within `range` at which the level crosses `db`, ascending, each refined
  * until two neighbouring doubles enclose it. Between two points of the grid and the extrema
- * between them the level is monotone, so none is missed; a level that is touched and not
- * crossed is none.
+ * between them the level is monotone, so that two crossings beside an extremum are found as well.
  */
 std::vector<double> crossings(const Roots &filter, double db, const Interval &range);
 std::vector<double> crossings(const Sections &filter, double db, const Interval &range);
 
 /**
- * The outermost crossings of half the power as seen from the passband: from each edge of the
- * passband on outwards, where the level last leaves `reference_db` - 3.0103 dB before it
- * first reaches the stopband; where a ripple of more than 3.01 dB crosses it within the passband,
- * those crossings are not meant.
+ * Where the level last leaves `reference_db` - 3.0103 dB on the way from the passband to the
+ * stopband: the last crossing of a lowpass, the first of a highpass, the outermost of a
+ * bandpass, and of a bandstop those next to the centre. Crossings within a passband whose
+ * ripple is more than 3.01 dB are so passed over.
  * @param cutoffs       one, or for bandpass and bandstop two in ascending order
  * @param reference_db  usually the level at the reference frequency, or the highest in the
  *                      passband

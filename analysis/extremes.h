@@ -15,14 +15,14 @@ struct Peak {
 
 struct Extremes {
   Peak highest;
-  Peak lowest; /**< minus infinity at a zero on the unit circle */
+  Peak lowest; /**< far below everything, or minus infinity, at a zero on the circle */
 };
 
 /**
  * The extremes over all ranges. Each lies at an end of a range, at a zero or a pole, or where
  * the slope of the level changes its sign; that place is found between two points of the
- * grid and refined until two doubles enclose it, so that the level is the extremum's to
- * rounding. Time grows with the square of the order.
+ * grid and refined until the level on both sides of it is the same but for 1e-13 dB. Time grows
+ * with the square of the order.
  * Raises std::invalid_argument when there is no range or one is not ascending within 0..1.
  */
 Extremes extremes(const Roots &filter, const std::vector<Interval> &ranges);

@@ -11,7 +11,7 @@ namespace analysis {
  * Ascending frequencies within `range`, both ends included: the angle of every root, points
  * beside it at distances that begin with its own from the unit circle and grow by the
  * factor 2, and even steps between neighbouring angles. Neighbours lie so close that no two
- * extrema of the level of a filter of these roots fall between the same two. Some thirty
+ * extrema of the level of a filter of these roots fall between the same two. Up to forty
  * points a root, so their number grows with the order; it does not depend on how narrow the
  * filter is. Good for curves, too.
  */
