@@ -1,0 +1,64 @@
+#include "analysis/rounding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+namespace analysis {
+namespace {
+
+struct Movement {
+  double distance;
+  double ratio;
+};
+
+Movement further(const Movement &x, const Movement &y) {
+  return {std::max(x.distance, y.distance), std::max(x.ratio, y.ratio)};
+}
+
+Movement moved(const Complex &from, const Complex &to) {
+  const double distance = std::abs(to - from);
+  const double inside = distance_inside(from);
+  if (distance == 0) return {0.0, 0.0};
+  return {distance, inside > 0 ? distance / inside : std::numeric_limits<double>::infinity()};
+}
+
+// Of the two ways to tell which pole has become which, the one with the shorter ways.
+Movement moved(const Section &before, const Section &after) {
+  const std::vector<Complex> from = quadratic_roots(before.a1, before.a2);
+  const std::vector<Complex> to = quadratic_roots(after.a1, after.a2);
+  const Movement straight = further(moved(from[0], to[0]), moved(from[1], to[1]));
+  const Movement crossed = further(moved(from[0], to[1]), moved(from[1], to[0]));
+  return crossed.distance < straight.distance ? crossed : straight;
+}
+
+double as_float(double value) { return static_cast<double>(static_cast<float>(value)); }
+
+}  // namespace
+
+Sections rounded_to_float(const Sections &filter) {
+  Sections rounded;
+  for (const auto &[b0, b1, b2, a1, a2] : filter)
+    rounded.push_back({as_float(b0), as_float(b1), as_float(b2), as_float(a1), as_float(a2)});
+  return rounded;
+}
+
+Change change(const Sections &before, const Sections &after, double floor_db) {
+  if (before.size() != after.size())
+    throw std::invalid_argument("filters with unlike numbers of sections cannot be compared");
+  Movement furthest{0.0, 0.0};
+  bool silent = false;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    furthest = further(furthest, moved(before[i], after[i]));
+    silent = silent || (after[i].b0 == 0 && after[i].b1 == 0 && after[i].b2 == 0);
+  }
+  return {furthest.distance, furthest.ratio, stability(after), difference(before, after, floor_db),
+          silent};
+}
+
+Change float_rounding(const Sections &filter, double floor_db) {
+  return change(filter, rounded_to_float(filter), floor_db);
+}
+
+}  // namespace analysis
