@@ -2,8 +2,8 @@
 """Writes the numbers that the analysis is tested against.
 
 Filters come from tests/reference/closed_form.py, rounded to doubles. What the
-doubles mean exactly is then evaluated in 60 digits by exact.py. -3 dB points come from the prototypes' square laws, and
-the orders for given edges from SciPy.
+doubles mean exactly is then evaluated in 60 digits by exact.py. -3 dB points
+come from the prototypes' square laws, and the orders for given edges from SciPy.
 """
 
 import argparse

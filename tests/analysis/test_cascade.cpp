@@ -126,6 +126,12 @@ TEST(FloatRounding, WhatAreFloatsAlreadyDoesNotChange) {
   EXPECT_THROW(change(floats, {}, 120), std::invalid_argument);
 }
 
+TEST(FloatRounding, FollowsPolesThatTradeTheirRank) {
+  // poles near 0.5 and -0.5, of which first one and then the other is the larger
+  const Change small = change({{1, 0, 0, 1e-9, -0.25}}, {{1, 0, 0, -1e-9, -0.25}}, 120);
+  EXPECT_NEAR(small.pole_movement, 1e-9, 1e-15);
+}
+
 TEST(FloatRounding, CanMakeAFilterUnstable) {
   const Change change = float_rounding({{1, 0, 0, 0, 1 - 1e-9}}, 120);
   EXPECT_FALSE(change.stability.stable);

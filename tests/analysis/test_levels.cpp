@@ -180,4 +180,19 @@ TEST(Grid, HoldsTheEndsAndAscends) {
   }
 }
 
+TEST(Grid, StepsGrowWithTheDistanceFromASharpRootBeyondItsNeighbour) {
+  // a pole 1e-6 from the circle, and blunt ones close by on both sides of it
+  const double sharp = 0.3, distance = 1e-6;
+  const auto pole = [](double radius, double w) {
+    return std::polar(radius, std::numbers::pi * w);
+  };
+  const Roots filter{
+      {}, {pole(1 - distance, sharp), pole(0.5, sharp + 1e-7), pole(0.5, sharp - 1e-7)}, 1.0};
+  const std::vector<double> points = grid(filter, {0.0, 1.0});
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const double nearer = std::min(std::fabs(points[i] - sharp), std::fabs(points[i - 1] - sharp));
+    EXPECT_LE(points[i] - points[i - 1], distance + 1.5 * nearer) << points[i];
+  }
+}
+
 }  // namespace

@@ -96,6 +96,8 @@ TEST(Response, LevelsBeyondTheRangeOfDoublesAreFound) {
   loud.resize(200, Section{1e-300, 0, 0, 0, 0});
   EXPECT_NEAR(level_db(loud, 0.3), 0.0, 1e-6);
   EXPECT_NEAR(std::abs(response(loud, 0.3)), 1.0, 1e-10);
+  // no factor is large by itself
+  EXPECT_NEAR(level_db(Sections(400, Section{1e30, 0, 0, 0, 0}), 0.3), 400 * 600.0, 1e-6);
 }
 
 TEST(Response, ZerosAtTheThreeExactPointsAreExact) {
