@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "present.h"
+#include "title.h"
 
 namespace cli {
 namespace {
@@ -19,36 +20,6 @@ constexpr int key_width = 13;
 double number(const Value &value) {
   const auto *integer = std::get_if<t_long>(&value);
   return integer != nullptr ? static_cast<double>(*integer) : std::get<double>(value);
-}
-
-const Values &setting(const Design &design, const std::string &name) {
-  const auto found = std::find_if(design.settings.begin(), design.settings.end(),
-                                  [&](const auto &entry) { return entry.first == name; });
-  return found->second;
-}
-
-std::string word(const Design &design, const std::string &name) {
-  const Values &values = setting(design, name);
-  return values.empty() ? "" : patchbay::to_text(values.front());
-}
-
-std::string title(const Design &design) {
-  const std::string topology = word(design, "topology");
-  const std::string units = word(design, "units");
-  Values cutoffs = setting(design, "frequency");
-  if (!word(design, "response").starts_with("band")) cutoffs.resize(1);  // the one that is used
-  std::string text = fmt::format("{} {} of order {}, cutoff{}", topology, word(design, "response"),
-                                 word(design, "order"), cutoffs.size() == 1 ? "" : "s");
-  const char *separator = " ";
-  for (const Value &cutoff : cutoffs) {
-    text += separator + patchbay::to_text(cutoff);
-    separator = " and ";
-  }
-  text += units == "hertz" ? " Hz" : units == "normalized" ? " of Nyquist" : " " + units;
-  if (topology == "chebyshev-1") text += ", ripple " + word(design, "passband_ripple") + " dB";
-  if (topology == "chebyshev-2")
-    text += ", attenuation " + word(design, "stopband_attenuation") + " dB";
-  return text + fmt::format(", at {} Hz", design.samplerate);
 }
 
 using Row = std::vector<std::string>;
