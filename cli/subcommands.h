@@ -7,6 +7,7 @@ namespace cli {
 struct Invocation;
 
 int design_command(const Invocation &invocation);
+int plot_command(const Invocation &invocation);
 
 }  // namespace cli
 

@@ -1,0 +1,202 @@
+// `veltane plot`: a figure of one filter or several.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+
+#include <fmt/format.h>
+
+#include "options.h"
+#include "output.h"
+#include "plot/figure.h"
+#include "plot/gnuplot.h"
+#include "plot/provenance.h"
+#include "saved.h"
+#include "settings_options.h"
+#include "subcommands.h"
+#include "title.h"
+
+namespace cli {
+namespace {
+
+constexpr int least_width = 500, most_width = 4000, usual_width = 1000;
+
+std::string lower_case(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
+    return c < 0x80 ? static_cast<char>(std::tolower(c)) : static_cast<char>(c);
+  });
+  return text;
+}
+
+plot::Format format_of(const std::string &file) {
+  const std::string ending = lower_case(std::filesystem::path(file).extension().string());
+  if (ending == ".svg") return plot::Format::svg;
+  if (ending == ".png") return plot::Format::png;
+  throw Refusal(
+      fmt::format("--output takes a file whose name ends in .svg or .png, not '{}'", file));
+}
+
+double number_of(const std::string &option, const std::string &word) {
+  const char *end = word.c_str() + word.size();
+  char *stopped = nullptr;
+  const double number = std::strtod(word.c_str(), &stopped);
+  if (word.empty() || stopped != end || !std::isfinite(number))
+    throw Refusal(fmt::format("{} takes numbers, not '{}'", option, word));
+  return number;
+}
+
+int width_of(const Option &option) {
+  const auto word = option.value();
+  if (!word) return usual_width;
+  const double width = number_of("--width", *word);
+  if (width != std::floor(width) || width < least_width || width > most_width)
+    throw Refusal(fmt::format("--width takes whole numbers of pixels from {} to {}, not '{}'",
+                              least_width, most_width, *word));
+  return static_cast<int>(width);
+}
+
+void set_range(plot::Axis &axis, const Option &option) {
+  if (!option.given()) return;
+  const Words words = option.values();
+  if (words.size() != 2)
+    throw Refusal(
+        "--range takes two frequencies in Hz, the lowest and the highest, and one was "
+        "given");
+  const double low = number_of("--range", words[0]);
+  const double high = number_of("--range", words[1]);
+  if (!(low > 0.0 && low * 1.0001 < high && high <= 1e12 && low >= 1e-12))
+    throw Refusal(fmt::format(
+        "--range takes two frequencies in Hz above 0, the lower one first, not '{}' and '{}'",
+        words[0], words[1]));
+  axis = {low, high, true};
+}
+
+void set_floor(plot::Axis &axis, const Option &option) {
+  const auto word = option.value();
+  if (!word) return;
+  const double floor = number_of("--floor", *word);
+  if (!(floor < axis.high - 1.0 && floor > -1e5))
+    throw Refusal(
+        fmt::format("--floor takes a level in dB from -100000 to 1 dB below the highest "
+                    "one drawn, {:.4g}, not '{}'",
+                    axis.high, *word));
+  axis.low = floor;
+}
+
+// The middle of a long name says least.
+std::string shortened(const std::string &name) {
+  constexpr std::size_t part = 14;
+  if (name.size() <= 2 * part + 3) return name;
+  const auto is_inside = [&](std::size_t at) {
+    return (static_cast<unsigned char>(name[at]) & 0xc0U) == 0x80;
+  };
+  std::size_t head = part, tail = name.size() - part;
+  while (head > 0 && is_inside(head)) --head;
+  while (tail < name.size() - 1 && is_inside(tail)) ++tail;
+  return name.substr(0, head) + "\u2026" + name.substr(tail);
+}
+
+plot::Trace saved_trace(const std::string &file) {
+  const std::string what = fmt::format("'{}'", file);
+  const Design design = read_saved(file);
+  if (design.dictionary.empty())
+    throw Refusal(what +
+                  " has settings and no filter; 'veltane design --format json -o FILE' "
+                  "saves both");
+  try {
+    plot::Trace trace = plot::trace(design, what);
+    const std::string name = std::filesystem::path(file).filename().string();
+    trace.name = fmt::format("{}: {}", shortened(name), title(design));
+    return trace;
+  } catch (const Refusal &) {
+    throw;
+  } catch (const std::runtime_error &error) {
+    throw Refusal(fmt::format("{}: {}", what, error.what()));
+  }
+}
+
+void tell_silence(const plot::Trace &trace, const std::string &what) {
+  if (trace.silent)
+    say(what +
+        " is silent: its gain is too small for a number in the computer; drawn is the level of "
+        "its zeros and poles, with the peak at 0 dB");
+}
+
+}  // namespace
+
+int plot_command(const Invocation &invocation) {
+  patchbay::Host host;
+  load_module(host, invocation.module);
+  Options options(
+      "veltane plot",
+      "Draws one filter, or several over one another: the level, the passband enlarged, phase,\n"
+      "group delay, zeros and poles. Cutoffs, the -3 dB points, and the ripple or attenuation\n"
+      "that was asked for are drawn in. It needs gnuplot. Settings that are not given stay as a\n"
+      "new box has them, which is what stands in brackets.",
+      {"veltane plot --topology butterworth --order 4 --frequency 1000 -o lowpass.svg",
+       "veltane design --format json -o five.json && veltane plot --order 8 --compare five.json "
+       "-o both.png"});
+  const Option &output =
+      options.add("-o,--output", "FILE", "The picture; its name ends in .svg or .png");
+  const Option &compare =
+      options.add("--compare", "FILE...",
+                  "Draw designs saved as JSON as well, up to 6 filters in all; only these where "
+                  "no setting is given beside them",
+                  Options::any_number);
+  const Option &caption =
+      options.add("--title", "TEXT", "The line over the picture [the settings of the filter]");
+  const Option &range = options.add(
+      "--range", "NUMBER NUMBER",
+      "The frequencies that the level is drawn for, in Hz [from a tenth of the cutoff or lower, "
+      "to half the sample rate]",
+      2);
+  const Option &floor =
+      options.add("--floor", "NUMBER",
+                  "The lowest level drawn, in dB [-120, for chebyshev-2 1/4 below its "
+                  "attenuation]");
+  const Option &width =
+      options.add("--width", "NUMBER", "The picture's width in pixels: 500 to 4000 [1000]");
+  const SettingsOptions settings(options, host);
+  options.parse(invocation.rest);
+
+  const auto file = output.value();
+  if (!file) throw Refusal("plot needs --output with a file whose name ends in .svg or .png");
+  plot::Figure figure;
+  figure.format = format_of(*file);
+  figure.width = width_of(width);
+  const Words saved = compare.values();
+  const Settings asked = settings.settings();
+  const bool designs = saved.empty() || !asked.empty();
+  if (saved.size() + (designs ? 1 : 0) > plot::most_traces)
+    throw Refusal(fmt::format("a picture takes up to {} filters, and {} were given",
+                              plot::most_traces, saved.size() + (designs ? 1 : 0)));
+  if (designs) {
+    const Design design = run_design(host, asked);
+    for (const std::string &remark : design.remarks) say(remark);
+    figure.traces.push_back(plot::trace(design, "the filter"));
+    figure.traces.back().name = title(design);
+    tell_silence(figure.traces.back(), "the filter");
+  }
+  for (const std::string &other : saved) {
+    figure.traces.push_back(saved_trace(other));
+    tell_silence(figure.traces.back(), fmt::format("'{}'", other));
+  }
+  const bool one = figure.traces.size() == 1;
+  figure.title = caption.value().value_or(one ? figure.traces.front().name
+                                              : fmt::format("{} filters", figure.traces.size()));
+  if (!one)
+    for (std::size_t i = 0; i < figure.traces.size(); ++i)
+      figure.traces[i].name = fmt::format("{}  {}", i + 1, figure.traces[i].name);
+  figure.frequencies = plot::whole_axis(figure.traces);
+  figure.levels = plot::whole_levels(figure.traces);
+  set_range(figure.frequencies, range);
+  set_floor(figure.levels, floor);
+
+  OutputFile picture(*file);
+  picture.write(plot::with_command(plot::draw(plot::script(figure)), shell_line(invocation)));
+  picture.finish();
+  return 0;
+}
+
+}  // namespace cli
