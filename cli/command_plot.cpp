@@ -10,8 +10,6 @@
 #include "options.h"
 #include "output.h"
 #include "plot/figure.h"
-#include "plot/gnuplot.h"
-#include "plot/provenance.h"
 #include "saved.h"
 #include "settings_options.h"
 #include "subcommands.h"
@@ -193,9 +191,9 @@ int plot_command(const Invocation &invocation) {
   set_range(figure.frequencies, range);
   set_floor(figure.levels, floor);
 
-  OutputFile picture(*file);
-  picture.write(plot::with_command(plot::draw(plot::script(figure)), shell_line(invocation)));
-  picture.finish();
+  OutputFile out(*file);
+  out.write(plot::picture(figure, shell_line(invocation)));
+  out.finish();
   return 0;
 }
 

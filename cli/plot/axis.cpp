@@ -27,11 +27,24 @@ std::string tick_text(double value, double step) {
   return with_minus(fmt::format("{:.{}f}", value, decimals_for(step)));
 }
 
-// With k where that needs no more than three decimals.
+/** A power of a thousand and its letter. */
+struct Prefix {
+  double factor;
+  const char *letter;
+};
+
+Prefix prefix_for(double value) {
+  if (value >= 1e6) return {1e6, "M"};
+  if (value >= 1e3) return {1e3, "k"};
+  return {1.0, ""};
+}
+
+// With a letter where that needs no more than three decimals.
 std::string frequency_tick_text(double hz, double step, const Axis &axis) {
-  const bool thousands = axis.high >= 2000.0 && step >= 1.0 && hz != 0.0;
-  if (!thousands || (axis.logarithmic && hz < 1000.0)) return tick_text(hz, step);
-  return tick_text(hz / 1000.0, step / 1000.0) + 'k';
+  const bool letters = axis.high >= 2000.0 && step >= 1.0 && hz != 0.0;
+  const Prefix prefix = prefix_for(axis.logarithmic ? hz : axis.high);
+  if (!letters || prefix.factor > 1000 * step) return tick_text(hz, step);
+  return tick_text(hz / prefix.factor, step / prefix.factor) + prefix.letter;
 }
 
 std::vector<double> multiples(const Axis &axis, double step) {
@@ -61,8 +74,8 @@ std::vector<Tick> decade_ticks(const Axis &axis, int most) {
       if (at < axis.low * (1 - 1e-9)) continue;
       if (at > axis.high * (1 + 1e-9)) return ticks;
       const bool labelled = digit == 1 || (roomy && (digit == 2 || digit == 5));
-      const std::string label =
-          at >= 1000.0 ? fmt::format("{:g}k", at / 1000.0) : fmt::format("{:.10g}", at);
+      const Prefix prefix = prefix_for(at * (1 + 1e-9));
+      const std::string label = fmt::format("{:.6g}{}", at / prefix.factor, prefix.letter);
       ticks.push_back({at, labelled ? label : ""});
     }
   }

@@ -38,7 +38,7 @@ std::vector<Tick> number_ticks(const Axis &axis, int most);
 /** @return multiples of a step that divides a turn or is made of whole turns. */
 std::vector<Tick> degree_ticks(const Axis &axis, int most);
 
-/** @return ticks in Hz, with k for thousands: multiples of a round step, or, where the axis is
+/** @return ticks in Hz or samples, with k for thousands and M for millions: multiples of a round step, or, where the axis is
  *  logarithmic and more than a decade long, 1, 2 and 5 times powers of ten. */
 std::vector<Tick> frequency_ticks(const Axis &axis, int most);
 

@@ -9,6 +9,7 @@
 
 #include "plot/gnuplot.h"
 #include "plot/panel.h"
+#include "plot/provenance.h"
 #include "plot/root_panels.h"
 
 namespace cli::plot {
@@ -246,9 +247,10 @@ int height(const Figure &figure) {
 }
 
 std::string script(const Figure &figure) {
-  const double scale = figure.width / page_width;
+  // An SVG is drawn at its own size: gnuplot places its texts best there.
+  const bool png = figure.format == Format::png;
   Script out(page_width, page_height(figure));
-  out.begin(figure.format == Format::png ? "pngcairo" : "svg", figure.width, height(figure), scale);
+  out.begin(png ? "pngcairo" : "svg", png ? figure.width / page_width : 1.0);
   out.title(figure.title, title_height / 2);
   add_key(out, figure);
   add_levels(out, figure);
@@ -263,6 +265,11 @@ std::string script(const Figure &figure) {
   add_poles(out, {circle_left, below, circle_left + circle_size, below + circle_size},
             figure.traces);
   return out.text();
+}
+
+std::string picture(const Figure &figure, const std::string &command) {
+  const std::string drawn = described(draw(script(figure)), figure.title, command);
+  return figure.format == Format::png ? drawn : sized(drawn, figure.width, height(figure));
 }
 
 }  // namespace cli::plot

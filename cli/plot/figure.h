@@ -31,6 +31,13 @@ int height(const Figure &figure);
 /** @return the commands and the data for gnuplot. */
 std::string script(const Figure &figure);
 
+/**
+ * @param command  the command line that makes it, which is put into the picture
+ * @return the file's contents
+ * Raises as `draw`.
+ */
+std::string picture(const Figure &figure, const std::string &command);
+
 }  // namespace cli::plot
 
 #endif

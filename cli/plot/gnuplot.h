@@ -17,8 +17,8 @@ std::string draw(const std::string &script);
 
 /**
  * A text as gnuplot takes it: in double quotes, with all but letters and spaces as
- * numbers, so that nothing in it is a command, a substitution or an end of the string. Control
- * characters become spaces, bytes that are not UTF-8 become U+FFFD.
+ * numbers, so that nothing in it is a command, a substitution or an end of the string. It is
+ * changed as by `shown`.
  */
 std::string quoted(const std::string &text);
 

@@ -117,14 +117,18 @@ std::string half_power_style(std::size_t i) { return points_style(i, style_of(i)
 std::string pole_style(std::size_t i) { return points_style(i, style_of(i).pole, 0.9); }
 std::string zero_style(std::size_t i) { return points_style(i, style_of(i).zero, 0.9); }
 
-void Script::begin(const std::string &terminal, int width, int height, double scale) {
+void Script::begin(const std::string &terminal, double scale) {
+  // The two differ in what they call a point, a unit of a dash, and a symbol of size 1.
+  const bool svg = terminal == "svg";
   head_ = fmt::format(
       "set encoding utf8\n"
       "set terminal {0} size {1},{2} noenhanced font 'sans-serif,{3}' fontscale {4} linewidth {4} "
       "dashlength {5} rounded background rgb 'white'\n"
-      "S = {4}\n",
-      terminal, width, height, terminal == "svg" ? 12 : 9, scale, 2.0);
-  title_size_ = terminal == "svg" ? 15 : 11;
+      "S = {6}\n",
+      terminal, std::lround(width_ * scale), std::lround(height_ * scale), svg ? 12 : 9, scale,
+      svg ? 1 : 2, svg ? 0.7 * scale : 1.0);
+  if (!svg) head_ += fmt::format("set termoption pointscale {}\n", scale);
+  title_size_ = svg ? 15 : 11;
   line("set multiplot; unset key; set clip two");
   line("set border 3 lw 0.8 lc rgb '#404040'");
   line("set tics nomirror out scale 0.6,0.3");

@@ -22,9 +22,10 @@ std::string half_power_style(std::size_t i);
 std::string pole_style(std::size_t i);
 std::string zero_style(std::size_t i);
 
-/** The style of a cutoff's line, and of a level that was asked for. */
+/** The style of a cutoff's line, and of a level that was asked for. Their greys differ because
+ *  gnuplot's SVG takes two dash patterns of one colour for the same. */
 inline constexpr char cutoff_style[] = "lw 1 lc rgb '#606060' dt (2,4)";
-inline constexpr char limit_style[] = "lw 1 lc rgb '#606060' dt (14,4,2,4)";
+inline constexpr char limit_style[] = "lw 1 lc rgb '#585858' dt (14,4,2,4)";
 
 /** Commands as they are collected. */
 class Script {
@@ -33,7 +34,7 @@ class Script {
   Script(double width, double height) : width_(width), height_(height) {}
 
   /** @param scale  how many pixels one of a box is */
-  void begin(const std::string &terminal, int width, int height, double scale);
+  void begin(const std::string &terminal, double scale);
 
   void title(const std::string &text, double top);
 

@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+#include <fmt/format.h>
+
+#include "plot/shown.h"
+
 namespace cli::plot {
 namespace {
 
@@ -33,25 +37,43 @@ std::uint32_t crc(const std::string &bytes) {
 }
 
 // An international text chunk: keyword, not compressed, no language, UTF-8.
-std::string text_chunk(const std::string &text) {
-  std::string data = "iTXtDescription";
+std::string text_chunk(const std::string &keyword, const std::string &text) {
+  std::string data = "iTXt" + keyword;
   data.append(5, '\0');
   data += text;
   return big_endian(static_cast<std::uint32_t>(data.size() - 4)) + data + big_endian(crc(data));
 }
 
+void replace_element(std::string &svg, const std::string &name, const std::string &text) {
+  const std::string opening = "<" + name + ">";
+  const std::size_t from = svg.find(opening);
+  const std::size_t to = svg.find("</" + name + ">", from);
+  if (from == std::string::npos || to == std::string::npos) return;
+  const std::size_t inside = from + opening.size();
+  svg.replace(inside, to - inside, xml_text(text));
+}
+
 }  // namespace
 
-std::string with_command(const std::string &picture, const std::string &command) {
+std::string described(const std::string &picture, const std::string &title,
+                      const std::string &command) {
   std::string out = picture;
   if (picture.starts_with("\x89PNG")) {
     constexpr std::size_t header = 8 + 25;  // the signature and the chunk that comes first
-    return out.insert(header, text_chunk(command));
+    return out.insert(
+        header, text_chunk("Title", shown(title)) + text_chunk("Description", shown(command)));
   }
-  const std::size_t from = out.find("<desc>");
-  const std::size_t to = out.find("</desc>");
-  if (from == std::string::npos || to == std::string::npos) return out;
-  return out.replace(from + 6, to - from - 6, xml_text(command));
+  replace_element(out, "title", shown(title));
+  replace_element(out, "desc", shown(command));
+  return out;
+}
+
+std::string sized(const std::string &svg, int width, int height) {
+  const std::size_t from = svg.find(" width=\"");
+  const std::size_t to = svg.find(" viewBox=\"");
+  if (from == std::string::npos || to == std::string::npos || from > to) return svg;
+  return svg.substr(0, from) + fmt::format(" width=\"{}\" height=\"{}\"\n", width, height) +
+         svg.substr(to);
 }
 
 }  // namespace cli::plot

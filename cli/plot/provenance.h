@@ -1,4 +1,4 @@
-// What a picture says of its own making.
+// What a picture says of itself: its title, its making, and the size of an SVG.
 #ifndef VELTANE_CLI_PLOT_PROVENANCE_H
 #define VELTANE_CLI_PLOT_PROVENANCE_H
 
@@ -8,11 +8,20 @@ namespace cli::plot {
 
 /**
  * @param picture  a whole SVG or PNG file, as gnuplot writes it
+ * @param title    its title
  * @param command  the command line that makes it
- * @return the picture with the command as its description: the element `desc` of an SVG, a text
- *         chunk "Description" of a PNG
+ * @return the picture with both in it: the elements `title` and `desc` of an SVG, the text chunks
+ *         "Title" and "Description" of a PNG. What is not UTF-8 or no character of XML becomes
+ *         U+FFFD.
  */
-std::string with_command(const std::string &picture, const std::string &command);
+std::string described(const std::string &picture, const std::string &title,
+                      const std::string &command);
+
+/**
+ * @param svg  a whole SVG file as gnuplot writes it
+ * @return the same to be shown at another size, in pixels
+ */
+std::string sized(const std::string &svg, int width, int height);
 
 }  // namespace cli::plot
 

@@ -170,17 +170,26 @@ constexpr char circle_style[] = "lw 0.8 lc rgb '#707070' dt solid";
 }  // namespace
 
 Square around_poles(const std::vector<Trace> &traces) {
-  double left = 2.0, right = -2.0, low = 2.0, high = -2.0, depth = 0.0;
+  double left = 2.0, right = -2.0, low = 2.0, high = -2.0;
+  const auto include = [&](const Complex &z) {
+    left = std::min(left, z.real());
+    right = std::max(right, z.real());
+    low = std::min(low, z.imag());
+    high = std::max(high, z.imag());
+  };
+  Complex outermost = 0.0;
+  double least = std::numeric_limits<double>::infinity();
   for (const Trace &trace : traces)
     for (const Complex &pole : trace.roots.poles) {
       if (pole.imag() < 0.0) continue;
-      left = std::min(left, pole.real());
-      right = std::max(right, pole.real());
-      low = std::min(low, pole.imag());
-      high = std::max(high, pole.imag());
-      depth = std::max(depth, std::fabs(analysis::distance_inside(pole)));
+      include(pole);
+      const double inside = std::fabs(analysis::distance_inside(pole));
+      if (inside >= least) continue;
+      least = inside;
+      outermost = pole;
     }
-  const double half = std::max({(right - left) / 2, (high - low) / 2, depth / 2});
+  include(std::polar(1.0, std::arg(outermost)));
+  const double half = std::max((right - left) / 2, (high - low) / 2);
   return {{(left + right) / 2, (low + high) / 2}, 1.25 * half};
 }
 
