@@ -127,6 +127,10 @@ void Options::parse(const Words &words) {
   if (words == Words{"--man"}) throw Answer{manual_section(parts_->text)};
   Words typed;
   std::transform(words.begin(), words.end(), std::back_inserter(typed), hyphenated);
+  for (const Option &option : parts_->options)
+    for (const std::string &word : typed)
+      if (option.maximum_ == 0 && word.starts_with(option.name_ + '='))
+        throw Refusal(fmt::format("{} takes no value", option.name_));
   parse_with(parts_->app, typed);
 }
 
