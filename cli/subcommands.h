@@ -8,6 +8,7 @@ struct Invocation;
 
 int design_command(const Invocation &invocation);
 int plot_command(const Invocation &invocation);
+int export_command(const Invocation &invocation);
 
 }  // namespace cli
 
