@@ -11,9 +11,9 @@
 #include "export/precision.h"
 #include "options.h"
 #include "output.h"
-#include "title.h"
 #include "settings_options.h"
 #include "subcommands.h"
+#include "title.h"
 
 namespace cli {
 namespace {

@@ -1,0 +1,75 @@
+// What an export does to the sections before it writes them.
+
+#include <cmath>
+
+#include "export/gain.h"
+#include "export/lists.h"
+#include "export/precision.h"
+#include "run_command.h"
+
+using analysis::Section;
+using analysis::Sections;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(Normalise, RepairsALevelThatIsWrong) {
+  // (1 + z^-1)^2 / 4 has the level 1 at DC.
+  Sections sections{{3 * 0.25, 3 * 0.5, 3 * 0.25, 0.0, 0.0}};
+  EXPECT_NEAR(cli::normalise(sections, {0.0, 0.0, "at DC"}), 1.0 / 3.0, 1e-15);
+  EXPECT_NEAR(sections[0].b0 + sections[0].b1 + sections[0].b2, 1.0, 1e-15);
+  cli::normalise(sections, {0.0, -20.0, "at DC"});
+  EXPECT_NEAR(sections[0].b0 + sections[0].b1 + sections[0].b2, 0.1, 1e-15);
+}
+
+TEST(Normalise, RefusesASilentPlace) {
+  Sections sections{{1.0, 2.0, 1.0, 0.0, 0.0}};
+  try {
+    cli::normalise(sections, {1.0, 0.0, "at the Nyquist frequency"});
+    FAIL() << "it is silent there";
+  } catch (const cli::Refusal &refusal) {
+    EXPECT_THAT(refusal.what(), HasSubstr("at the Nyquist frequency: it is -inf dB there"));
+  }
+}
+
+TEST(Reference, ReversedCutoffsHaveTheSameCentre) {
+  cli::Published filter;
+  filter.topology = "butterworth";
+  filter.response = "bandpass";
+  filter.samplerate = 2.0;
+  filter.cutoffs = {0.25, 0.75};
+  const double centre = cli::reference_of(filter, 0.0).w;
+  EXPECT_NEAR(centre, 0.5, 1e-15);
+  filter.cutoffs = {0.75, 0.25};
+  EXPECT_EQ(cli::reference_of(filter, 0.0).w, centre);
+}
+
+TEST(Lists, MultiplySectionsOutAndDropWhatFirstOrderLeavesEmpty) {
+  // (1 + 2d + 3d^2)(4 + 5d) and (1 - 0.5d + 0.25d^2)(1 + 0.5d), d = z^-1
+  const analysis::Transfer lists =
+      cli::expanded({{1.0, 2.0, 3.0, -0.5, 0.25}, {4.0, 5.0, 0.0, 0.5, 0.0}});
+  EXPECT_THAT(lists.numerator, ElementsAre(4.0, 13.0, 22.0, 15.0));
+  EXPECT_THAT(lists.denominator, ElementsAre(1.0, 0.0, 0.0, 0.125));
+}
+
+TEST(Lists, StableMeansAllPolesInside) {
+  EXPECT_TRUE(cli::is_stable({{1.0}, {1.0, -1.8, 0.99}}));
+  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, -1.8, 1.01}}));
+  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, -2.0, 1.0}})) << "on the circle";
+  // Poles 0.5, 0.5 and 1.1: the last coefficient alone tells nothing.
+  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, -2.1, 1.35, -0.275}}));
+  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, NAN, 0.5}}));
+}
+
+TEST(Precision, RefusesWhatIsNoFilter) {
+  EXPECT_THROW(cli::check_sections({}), cli::Refusal);
+  EXPECT_THROW(cli::check_sections({{1.0, INFINITY, 0.0, 0.0, 0.0}}), cli::Refusal);
+  EXPECT_THROW(cli::check_sections({{1.0, 1.0, 0.0, 0.0, NAN}}), cli::Refusal);
+  EXPECT_THROW(cli::check_sections({{1e-310, 0.0, 0.0, 0.0, 0.0}}), cli::Refusal);
+  EXPECT_NO_THROW(cli::check_sections({{1e-300, 0.0, 0.0, 0.0, 0.0}}));
+}
+
+TEST(Precision, SaysThatAFilterIsUnstable) {
+  cli::Words remarks;
+  cli::check_cascade({{1.0, 0.0, 0.0, -1.8, 1.01}}, false, remarks);
+  EXPECT_THAT(remarks, ElementsAre("this filter is not stable"));
+}
