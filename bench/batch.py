@@ -41,7 +41,7 @@ def cpu_seconds():
 
 
 def measure(build, rounds, quick):
-    """The least wall time and the least CPU time of a batch, and its largest process."""
+    """The least wall time and the least CPU time of a batch."""
     count = COUNT // 100 if quick else COUNT
     with tempfile.TemporaryDirectory() as folder:
         lines, out = Path(folder) / "lines", Path(folder) / "results"
@@ -58,6 +58,5 @@ def measure(build, rounds, quick):
         with out.open(encoding="utf-8") as results:
             check(results, count)
         return {"count": count, "order": ORDER, "rounds": rounds, "cores": os.cpu_count(),
-                "peak": 1024 * resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss,
                 "wall": min(walls), "cpu": min(cpus), "input": lines.stat().st_size,
                 "output": out.stat().st_size}

@@ -127,8 +127,7 @@ def batch(run):
             f"- CPU time: {significant(run['cpu'])} s,"
             f" {significant(1e6 * run['cpu'] / run['count'])} us a design",
             f"- it read {significant(run['input'] / 1e6)} MB of settings and wrote"
-            f" {significant(run['output'] / 1e6)} MB of results; its largest process took"
-            f" {significant(run['peak'] / 1e6)} MB of memory"]
+            f" {significant(run['output'] / 1e6)} MB of results"]
 
 
 def wrong_filters(results):
