@@ -43,6 +43,15 @@ TEST(Reference, ReversedCutoffsHaveTheSameCentre) {
   EXPECT_EQ(cli::reference_of(filter, 0.0).w, centre);
 }
 
+TEST(SpreadGain, KeepsAWholeThatIsNotAtFullLevel) {
+  // Peaks of 4096 and 4096 * 8 at DC.
+  Sections sections{{1024.0, 2048.0, 1024.0, 0.0, 0.0}, {2.0, 4.0, 2.0, 0.0, 0.0}};
+  cli::spread_gain(sections);
+  EXPECT_EQ(sections[0].b1, 0.5) << "a peak of 1";
+  EXPECT_EQ(sections[1].b1, 4.0 * 4096.0);
+  EXPECT_EQ(sections[1].b0 + sections[1].b2, sections[1].b1);
+}
+
 TEST(Lists, MultiplySectionsOutAndDropWhatFirstOrderLeavesEmpty) {
   // (1 + 2d + 3d^2)(4 + 5d) and (1 - 0.5d + 0.25d^2)(1 + 0.5d), d = z^-1
   const analysis::Transfer lists =

@@ -44,10 +44,11 @@ const [file, name, count] = process.argv.slice(2);
 const exported = await import(pathToFileURL(file));
 let signal = Array(Number(count)).fill(0);
 signal[0] = 1;
-const chain = exported[`${name}_chain`];
-const { input, output } = chain
-  ? chain(theContext)
-  : (({ node }) => ({ input: node, output: node }))({ node: new IIRFilterNode(theContext, exported[name]) });
+const single = (context) => {
+  const node = new IIRFilterNode(context, exported[name]);
+  return { input: node, output: node };
+};
+const { input, output } = (exported[`${name}_chain`] ?? single)(theContext);
 check(output.next === null, "the output leads on");
 for (let node = input; node !== null; node = node.next) signal = node.process(signal);
 for (const sample of signal) console.log(sample);
