@@ -13,7 +13,8 @@ namespace analysis {
  * factor 2, and even steps between neighbouring angles. Neighbours lie so close that no two
  * extrema of the level of a filter of these roots fall between the same two. Up to forty
  * points a root, so their number grows with the order; it does not depend on how narrow the
- * filter is. Good for curves, too.
+ * filter is. A smooth curve needs the steps
+ * of its own axis besides.
  */
 std::vector<double> grid(const Roots &filter, const Interval &range);
 std::vector<double> grid(const Sections &filter, const Interval &range);
