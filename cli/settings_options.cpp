@@ -100,4 +100,10 @@ Settings SettingsOptions::settings() const {
   return all;
 }
 
+bool SettingsOptions::typed(const std::string &name) const {
+  return std::any_of(attributes_.begin(), attributes_.end(), [&](const auto &entry) {
+    return entry.first.name == name && entry.second->given();
+  });
+}
+
 }  // namespace cli

@@ -2,6 +2,7 @@
 #ifndef VELTANE_CLI_SETTINGS_OPTIONS_H
 #define VELTANE_CLI_SETTINGS_OPTIONS_H
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -26,6 +27,9 @@ class SettingsOptions {
    * Raises Refusal.
    */
   Settings settings() const;
+
+  /** @return whether the attribute was given itself, not only by --from. */
+  bool typed(const std::string &name) const;
 
  private:
   void check_attribute(const std::string &name) const;
