@@ -1,0 +1,31 @@
+/** How many poles of a transfer function are outside the unit circle. */
+#ifndef ANALYSIS_ENCIRCLEMENT_H
+#define ANALYSIS_ENCIRCLEMENT_H
+
+#include <cstddef>
+#include <optional>
+
+#include "analysis/filter.h"
+
+namespace analysis {
+
+/**
+ * Counts the roots of a denominator outside the unit circle by the principle of the argument:
+ * a root inside turns D(exp(j pi w)) by pi while w goes from 0 to 1, one outside does not. No
+ * root is computed, so that a polynomial whose roots are ill-conditioned is judged as it is.
+ * Steps that turn it by more than half a radian are halved.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 5.3 (phase
+ * of a single root); Churchill & Brown, Complex Variables and Applications, on the argument
+ * principle.
+ * @param denominator  highest power of z first, at least two coefficients, the first not 0
+ * @param at           ascending from 0 to 1, a grid of the filter that is meant: where to look
+ *                     first
+ * @return none where D cannot be told from 0: at some w it is smaller than what rounding may
+ *         leave of it
+ */
+std::optional<std::size_t> poles_outside(const std::vector<double> &denominator,
+                                         const std::vector<double> &at);
+
+}  // namespace analysis
+
+#endif
