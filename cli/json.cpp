@@ -1,14 +1,13 @@
 #include <cmath>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
+#include "json_text.h"
 #include "present.h"
 
 namespace cli {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using patchbay::Value;
 using patchbay::Values;
 
@@ -110,13 +109,17 @@ Json dictionary_json(const Design &design) {
 
 }  // namespace
 
-std::string to_json(const Design &design, const std::vector<std::string> &command) {
+std::string json_page(const Json &document) {
   Writer writer(true);
-  writer.write({{"veltane", VELTANE_VERSION},
-                {"command", command},
-                {"settings", settings_json(design)},
-                {"dictionary", dictionary_json(design)}});
+  writer.write(document);
   return writer.text() + '\n';
+}
+
+std::string to_json(const Design &design, const std::vector<std::string> &command) {
+  return json_page({{"veltane", VELTANE_VERSION},
+                    {"command", command},
+                    {"settings", settings_json(design)},
+                    {"dictionary", dictionary_json(design)}});
 }
 
 std::string to_json_line(std::size_t number, const Design &design) {

@@ -1,5 +1,5 @@
-// Reading JSON that others wrote: bounded, without doubled keys, and with a
-// sentence for what is wrong with it.
+// JSON: reading what others wrote, bounded, without doubled keys, and with a sentence for what
+// is wrong with it; and writing.
 #ifndef VELTANE_CLI_JSON_TEXT_H
 #define VELTANE_CLI_JSON_TEXT_H
 
@@ -24,6 +24,10 @@ Json parse_json(const std::string &text, const std::string &name);
  * Raises Refusal when it cannot be read, is a folder, or is larger than 64 MiB.
  */
 std::string read_input(const std::string &file);
+
+/** @return the text of a document, lists on one line each; numbers with 17 significant digits,
+ *  null for those that are not finite. */
+std::string json_page(const Json &document);
 
 }  // namespace cli
 
