@@ -9,6 +9,8 @@ struct Invocation;
 int design_command(const Invocation &invocation);
 int plot_command(const Invocation &invocation);
 int export_command(const Invocation &invocation);
+int check_command(const Invocation &invocation);
+int estimate_command(const Invocation &invocation);
 
 }  // namespace cli
 

@@ -1,0 +1,259 @@
+// What `veltane estimate` promises, measured on the filters that its commands make.
+
+#include <cmath>
+#include <complex>
+#include <nlohmann/json.hpp>
+#include <numbers>
+
+#include "run_command.h"
+
+using Json = nlohmann::ordered_json;
+using testing::HasSubstr;
+
+namespace {
+
+using Edges = std::vector<double>;
+
+struct Demand {
+  Edges pass, stop;
+  double ripple, attenuation;
+  double samplerate;
+
+  std::string options() const {
+    std::string text = "--passband";
+    for (const double edge : pass) text += ' ' + std::to_string(edge);
+    text += " --stopband";
+    for (const double edge : stop) text += ' ' + std::to_string(edge);
+    return text + " --ripple " + std::to_string(ripple) + " --attenuation " +
+           std::to_string(attenuation) + " --samplerate " + std::to_string(samplerate);
+  }
+
+  // Whether a frequency is in the passband; whether it is in the stopband.
+  bool passes(double hz) const {
+    if (pass.size() == 1) return pass[0] < stop[0] ? hz <= pass[0] : hz >= pass[0];
+    return (hz >= pass[0] && hz <= pass[1]) == (stop[0] < pass[0]) || hz == pass[0] ||
+           hz == pass[1];
+  }
+  bool stops(double hz) const {
+    if (pass.size() == 1) return pass[0] < stop[0] ? hz >= stop[0] : hz <= stop[0];
+    return (hz >= stop[0] && hz <= stop[1]) == (pass[0] < stop[0]) || hz == stop[0] ||
+           hz == stop[1];
+  }
+};
+
+void PrintTo(const Demand &demand, std::ostream *out) { *out << demand.options(); }
+
+Json estimated(const std::string &arguments) {
+  const Outcome outcome = veltane("estimate --format json " + arguments);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  return Json::parse(outcome.out);
+}
+
+// The words behind "veltane" as typed.
+std::string typed(const Json &command) {
+  std::string text;
+  for (std::size_t i = 1; i < command.size(); ++i) text += command[i].get<std::string>() + ' ';
+  return text;
+}
+
+double level_db(const Json &cascade, double hz, double samplerate) {
+  const std::complex<double> x = std::polar(1.0, -2.0 * std::numbers::pi * hz / samplerate);
+  std::complex<double> response = 1.0;
+  for (std::size_t i = 0; i < cascade.size(); i += 5) {
+    const auto c = [&](std::size_t k) { return cascade[i + k].get<double>(); };
+    response *= (c(0) + c(1) * x + c(2) * x * x) / (1.0 + c(3) * x + c(4) * x * x);
+  }
+  return 20.0 * std::log10(std::abs(response));
+}
+
+struct Reached {
+  double ripple = -1e9, attenuation = 1e9;
+};
+
+// Over many frequencies and all edges.
+Reached measured(const std::string &design, const Demand &demand) {
+  const Outcome outcome = veltane(design + "--format json");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "") << "nothing is clipped";
+  const Json cascade = Json::parse(outcome.out)["dictionary"]["cascade"];
+  Edges at = demand.pass;
+  at.insert(at.end(), demand.stop.begin(), demand.stop.end());
+  constexpr int steps = 20000;
+  for (int i = 0; i <= steps; ++i) at.push_back(demand.samplerate / 2 * i / steps);
+  Reached reached;
+  for (const double hz : at) {
+    const double loss = -level_db(cascade, hz, demand.samplerate);
+    if (demand.passes(hz)) reached.ripple = std::max(reached.ripple, loss);
+    if (demand.stops(hz)) reached.attenuation = std::min(reached.attenuation, loss);
+  }
+  return reached;
+}
+
+class Estimate : public testing::TestWithParam<Demand> {};
+
+// Cutoffs are printed with ten digits.
+constexpr double tolerance_db = 1e-5;
+
+}  // namespace
+
+TEST_P(Estimate, TheCommandsMakeFiltersThatMeetIt) {
+  const Json document = estimated(GetParam().options());
+  int possible = 0;
+  for (const Json &family : document["families"]) {
+    if (!family["possible"].get<bool>()) continue;
+    ++possible;
+    const Reached reached = measured(typed(family["design"]), GetParam());
+    EXPECT_LE(reached.ripple, GetParam().ripple + tolerance_db) << family["family"];
+    EXPECT_GE(reached.attenuation, GetParam().attenuation - tolerance_db) << family["family"];
+    // The grid may miss the very extremes.
+    EXPECT_NEAR(reached.ripple, family["ripple"].get<double>(), 0.01);
+    EXPECT_NEAR(reached.attenuation, family["attenuation"].get<double>(), 0.2);
+  }
+  EXPECT_EQ(possible, 3);
+}
+
+TEST_P(Estimate, OneOrderLessDoesNot) {
+  const Json document = estimated(GetParam().options());
+  for (const Json &family : document["families"]) {
+    if (family["family"] == "butterworth" || family["order"].get<int>() <= 2) continue;
+    Json words = family["design"];
+    for (std::size_t i = 0; i + 1 < words.size(); ++i)
+      if (words[i] == "--order") words[i + 1] = std::to_string(family["order"].get<int>() - 1);
+    const Reached reached = measured(typed(words), GetParam());
+    EXPECT_TRUE(reached.ripple > GetParam().ripple + tolerance_db ||
+                reached.attenuation < GetParam().attenuation - tolerance_db)
+        << family["family"];
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Demands, Estimate,
+    testing::Values(Demand{{1000}, {1500}, 1, 60, 48000}, Demand{{1500}, {1000}, 1, 60, 48000},
+                    Demand{{20000}, {21000}, 0.1, 100, 44100}, Demand{{40}, {20}, 3, 80, 96000},
+                    Demand{{300, 3400}, {200, 4000}, 0.5, 40, 48000},
+                    Demand{{300, 3400}, {100, 3600}, 0.5, 40, 8000},
+                    Demand{{200, 4000}, {300, 3400}, 0.5, 40, 48000},
+                    Demand{{45, 70}, {50, 60}, 1, 30, 48000}, Demand{{1000}, {4000}, 2, 5, 48000}));
+
+// Of a Butterworth lowpass whose passband ends as demanded: (10^(r/10) - 1) (ws / wp)^(2n).
+TEST(EstimateOrder, OfAButterworthIsTheLeast) {
+  const Json butterworth =
+      estimated("--passband 1000 --stopband 1500 --ripple 1 --attenuation 60")["families"][0];
+  const double ratio =
+      std::tan(std::numbers::pi * 1500 / 48000) / std::tan(std::numbers::pi * 1000 / 48000);
+  const auto attenuation = [&](int order) {
+    return 10 * std::log10(1 + (std::pow(10, 0.1) - 1) * std::pow(ratio, 2 * order));
+  };
+  const int order = butterworth["order"];
+  EXPECT_GE(attenuation(order), 60);
+  EXPECT_LT(attenuation(order - 1), 60);
+  EXPECT_NEAR(butterworth["attenuation"].get<double>(), attenuation(order), 1e-6);
+}
+
+TEST(EstimateUnits, FractionsGiveTheSameAsHertz) {
+  const Json hertz = estimated("--passband 6000 --stopband 9000 --ripple 1 --attenuation 60");
+  const Json fractions =
+      estimated("--passband 0.25 --stopband 0.375 --ripple 1 --attenuation 60 --units normalized");
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(fractions["families"][i]["order"], hertz["families"][i]["order"]);
+    EXPECT_NEAR(fractions["families"][i]["cutoffs"][0].get<double>() * 24000,
+                hertz["families"][i]["cutoffs"][0].get<double>(), 1e-6);
+    EXPECT_THAT(typed(fractions["families"][i]["design"]), HasSubstr("--units normalized"));
+  }
+}
+
+TEST(EstimateText, HasALineForEachFamilyAndTheCommands) {
+  const Outcome outcome =
+      veltane("estimate --passband 1000 --stopband 1500 --ripple 1 --attenuation 60");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(
+      outcome.out.starts_with("lowpass at 48000 Hz: loses at most 1 dB up to 1000 Hz, and "
+                              "at least 60 dB from 1500 Hz on\n"));
+  for (const Json &family :
+       estimated("--passband 1000 --stopband 1500 --ripple 1 --attenuation 60")["families"])
+    EXPECT_THAT(
+        outcome.out,
+        HasSubstr("\nveltane " + typed(family["design"]).erase(typed(family["design"]).size() - 1) +
+                  '\n'));
+}
+
+TEST(EstimateImpossible, OrdersAboveTheHighestAreNamed) {
+  const std::string narrow = "estimate --passband 1000 --stopband 1001 --ripple 1 --attenuation 60";
+  const Outcome some = veltane(narrow);
+  EXPECT_EQ(some.status, 0) << "two families can do it";
+  EXPECT_THAT(some.out, HasSubstr("butterworth  not possible: it takes order 7566, and 200 is"));
+  EXPECT_THAT(some.out, testing::Not(HasSubstr("--topology butterworth")));
+  const Outcome none =
+      veltane("estimate --passband 1000 --stopband 1000.001 --ripple 1 --attenuation 60");
+  EXPECT_EQ(none.status, 1);
+  EXPECT_THAT(none.out, testing::Not(HasSubstr("veltane design")));
+}
+
+TEST(EstimateImpossible, LevelsAndGainsThatAFamilyCannotHaveAreNamed) {
+  EXPECT_THAT(
+      veltane("estimate --passband 1000 --stopband 2000 --ripple 0.05 --attenuation 250").out,
+      testing::AllOf(HasSubstr("chebyshev-1  not possible: its ripple is 0.1 dB or more"),
+                     HasSubstr("chebyshev-2  not possible: its attenuation is 240 dB or")));
+  EXPECT_THAT(veltane("estimate --passband 20 --stopband 22 --ripple 1 --attenuation 100").out,
+              HasSubstr("its gain is too small for a number"));
+}
+
+namespace {
+
+struct BadDemand {
+  const char *arguments;
+  const char *says;
+};
+
+void PrintTo(const BadDemand &bad, std::ostream *out) { *out << '\'' << bad.arguments << '\''; }
+
+class BadDemands : public testing::TestWithParam<BadDemand> {};
+
+}  // namespace
+
+TEST_P(BadDemands, GetOneSentenceAndStatusTwo) {
+  const Outcome outcome = veltane(std::string("estimate ") + GetParam().arguments);
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, HasSubstr(GetParam().says));
+  EXPECT_TRUE(outcome.err.starts_with("veltane: ")) << outcome.err;
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Estimate, BadDemands,
+    testing::Values(
+        BadDemand{"", "needs --passband"}, BadDemand{"--passband 1000", "needs --stopband"},
+        BadDemand{"--passband 1 --stopband 2", "needs --ripple"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1", "needs --attenuation"},
+        BadDemand{"--passband 9 --stopband 9 --ripple 1 --attenuation 60",
+                  "both have an edge at 9"},
+        BadDemand{"--passband 1 9 --stopband 2 9 --ripple 1 --attenuation 60", "an edge at 9"},
+        BadDemand{"--passband 9 --stopband 24000 --ripple 1 --attenuation 60",
+                  "--stopband 24000: edges lie above 0 and below the Nyquist frequency, 24000 Hz"},
+        BadDemand{"--passband 0 --stopband 9 --ripple 1 --attenuation 60", "--passband 0: edges"},
+        BadDemand{"--passband -9 --stopband 9 --ripple 1 --attenuation 60", "--passband -9: edges"},
+        BadDemand{"--passband 9 --stopband 10 --ripple 1 --attenuation 6 --units normalized",
+                  "below the Nyquist frequency, 1\n"},
+        BadDemand{"--passband 9 5 --stopband 2 20 --ripple 1 --attenuation 60", "reverse order"},
+        BadDemand{"--passband 9 9 --stopband 2 20 --ripple 1 --attenuation 60", "are equal"},
+        BadDemand{"--passband 1 5 --stopband 3 9 --ripple 1 --attenuation 60", "cross"},
+        BadDemand{"--passband 1 2 --stopband 3 9 --ripple 1 --attenuation 60", "cross"},
+        BadDemand{"--passband 1 2 --stopband 3 --ripple 1 --attenuation 60", "one edge each"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 60 --attenuation 60", "loses more than"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 0 --attenuation 60", "--ripple 0"},
+        BadDemand{"--passband 1 --stopband 2 --ripple -1 --attenuation 60", "--ripple -1"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1 --attenuation 1e4", "at most 1000 dB"},
+        BadDemand{"--passband x --stopband 2 --ripple 1 --attenuation 60",
+                  "--passband takes a number, not 'x'"},
+        BadDemand{"--passband nan --stopband 2 --ripple 1 --attenuation 60", "not 'nan'"},
+        BadDemand{"--passband 1 2 3 --stopband 2 --ripple 1 --attenuation 60", "one or two values"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1 2 --attenuation 60", "--ripple takes one"},
+        BadDemand{"--passband 1 --stopband 2 --ripple '\"' --attenuation 60", "takes a number"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1 --attenuation 60 --samplerate 44100.5",
+                  "whole number of Hz"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1 --attenuation 60 --samplerate 0",
+                  "whole number of Hz from 1 to"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1 --attenuation 60 --units radians",
+                  "hertz or normalized"},
+        BadDemand{"--passband 1 --stopband 2 --ripple 1 --attenuation 60 --order 4", "--order"}));
