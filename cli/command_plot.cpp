@@ -10,6 +10,7 @@
 #include "options.h"
 #include "output.h"
 #include "plot/figure.h"
+#include "plot/ranges.h"
 #include "saved.h"
 #include "settings_options.h"
 #include "subcommands.h"
@@ -19,6 +20,8 @@ namespace cli {
 namespace {
 
 constexpr int least_width = 500, most_width = 4000, usual_width = 1000;
+// Half of what there is room for, in bytes.
+constexpr std::size_t file_part = 14, name_part = 68, title_part = 55;
 
 std::string lower_case(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
@@ -70,29 +73,29 @@ void set_range(plot::Axis &axis, const Option &option) {
   axis = {low, high, true};
 }
 
-void set_floor(plot::Axis &axis, const Option &option) {
+double floor_of(const Option &option, const std::vector<plot::Trace> &traces) {
   const auto word = option.value();
-  if (!word) return;
+  if (!word) return plot::usual_floor(traces);
   const double floor = number_of("--floor", *word);
-  if (!(floor < axis.high - 1.0 && floor > -1e5))
-    throw Refusal(
-        fmt::format("--floor takes a level in dB from -100000 to 1 dB below the highest "
-                    "one drawn, {:.4g}, not '{}'",
-                    axis.high, *word));
-  axis.low = floor;
+  const double peak = plot::highest_peak(traces);
+  if (!(floor < peak - 1.0 && floor > -1e5))
+    throw Refusal(fmt::format(
+        "--floor takes a level in dB from -100000 to 1 dB below the peak, which is {:.4g}, not "
+        "'{}'",
+        peak, *word));
+  return floor;
 }
 
-// The middle of a long name says least.
-std::string shortened(const std::string &name) {
-  constexpr std::size_t part = 14;
-  if (name.size() <= 2 * part + 3) return name;
+// The middle of a long text says least. `part` is how many bytes are kept on each side.
+std::string shortened(const std::string &text, std::size_t part) {
+  if (text.size() <= 2 * part + 3) return text;
   const auto is_inside = [&](std::size_t at) {
-    return (static_cast<unsigned char>(name[at]) & 0xc0U) == 0x80;
+    return (static_cast<unsigned char>(text[at]) & 0xc0U) == 0x80;
   };
-  std::size_t head = part, tail = name.size() - part;
+  std::size_t head = part, tail = text.size() - part;
   while (head > 0 && is_inside(head)) --head;
-  while (tail < name.size() - 1 && is_inside(tail)) ++tail;
-  return name.substr(0, head) + "\u2026" + name.substr(tail);
+  while (tail < text.size() - 1 && is_inside(tail)) ++tail;
+  return text.substr(0, head) + "\u2026" + text.substr(tail);
 }
 
 plot::Trace saved_trace(const std::string &file) {
@@ -105,7 +108,7 @@ plot::Trace saved_trace(const std::string &file) {
   try {
     plot::Trace trace = plot::trace(design, what);
     const std::string name = std::filesystem::path(file).filename().string();
-    trace.name = fmt::format("{}: {}", shortened(name), title(design));
+    trace.name = fmt::format("{}: {}", shortened(name, file_part), title(design));
     return trace;
   } catch (const Refusal &) {
     throw;
@@ -114,11 +117,14 @@ plot::Trace saved_trace(const std::string &file) {
   }
 }
 
-void tell_silence(const plot::Trace &trace, const std::string &what) {
+void warn(const plot::Trace &trace, const std::string &what) {
   if (trace.silent)
     say(what +
-        " is silent: its gain is too small for a number in the computer; drawn is the level of "
-        "its zeros and poles, with the peak at 0 dB");
+        " is silent: its gain is too small for a number in the computer; its level is drawn "
+        "without the gain, with the peak at 0 dB");
+  if (trace.outside > 0)
+    say(fmt::format("{} is unstable: {} of its poles lie outside the unit circle", what,
+                    trace.outside));
 }
 
 }  // namespace
@@ -174,22 +180,23 @@ int plot_command(const Invocation &invocation) {
     for (const std::string &remark : design.remarks) say(remark);
     figure.traces.push_back(plot::trace(design, "the filter"));
     figure.traces.back().name = title(design);
-    tell_silence(figure.traces.back(), "the filter");
+    warn(figure.traces.back(), "the filter");
   }
   for (const std::string &other : saved) {
     figure.traces.push_back(saved_trace(other));
-    tell_silence(figure.traces.back(), fmt::format("'{}'", other));
+    warn(figure.traces.back(), fmt::format("'{}'", other));
   }
   const bool one = figure.traces.size() == 1;
-  figure.title = caption.value().value_or(one ? figure.traces.front().name
-                                              : fmt::format("{} filters", figure.traces.size()));
-  if (!one)
-    for (std::size_t i = 0; i < figure.traces.size(); ++i)
-      figure.traces[i].name = fmt::format("{}  {}", i + 1, figure.traces[i].name);
+  figure.title =
+      shortened(caption.value().value_or(one ? figure.traces.front().name
+                                             : fmt::format("{} filters", figure.traces.size())),
+                title_part);
+  for (std::size_t i = 0; i < figure.traces.size(); ++i)
+    figure.traces[i].name =
+        fmt::format("{}  {}", i + 1, shortened(figure.traces[i].name, name_part));
   figure.frequencies = plot::whole_axis(figure.traces);
-  figure.levels = plot::whole_levels(figure.traces);
+  figure.levels = plot::whole_levels(figure.traces, floor_of(floor, figure.traces));
   set_range(figure.frequencies, range);
-  set_floor(figure.levels, floor);
 
   OutputFile out(*file);
   out.write(plot::picture(figure, shell_line(invocation)));

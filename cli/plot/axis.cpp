@@ -75,7 +75,8 @@ std::vector<Tick> decade_ticks(const Axis &axis, int most) {
       if (at > axis.high * (1 + 1e-9)) return ticks;
       const bool labelled = digit == 1 || (roomy && (digit == 2 || digit == 5));
       const Prefix prefix = prefix_for(at * (1 + 1e-9));
-      const std::string label = fmt::format("{:.6g}{}", at / prefix.factor, prefix.letter);
+      const std::string label = fmt::format("{:.{}f}{}", at / prefix.factor,
+                                            decimals_for(decade / prefix.factor), prefix.letter);
       ticks.push_back({at, labelled ? label : ""});
     }
   }
@@ -135,7 +136,7 @@ std::vector<Tick> frequency_ticks(const Axis &axis, int most) {
 }
 
 std::string frequency_text(double hz) {
-  if (hz >= 1000.0) return fmt::format("{:.5g} kHz", hz / 1000.0);
+  if (hz >= 999.995) return fmt::format("{:.5g} kHz", hz / 1000.0);
   return fmt::format("{:.5g} Hz", hz);
 }
 

@@ -10,6 +10,7 @@
 #include "plot/gnuplot.h"
 #include "plot/panel.h"
 #include "plot/provenance.h"
+#include "plot/ranges.h"
 #include "plot/root_panels.h"
 
 namespace cli::plot {
@@ -144,8 +145,9 @@ struct Unit {
 };
 
 Unit delay_unit(const Axis &seconds) {
-  if (seconds.high >= 1.0) return {"s", 1.0};
-  if (seconds.high >= 1e-3) return {"ms", 1e-3};
+  const double most = std::max(std::fabs(seconds.low), std::fabs(seconds.high));
+  if (most >= 1.0) return {"s", 1.0};
+  if (most >= 1e-3) return {"ms", 1e-3};
   return {"\u00b5s", 1e-6};
 }
 
@@ -155,15 +157,27 @@ Box strip(const Figure &figure, int row) {
   return {left_edge, top, strip_right, top + strip_height};
 }
 
-std::string level_title(const Figure &figure) {
-  std::string silent;
+// The numbers of the filters of which something is true.
+template <class Test>
+std::string numbers_of(const Figure &figure, const Test &test) {
+  std::string text;
   for (std::size_t i = 0; i < figure.traces.size(); ++i)
-    if (figure.traces[i].silent) silent += fmt::format("{}{}", silent.empty() ? "" : ", ", i + 1);
-  if (silent.empty()) return "Level";
-  if (!compares(figure))
-    return "Level of zeros and poles from their peak; the filter is silent, its gain is 0";
-  return "Level; of zeros and poles, from their peak, where the gain is 0 and the filter silent: " +
-         silent;
+    if (test(figure.traces[i])) text += fmt::format("{}{}", text.empty() ? "" : ", ", i + 1);
+  return text;
+}
+
+// What one must know to read the levels rightly.
+std::string level_title(const Figure &figure) {
+  const std::string silent = numbers_of(figure, [](const Trace &t) { return t.silent; });
+  const std::string unstable = numbers_of(figure, [](const Trace &t) { return t.outside > 0; });
+  std::string text = "Level";
+  if (!silent.empty())
+    text += compares(figure) ? "; silent, drawn without the gain, which is 0: " + silent
+                             : " without the gain, which is 0: the filter is silent";
+  if (!unstable.empty())
+    text += compares(figure) ? "; unstable: " + unstable
+                             : "; the filter is unstable, with poles outside the unit circle";
+  return text;
 }
 
 void add_levels(Script &out, const Figure &figure) {
@@ -213,6 +227,7 @@ Axis delay_axis(const Figure &figure, const Axis &frequencies, const std::vector
     usual = std::min(usual, median_delay(trace, frequencies));
   if (usual > 0.0 && seconds.high > steep * usual) return {usual / 5, 1.5 * seconds.high, true};
   seconds.low = std::min(seconds.low, 0.0);
+  seconds.high = std::max(seconds.high, 0.0);
   return seconds;
 }
 

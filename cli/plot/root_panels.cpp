@@ -46,7 +46,9 @@ std::string superscript(int number) {
 std::string axis_name(const std::string &part, double origin, const View &view) {
   if (view.power == 0) return part;
   const std::string inner =
-      origin == 0.0 ? part : fmt::format("({} \u2212 {:.{}f})", part, origin, view.power);
+      origin == 0.0 ? part
+                    : fmt::format("({} {} {:.{}f})", part, origin < 0.0 ? "+" : "\u2212",
+                                  std::fabs(origin), view.power);
   return fmt::format("{} \u00b7 10{}", inner, superscript(view.power));
 }
 

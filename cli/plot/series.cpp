@@ -20,6 +20,7 @@ namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr int even_steps = 600;
+constexpr int grid_parts = 4;
 constexpr double same_root = 1e-11;
 
 analysis::Band band_of(const std::string &response, const std::string &name) {
@@ -47,6 +48,17 @@ void check_finite(const Trace &trace, const std::string &name) {
     throw Refusal(fmt::format("{} has numbers that are not finite: it has no response", name));
 }
 
+// Counts poles outside the circle; on it to the last digit, there is no response.
+void check_poles(Trace &trace, const std::string &name) {
+  constexpr double last_digit = 4e-16;
+  for (const analysis::Complex &pole : trace.roots.poles) {
+    const double inside = analysis::distance_inside(pole);
+    if (std::fabs(inside) <= last_digit)
+      throw Refusal(fmt::format("{} has a pole on the unit circle: it has no response", name));
+    if (inside < 0.0) ++trace.outside;
+  }
+}
+
 std::optional<double> setting(const Design &design, const std::string &wanted) {
   for (const auto &[name, values] : design.settings) {
     if (name != wanted || values.empty()) continue;
@@ -56,8 +68,6 @@ std::optional<double> setting(const Design &design, const std::string &wanted) {
   }
   return std::nullopt;
 }
-
-double nyquist(const Trace &trace) { return trace.samplerate / 2; }
 
 double level(const Trace &trace, double w) {
   return trace.shift_db +
@@ -95,7 +105,13 @@ std::vector<double> points(const Trace &trace, const Axis &axis) {
   const double high = std::min(axis.high, nyquist(trace));
   if (!(axis.low < high)) return {};
   const analysis::Interval range{axis.low / nyquist(trace), high / nyquist(trace)};
-  std::vector<double> list = analysis::grid(trace.roots, range);
+  const std::vector<double> grid = analysis::grid(trace.roots, range);
+  std::vector<double> list;
+  // The grid has a point on each side of an extremum; a quarter of its step finds the top.
+  for (std::size_t i = 0; i + 1 < grid.size(); ++i)
+    for (int part = 0; part < grid_parts; ++part)
+      list.push_back(grid[i] + (grid[i + 1] - grid[i]) * part / grid_parts);
+  list.push_back(range.high);
   for (int i = 0; i <= even_steps; ++i)
     list.push_back(value_at(axis, static_cast<double>(i) / even_steps) / nyquist(trace));
   for (const auto *marks : {&trace.cutoffs, &trace.half_power})
@@ -116,55 +132,23 @@ Curve curve(const Trace &trace, const Axis &axis, const Function &value) {
   return drawn;
 }
 
-// The frequencies at which the phase jumps, in Hz.
-std::vector<double> jumps(const Trace &trace) {
+// The frequencies within the curve at which the phase jumps, in Hz, ascending.
+std::vector<double> jumps(const Trace &trace, const Curve &phase) {
   std::vector<double> list;
   for (const analysis::Complex &zero : trace.roots.zeros)
     if (std::fabs(analysis::distance_inside(zero)) <= analysis::on_circle)
       list.push_back(std::fabs(std::arg(zero)) / std::numbers::pi * nyquist(trace));
   std::sort(list.begin(), list.end());
+  list.erase(std::unique(list.begin(), list.end()), list.end());
+  std::erase_if(list, [&](double hz) {
+    return phase.x.empty() || hz <= phase.x.front() || hz >= phase.x.back();
+  });
   return list;
 }
 
-/** The edges that a filter's passband is looked at by. */
-struct Edges {
-  double low, high;
-};
-
-Edges edges(const Trace &trace) {
-  std::vector<double> all = trace.half_power;
-  // Those of a chebyshev-2 lie in its stopband.
-  if (trace.topology != "chebyshev-2" || all.empty())
-    all.insert(all.end(), trace.cutoffs.begin(), trace.cutoffs.end());
-  const auto [low, high] = std::minmax_element(all.begin(), all.end());
-  return {*low, *high};
-}
-
-// Where the passband of one filter is looked at.
-Axis neighbourhood(const Trace &trace) {
-  constexpr double wide = 4.0;
-  const Edges at = edges(trace);
-  const double width = std::max(at.high - at.low, 1e-9 * at.high);
-  const double top = nyquist(trace);
-  switch (trace.band) {
-    case analysis::Band::lowpass: return {0.0, std::min(1.25 * at.high, top), false};
-    case analysis::Band::highpass: return {0.8 * at.low, top, top > wide * at.low};
-    case analysis::Band::bandpass:
-      if (at.high > wide * at.low) return {at.low / 1.4, std::min(1.4 * at.high, top), true};
-      return {at.low - width / 4, std::min(at.high + width / 4, top), false};
-    case analysis::Band::bandstop: break;
-  }
-  if (at.high > 2 * at.low) return {at.low / 3, std::min(3 * at.high, top), true};
-  return {at.low - 0.75 * width, std::min(at.high + 0.75 * width, top), false};
-}
-
-double least_cutoff(const std::vector<Trace> &traces) {
-  double least = std::numeric_limits<double>::infinity();
-  for (const Trace &trace : traces) least = std::min(least, edges(trace).low);
-  return least;
-}
-
 }  // namespace
+
+double nyquist(const Trace &trace) { return trace.samplerate / 2; }
 
 Trace trace(const Design &design, const std::string &name) {
   const Published filter = published(design);
@@ -182,14 +166,13 @@ Trace trace(const Design &design, const std::string &name) {
         "{} has neither zeros and poles nor sections to draw; design it with --zpk-output on",
         name));
   check_finite(out, name);
+  check_poles(out, name);
   if (out.topology == "chebyshev-1") out.ripple = setting(design, "passband_ripple");
   if (out.topology == "chebyshev-2") out.attenuation = setting(design, "stopband_attenuation");
   std::vector<double> cutoffs = filter.cutoffs;
   std::sort(cutoffs.begin(), cutoffs.end());
   if (!std::isfinite(highest_level(out))) make_audible(out);
   out.peak_db = highest_level(out);
-  if (!std::isfinite(out.peak_db))
-    throw Refusal(fmt::format("{} has a pole on the unit circle: it has no response", name));
   out.half_power = half_power(out, cutoffs);
   for (const double w : cutoffs) out.cutoffs.push_back(w * nyquist(out));
   return out;
@@ -207,7 +190,7 @@ Curve phase_curve(const Trace &trace, const Axis &axis) {
   });
   // At the zero itself either side may be what rounding finds: it is left out.
   constexpr double slack = 1e-12;
-  const std::vector<double> breaks = jumps(trace);
+  const std::vector<double> breaks = jumps(trace, whole);
   auto next = breaks.begin();
   Curve parts;
   for (std::size_t i = 0; i < whole.x.size(); ++i) {
@@ -254,54 +237,6 @@ std::vector<RootMark> root_marks(const std::vector<analysis::Complex> &roots) {
       ++found->count;
   }
   return marks;
-}
-
-Axis whole_axis(const std::vector<Trace> &traces) {
-  double low = std::numeric_limits<double>::infinity();
-  double high = 0.0;
-  for (const Trace &trace : traces) {
-    low = std::min({low, edges(trace).low / 10.0, nyquist(trace) / 1000.0});
-    high = std::max(high, nyquist(trace));
-  }
-  return {rounded_down(low), high, true};
-}
-
-Axis passband_axis(const std::vector<Trace> &traces) {
-  Axis all = neighbourhood(traces.front());
-  double least_high = all.high;
-  for (const Trace &trace : traces) {
-    const Axis one = neighbourhood(trace);
-    all.low = std::min(all.low, one.low);
-    all.high = std::max(all.high, one.high);
-    all.logarithmic = all.logarithmic || one.logarithmic;
-    least_high = std::min(least_high, one.high);
-  }
-  // Filters whose bands lie decades apart are seen on a logarithmic axis only.
-  if (all.high > 5.0 * least_high || (all.low > 0.0 && all.high > 8.0 * all.low))
-    all.logarithmic = true;
-  if (all.logarithmic && all.low <= 0.0) all.low = least_cutoff(traces) / 10.0;
-  return all;
-}
-
-Axis whole_levels(const std::vector<Trace> &traces) {
-  double top = -std::numeric_limits<double>::infinity();
-  double floor = std::numeric_limits<double>::infinity();
-  for (const Trace &trace : traces) {
-    top = std::max(top, trace.peak_db);
-    floor = std::min(floor, trace.peak_db - 1.25 * trace.attenuation.value_or(96.0));
-  }
-  const double step = rounded_up((top - floor) / 8);
-  return {step * std::floor(floor / step + 0.05), top + (top - floor) * 0.05, false};
-}
-
-Axis passband_levels(const std::vector<Trace> &traces) {
-  double top = -std::numeric_limits<double>::infinity();
-  double low = std::numeric_limits<double>::infinity();
-  for (const Trace &trace : traces) {
-    top = std::max(top, trace.peak_db);
-    low = std::min(low, trace.peak_db - (trace.ripple ? 1.6 * *trace.ripple : 4.0));
-  }
-  return {low, top + 0.08 * (top - low), false};
 }
 
 }  // namespace cli::plot

@@ -1,4 +1,4 @@
-// What a picture of filters draws: curves, marks and the ranges that show them, as numbers.
+// What a picture of filters draws: curves and marks, as numbers.
 #ifndef VELTANE_CLI_PLOT_SERIES_H
 #define VELTANE_CLI_PLOT_SERIES_H
 
@@ -26,11 +26,15 @@ struct Trace {
   std::optional<double> ripple;   /**< asked for, in dB */
   std::optional<double> attenuation; /**< asked for, in dB */
   double peak_db;                    /**< the highest level */
-  double shift_db; /**< what is added to the level of the sections or roots: not 0 only
+  double shift_db;     /**< what is added to the level of the sections or roots: not 0 only
                                    where it is silent */
-  bool silent;     /**< whether its gain is 0: then the level is that of its zeros and poles alone,
+  std::size_t outside; /**< how many poles lie outside the unit circle: none if it is stable */
+  bool silent; /**< whether its gain is 0: then the level is that of its zeros and poles alone,
                     with the peak at 0 dB */
 };
+
+/** @return half the sample rate, in Hz. */
+double nyquist(const Trace &trace);
 
 /**
  * Reads a design.
@@ -67,18 +71,6 @@ struct RootMark {
 
 /** @return the roots, equal ones (to 1e-11) as one. */
 std::vector<RootMark> root_marks(const std::vector<analysis::Complex> &roots);
-
-/** @return a logarithmic axis that shows all filters up to half the highest sample rate. */
-Axis whole_axis(const std::vector<Trace> &traces);
-
-/** @return an axis for the passbands and their edges; for a bandstop, the edges of the gap. */
-Axis passband_axis(const std::vector<Trace> &traces);
-
-/** @return levels from a floor that shows the stopband, up to the peak. */
-Axis whole_levels(const std::vector<Trace> &traces);
-
-/** @return levels of the passband: its ripple, or down to 4 dB below the peak. */
-Axis passband_levels(const std::vector<Trace> &traces);
 
 }  // namespace cli::plot
 
