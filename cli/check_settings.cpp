@@ -95,15 +95,21 @@ void check_cutoff_in_range(const Subject &subject, double asked, double w, Verdi
 
 void check_radians(const Subject &subject, Verdict &verdict) {
   std::string fractions;
-  for (std::size_t i = 0; i < subject.whole.cutoffs.size(); ++i)
-    fractions += fmt::format(" {:.10g}", subject.numbers("frequency").at(i) / std::numbers::pi);
-  verdict.problem(
-      "units",
-      "radians are not supported: the cutoffs given are not used, and those of a new "
-      "box are",
-      fmt::format("--units normalized --frequency{}, which are these radians divided by "
-                  "pi",
-                  fractions));
+  bool below_nyquist = true;
+  for (std::size_t i = 0; i < subject.whole.cutoffs.size(); ++i) {
+    const double fraction = subject.numbers("frequency").at(i) / std::numbers::pi;
+    below_nyquist = below_nyquist && fraction < 1;
+    fractions += fmt::format(" {:.10g}", fraction);
+  }
+  verdict.problem("units",
+                  "radians are not supported: the cutoffs given are not used, and those of a new "
+                  "box are",
+                  below_nyquist
+                      ? fmt::format("--units normalized --frequency{}, which are these radians "
+                                    "divided by pi",
+                                    fractions)
+                      : "--units hertz, or --units normalized for fractions of the Nyquist "
+                        "frequency");
 }
 
 void check_band(const Subject &subject, Verdict &verdict) {

@@ -212,6 +212,8 @@ TEST(Check, RadiansAreAProblemWithAWayOut) {
   EXPECT_EQ(mended.status, 0);
   EXPECT_NEAR(mended.document["measured"]["cutoffs_hz"][0].get<double>(),
               0.5 * 48000 / (2 * std::numbers::pi), 1e-4);
+  EXPECT_THAT(checked("--units radians --frequency 3000").said("units", "problem"),
+              HasSubstr("--units hertz"));
 }
 
 TEST(Check, ClippedSettingsAreAProblem) {

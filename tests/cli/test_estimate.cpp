@@ -102,12 +102,12 @@ TEST_P(Estimate, TheCommandsMakeFiltersThatMeetIt) {
   for (const Json &family : document["families"]) {
     if (!family["possible"].get<bool>()) continue;
     ++possible;
-    const Reached reached = measured(typed(family["design"]), GetParam());
+    const Reached reached = measured(typed(family.at("design")), GetParam());
     EXPECT_LE(reached.ripple, GetParam().ripple + tolerance_db) << family["family"];
     EXPECT_GE(reached.attenuation, GetParam().attenuation - tolerance_db) << family["family"];
     // The grid may miss the very extremes.
-    EXPECT_NEAR(reached.ripple, family["ripple"].get<double>(), 0.01);
-    EXPECT_NEAR(reached.attenuation, family["attenuation"].get<double>(), 0.2);
+    EXPECT_NEAR(reached.ripple, family.at("ripple").get<double>(), 0.01);
+    EXPECT_NEAR(reached.attenuation, family.at("attenuation").get<double>(), 0.2);
   }
   EXPECT_EQ(possible, 3);
 }
@@ -115,10 +115,10 @@ TEST_P(Estimate, TheCommandsMakeFiltersThatMeetIt) {
 TEST_P(Estimate, OneOrderLessDoesNot) {
   const Json document = estimated(GetParam().options());
   for (const Json &family : document["families"]) {
-    if (family["family"] == "butterworth" || family["order"].get<int>() <= 2) continue;
-    Json words = family["design"];
+    if (family["family"] == "butterworth" || family.at("order").get<int>() <= 2) continue;
+    Json words = family.at("design");
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
-      if (words[i] == "--order") words[i + 1] = std::to_string(family["order"].get<int>() - 1);
+      if (words[i] == "--order") words[i + 1] = std::to_string(family.at("order").get<int>() - 1);
     const Reached reached = measured(typed(words), GetParam());
     EXPECT_TRUE(reached.ripple > GetParam().ripple + tolerance_db ||
                 reached.attenuation < GetParam().attenuation - tolerance_db)
@@ -144,10 +144,10 @@ TEST(EstimateOrder, OfAButterworthIsTheLeast) {
   const auto attenuation = [&](int order) {
     return 10 * std::log10(1 + (std::pow(10, 0.1) - 1) * std::pow(ratio, 2 * order));
   };
-  const int order = butterworth["order"];
+  const int order = butterworth.at("order");
   EXPECT_GE(attenuation(order), 60);
   EXPECT_LT(attenuation(order - 1), 60);
-  EXPECT_NEAR(butterworth["attenuation"].get<double>(), attenuation(order), 1e-6);
+  EXPECT_NEAR(butterworth.at("attenuation").get<double>(), attenuation(order), 1e-6);
 }
 
 TEST(EstimateUnits, FractionsGiveTheSameAsHertz) {
@@ -155,10 +155,10 @@ TEST(EstimateUnits, FractionsGiveTheSameAsHertz) {
   const Json fractions =
       estimated("--passband 0.25 --stopband 0.375 --ripple 1 --attenuation 60 --units normalized");
   for (std::size_t i = 0; i < 3; ++i) {
-    EXPECT_EQ(fractions["families"][i]["order"], hertz["families"][i]["order"]);
-    EXPECT_NEAR(fractions["families"][i]["cutoffs"][0].get<double>() * 24000,
-                hertz["families"][i]["cutoffs"][0].get<double>(), 1e-6);
-    EXPECT_THAT(typed(fractions["families"][i]["design"]), HasSubstr("--units normalized"));
+    EXPECT_EQ(fractions["families"][i].at("order"), hertz["families"][i].at("order"));
+    EXPECT_NEAR(fractions["families"][i].at("cutoffs")[0].get<double>() * 24000,
+                hertz["families"][i].at("cutoffs")[0].get<double>(), 1e-6);
+    EXPECT_THAT(typed(fractions["families"][i].at("design")), HasSubstr("--units normalized"));
   }
 }
 
@@ -173,8 +173,8 @@ TEST(EstimateText, HasALineForEachFamilyAndTheCommands) {
        estimated("--passband 1000 --stopband 1500 --ripple 1 --attenuation 60")["families"])
     EXPECT_THAT(
         outcome.out,
-        HasSubstr("\nveltane " + typed(family["design"]).erase(typed(family["design"]).size() - 1) +
-                  '\n'));
+        HasSubstr("\nveltane " +
+                  typed(family.at("design")).erase(typed(family.at("design")).size() - 1) + '\n'));
 }
 
 TEST(EstimateImpossible, OrdersAboveTheHighestAreNamed) {
