@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <regex>
 
 #include "run_command.h"
 
@@ -157,6 +158,24 @@ TEST_F(PlotCommand, DrawsEveryFamilyAndResponse) {
           drawn("a.svg", "--order 3 --topology " + topology + " --response " + shape);
       EXPECT_TRUE(svg.ends_with("</svg>\n\n")) << topology << ' ' << shape;
     }
+}
+
+// From the bottom to the top of the panels of level, passband, phase and delay, at one place
+// in the last three.
+TEST_F(PlotCommand, TheCutoffIsALineAcrossEveryPanel) {
+  const std::string svg = drawn("a.svg", "--topology butterworth --order 4 --frequency 1000");
+  const std::regex line(
+      "stroke='rgb\\( 96,  96,  96\\)'[^/]*d='M([0-9.]+),([0-9.]+) L([0-9.]+),([0-9.]+) ");
+  std::vector<std::string> places;
+  for (std::sregex_iterator found(svg.begin(), svg.end(), line), end; found != end; ++found) {
+    if ((*found)[2] == (*found)[4]) continue;  // the sample in the key
+    EXPECT_EQ((*found)[1], (*found)[3]);
+    EXPECT_GT(std::stod((*found)[2]) - std::stod((*found)[4]), 200.0);
+    places.push_back((*found)[1]);
+  }
+  ASSERT_EQ(places.size(), 4U);
+  EXPECT_EQ(places[1], places[2]);
+  EXPECT_EQ(places[1], places[3]);
 }
 
 TEST_F(PlotCommand, MultipleZerosAreCounted) {

@@ -147,6 +147,8 @@ TEST(PlotSeries, ASilentFilterShowsItsShape) {
   EXPECT_TRUE(trace.silent);
   EXPECT_NEAR(trace.peak_db, 0.0, 1e-6);
   EXPECT_NEAR(level_at(trace, 20), half_power, 1e-3);
+  ASSERT_EQ(trace.half_power.size(), 1U);
+  EXPECT_NEAR(trace.half_power[0], 20, 1e-3);
   EXPECT_FALSE(traced(settings("butterworth", "lowpass", 20, {20})).silent);
 }
 
