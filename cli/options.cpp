@@ -106,6 +106,7 @@ const Option &Options::add(const std::string &names, const std::string &value,
 const Option &Options::add_switch(const std::string &names, const std::string &help) {
   Option &option = parts_->options.emplace_back();
   option.name_ = names.substr(names.find("--"));
+  option.maximum_ = 0;
   option.option_ = parts_->app.add_flag(names, help);
   parts_->text.options.push_back({names, "", help});
   return option;

@@ -169,8 +169,8 @@ TEST(EstimateText, HasALineForEachFamilyAndTheCommands) {
   EXPECT_TRUE(
       outcome.out.starts_with("lowpass at 48000 Hz: loses at most 1 dB up to 1000 Hz, and "
                               "at least 60 dB from 1500 Hz on\n"));
-  for (const Json &family :
-       estimated("--passband 1000 --stopband 1500 --ripple 1 --attenuation 60")["families"])
+  const Json estimate = estimated("--passband 1000 --stopband 1500 --ripple 1 --attenuation 60");
+  for (const Json &family : estimate.at("families"))
     EXPECT_THAT(
         outcome.out,
         HasSubstr("\nveltane " +
