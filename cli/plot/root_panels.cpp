@@ -132,7 +132,8 @@ void label_multiples(Panel &panel, const std::vector<Multiple> &multiples, const
 
 void draw_roots(Panel &panel, const std::vector<Trace> &traces, const View &view) {
   std::vector<Multiple> multiples;
-  for (std::size_t i = 0; i < traces.size(); ++i) {
+  // The first filter's come last, on top of the others'.
+  for (std::size_t i = traces.size(); i-- > 0;) {
     const auto zeros = root_marks(traces[i].roots.zeros);
     const auto poles = root_marks(traces[i].roots.poles);
     panel.points(seen(zeros, view), zero_style(i));
