@@ -67,17 +67,17 @@ analysis::Demand within_levels(Family family, analysis::Demand demand, const Lim
   return demand;
 }
 
-Settings settings_of(const Specification &specification, const Candidate &candidate,
+Settings settings_of(const Requirements &requirements, const Candidate &candidate,
                      const analysis::Demand &demand) {
   patchbay::Values cutoffs;
   for (const double cutoff : candidate.cutoffs)
     cutoffs.emplace_back(fmt::format("{:.10g}", cutoff));
   Settings settings{{"topology", {candidate.family}},
-                    {"response", {name_of(specification.band)}},
+                    {"response", {name_of(requirements.band)}},
                     {"order", {fmt::format("{}", candidate.order)}},
                     {"frequency", cutoffs},
-                    {"samplerate", {fmt::format("{:.0f}", specification.samplerate)}}};
-  if (!specification.hertz) settings.emplace_back("units", patchbay::Values{"normalized"});
+                    {"samplerate", {fmt::format("{:.0f}", requirements.samplerate)}}};
+  if (!requirements.hertz) settings.emplace_back("units", patchbay::Values{"normalized"});
   if (candidate.family == "chebyshev-1")
     settings.emplace_back("passband_ripple", patchbay::Values{fmt::format("{}", demand.ripple)});
   if (candidate.family == "chebyshev-2")
@@ -96,7 +96,7 @@ Words command_of(const Settings &settings) {
   return words;
 }
 
-void measure(patchbay::Host &host, const Specification &specification, const Settings &settings,
+void measure(patchbay::Host &host, const Requirements &requirements, const Settings &settings,
              Candidate &candidate) {
   const Published designed = published(run_design(host, settings));
   const analysis::Sections sections = sections_of(designed);
@@ -107,11 +107,11 @@ void measure(patchbay::Host &host, const Specification &specification, const Set
         fmt::format("order {} does it, but its gain is too small for a number", candidate.order);
     return;
   }
-  const auto &[pass, stop, ripple, attenuation] = specification.demand;
+  const auto &[pass, stop, ripple, attenuation] = requirements.demand;
   candidate.ripple =
-      -analysis::extremes(sections, analysis::passband(specification.band, pass)).lowest.db;
+      -analysis::extremes(sections, analysis::passband(requirements.band, pass)).lowest.db;
   candidate.attenuation =
-      -analysis::extremes(sections, analysis::stopband(specification.band, stop)).highest.db;
+      -analysis::extremes(sections, analysis::stopband(requirements.band, stop)).highest.db;
   if (!(candidate.ripple <= ripple + tolerance_db &&
         candidate.attenuation >= attenuation - tolerance_db))
     candidate.impossible = fmt::format(
@@ -120,14 +120,14 @@ void measure(patchbay::Host &host, const Specification &specification, const Set
         candidate.order, candidate.ripple, candidate.attenuation);
 }
 
-Candidate candidate(patchbay::Host &host, const Specification &specification, const Limits &limits,
+Candidate candidate(patchbay::Host &host, const Requirements &requirements, const Limits &limits,
                     const Name &name) {
   Candidate found;
   found.family = name.text;
   found.exact_order = std::nan("");
-  found.impossible = levels_out_of_range(name.family, specification.demand, limits);
+  found.impossible = levels_out_of_range(name.family, requirements.demand, limits);
   if (!found.impossible.empty()) return found;
-  const analysis::Demand demand = within_levels(name.family, specification.demand, limits);
+  const analysis::Demand demand = within_levels(name.family, requirements.demand, limits);
   analysis::Estimate estimate;
   try {
     estimate = analysis::least_order(name.family, demand);
@@ -144,7 +144,7 @@ Candidate candidate(patchbay::Host &host, const Specification &specification, co
   }
   estimate = analysis::with_order(name.family, demand, found.order);
   for (const double cutoff : estimate.cutoffs) {
-    found.cutoffs.push_back(cutoff / specification.unit);
+    found.cutoffs.push_back(cutoff / requirements.unit);
     if (cutoff < lowest_cutoff || cutoff > highest_cutoff)
       found.impossible = fmt::format(
           "its cutoff would be {:.6g} of the Nyquist frequency, and lies "
@@ -152,9 +152,9 @@ Candidate candidate(patchbay::Host &host, const Specification &specification, co
           cutoff, lowest_cutoff, highest_cutoff);
   }
   if (!found.impossible.empty()) return found;
-  const Settings settings = settings_of(specification, found, demand);
+  const Settings settings = settings_of(requirements, found, demand);
   found.command = command_of(settings);
-  measure(host, specification, settings, found);
+  measure(host, requirements, settings, found);
   return found;
 }
 
@@ -171,11 +171,11 @@ std::string name_of(analysis::Band band) {
   return "bandstop";
 }
 
-std::vector<Candidate> candidates(patchbay::Host &host, const Specification &specification) {
+std::vector<Candidate> candidates(patchbay::Host &host, const Requirements &requirements) {
   const Limits limits{range_of(host, "order"), range_of(host, "passband_ripple"),
                       range_of(host, "stopband_attenuation")};
   std::vector<Candidate> found;
-  for (const Name &name : families) found.push_back(candidate(host, specification, limits, name));
+  for (const Name &name : families) found.push_back(candidate(host, requirements, limits, name));
   return found;
 }
 

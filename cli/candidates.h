@@ -1,9 +1,9 @@
-// The filters that meet a specification, one of each family.
+// The filters that meet a demand, one of each family.
 #ifndef VELTANE_CLI_CANDIDATES_H
 #define VELTANE_CLI_CANDIDATES_H
 
 #include "design.h"
-#include "specification.h"
+#include "requirements.h"
 
 namespace cli {
 
@@ -21,7 +21,7 @@ struct Candidate {
 };
 
 /** Designs the filter of least order of each family, and measures it from its sections. */
-std::vector<Candidate> candidates(patchbay::Host &host, const Specification &specification);
+std::vector<Candidate> candidates(patchbay::Host &host, const Requirements &requirements);
 
 /** @return the response's name: lowpass, highpass, bandpass or bandstop. */
 std::string name_of(analysis::Band band);

@@ -1,4 +1,4 @@
-// `veltane estimate`: the least order of each family that meets a specification.
+// `veltane estimate`: the least order of each family that meets a demand.
 
 #include <algorithm>
 #include <cmath>
@@ -15,10 +15,10 @@
 namespace cli {
 namespace {
 
-std::string to_text_page(const Specification &specification,
+std::string to_text_page(const Requirements &requirements,
                          const std::vector<Candidate> &candidates) {
-  std::string page = fmt::format("{} at {} Hz: {}\n\n", name_of(specification.band),
-                                 specification.samplerate, to_sentence(specification));
+  std::string page = fmt::format("{} at {} Hz: {}\n\n", name_of(requirements.band),
+                                 requirements.samplerate, to_sentence(requirements));
   page += "family       order  poles  passband loses  stopband loses\n";
   std::string commands;
   for (const Candidate &candidate : candidates) {
@@ -50,19 +50,19 @@ Json to_json(const Candidate &candidate) {
   return json;
 }
 
-std::string to_json(const Specification &specification, const std::vector<Candidate> &candidates,
+std::string to_json(const Requirements &requirements, const std::vector<Candidate> &candidates,
                     const Words &command) {
   Json families = Json::array();
   for (const Candidate &candidate : candidates) families.push_back(to_json(candidate));
   const Json document{{"veltane", VELTANE_VERSION},
                       {"command", command},
-                      {"response", name_of(specification.band)},
-                      {"units", specification.hertz ? "hertz" : "normalized"},
-                      {"samplerate", specification.samplerate},
-                      {"passband", specification.passband},
-                      {"stopband", specification.stopband},
-                      {"ripple", specification.demand.ripple},
-                      {"attenuation", specification.demand.attenuation},
+                      {"response", name_of(requirements.band)},
+                      {"units", requirements.hertz ? "hertz" : "normalized"},
+                      {"samplerate", requirements.samplerate},
+                      {"passband", requirements.passband},
+                      {"stopband", requirements.stopband},
+                      {"ripple", requirements.demand.ripple},
+                      {"attenuation", requirements.demand.attenuation},
                       {"families", families}};
   return json_page(document);
 }
@@ -74,7 +74,7 @@ int estimate_command(const Invocation &invocation) {
   load_module(host, invocation.module);
   Options options(
       "veltane estimate",
-      "Finds the least order of each family that meets a specification, designs that filter,\n"
+      "Finds the least order of each family that meets a demand, designs that filter,\n"
       "and says what it reaches, with the command that makes it. One edge each for a lowpass\n"
       "or highpass, two each for a bandpass or bandstop. The exit status is 1 when no family\n"
       "can do it.",
@@ -83,16 +83,16 @@ int estimate_command(const Invocation &invocation) {
   const Option &format = options.add("--format", "WORD", "How to print it: text, json [text]");
   const Option &output =
       options.add("-o,--output", "FILE", "Write it to a file, whole or not at all");
-  const SpecificationOptions specified(options);
+  const RequirementsOptions specified(options);
   options.add("--module", "FILE", "The module to load [the installed one]");
   options.parse(invocation.rest);
 
   const bool json = format.choice({"text", "json"}, "text") == "json";
   const auto file = output.value();
-  const Specification specification = specified.specification();
-  const std::vector<Candidate> found = candidates(host, specification);
-  write_output(file, json ? to_json(specification, found, spoken(invocation))
-                          : to_text_page(specification, found));
+  const Requirements requirements = specified.requirements();
+  const std::vector<Candidate> found = candidates(host, requirements);
+  write_output(file, json ? to_json(requirements, found, spoken(invocation))
+                          : to_text_page(requirements, found));
   return std::any_of(found.begin(), found.end(),
                      [](const Candidate &candidate) { return candidate.impossible.empty(); })
              ? 0

@@ -19,7 +19,7 @@ constexpr std::array table{
     Subcommand{"check", "Checks one filter and says what is wrong with it", check_command},
     Subcommand{"plot", "Draws filters: level, phase, group delay, zeros and poles", plot_command},
     Subcommand{"export", "Writes one filter in another program's layout", export_command},
-    Subcommand{"estimate", "Finds the least order that meets a specification", estimate_command},
+    Subcommand{"estimate", "Finds the least order that meets a demand", estimate_command},
 };
 
 // The module lies beside the program: PREFIX/bin/veltane, PREFIX/lib/veltane/.

@@ -1,13 +1,13 @@
 // What a filter has to do, as it is typed at `veltane estimate`.
-#ifndef VELTANE_CLI_SPECIFICATION_H
-#define VELTANE_CLI_SPECIFICATION_H
+#ifndef VELTANE_CLI_REQUIREMENTS_H
+#define VELTANE_CLI_REQUIREMENTS_H
 
 #include "analysis/estimate.h"
 #include "options.h"
 
 namespace cli {
 
-struct Specification {
+struct Requirements {
   analysis::Demand demand; /**< edges as fractions of the Nyquist frequency */
   analysis::Band band;
   double samplerate; /**< in Hz */
@@ -17,21 +17,21 @@ struct Specification {
   std::vector<double> stopband;
 };
 
-/** The options that make a specification. */
-class SpecificationOptions {
+/** The options that make a demand. */
+class RequirementsOptions {
  public:
   /** Adds them to `options`, which must live as long as this. */
-  explicit SpecificationOptions(Options &options);
+  explicit RequirementsOptions(Options &options);
 
   /** Reads them once they are parsed. Raises Refusal with what is wrong. */
-  Specification specification() const;
+  Requirements requirements() const;
 
  private:
   const Option &passband_, &stopband_, &ripple_, &attenuation_, &samplerate_, &units_;
 };
 
-/** @return the specification in one line. */
-std::string to_sentence(const Specification &specification);
+/** @return the demand in one line. */
+std::string to_sentence(const Requirements &requirements);
 
 }  // namespace cli
 

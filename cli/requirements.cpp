@@ -1,4 +1,4 @@
-#include "specification.h"
+#include "requirements.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -103,7 +103,7 @@ double one(const Option &option, const std::string &name, const std::string &wha
 
 }  // namespace
 
-SpecificationOptions::SpecificationOptions(Options &options)
+RequirementsOptions::RequirementsOptions(Options &options)
     : passband_(options.add("--passband", "NUMBER [NUMBER]",
                             "Edge of the passband in --units; two for a band response", 2)),
       stopband_(options.add("--stopband", "NUMBER [NUMBER]",
@@ -117,8 +117,8 @@ SpecificationOptions::SpecificationOptions(Options &options)
       units_(options.add("--units", "WORD",
                          "hertz, normalized (fractions of the Nyquist frequency) [hertz]")) {}
 
-Specification SpecificationOptions::specification() const {
-  Specification out{};
+Requirements RequirementsOptions::requirements() const {
+  Requirements out{};
   out.hertz = units_.choice({"hertz", "normalized"}, "hertz") == "hertz";
   const std::string samplerate = samplerate_.value().value_or("48000");
   out.samplerate = number("--samplerate", samplerate);
@@ -150,13 +150,13 @@ Specification SpecificationOptions::specification() const {
   return out;
 }
 
-std::string to_sentence(const Specification &specification) {
-  const std::vector<double> &pass = specification.passband, &stop = specification.stopband;
-  const char *unit = specification.hertz ? " Hz" : "";
+std::string to_sentence(const Requirements &requirements) {
+  const std::vector<double> &pass = requirements.passband, &stop = requirements.stopband;
+  const char *unit = requirements.hertz ? " Hz" : "";
   const auto edge = [&](double typed) { return fmt::format("{}{}", typed, unit); };
   using analysis::Band;
   std::string where_passed, where_stopped;
-  switch (specification.band) {
+  switch (requirements.band) {
     case Band::lowpass:
       where_passed = "up to " + edge(pass[0]);
       where_stopped = "from " + edge(stop[0]) + " on";
@@ -174,8 +174,8 @@ std::string to_sentence(const Specification &specification) {
       where_stopped = "from " + edge(stop[0]) + " to " + edge(stop[1]);
       break;
   }
-  return fmt::format("loses at most {} dB {}, and at least {} dB {}", specification.demand.ripple,
-                     where_passed, specification.demand.attenuation, where_stopped);
+  return fmt::format("loses at most {} dB {}, and at least {} dB {}", requirements.demand.ripple,
+                     where_passed, requirements.demand.attenuation, where_stopped);
 }
 
 }  // namespace cli
