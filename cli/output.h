@@ -2,12 +2,18 @@
 #ifndef VELTANE_CLI_OUTPUT_H
 #define VELTANE_CLI_OUTPUT_H
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "leftovers.h"
+
 namespace cli {
+
+struct Destination;
 
 /** Writes all of a text to a descriptor. @return 0, or the number of the error */
 int write_all(int descriptor, std::string_view text);
@@ -27,8 +33,12 @@ void say(const std::string &sentence);
  * only when it is complete: the text goes to a file without a name in the same
  * folder, which takes its place at the end; nothing of it stays behind, however
  * the program ends. (Where the file system has no files without names, it has a
- * name that begins with ".veltane-", and stays when the program is killed.) What is no regular file, such as a pipe or /dev/null, is
- * written to as it is.
+ * name that begins with ".veltane-"; a signal that can be caught removes it.)
+ *
+ * A file that must stay the same one gets the complete text copied into it at the end: one
+ * with several hard links, one whose owner another could not keep, one in a folder that
+ * nothing can be made in, one that something is mounted on. What is no regular file, such as
+ * a pipe or /dev/null, and a descriptor, such as /dev/stdout, is written to as it is.
  */
 class OutputFile {
  public:
@@ -46,15 +56,27 @@ class OutputFile {
   void finish();
 
  private:
+  enum class Way { through, replace, copy };
+
   OutputFile() = default;
+  void open_at(const Destination &found);
+  void open_descriptor(int number);
+  void open_by_name(int flags);
   void open_in(const std::filesystem::path &folder);
+  int make_named(const std::filesystem::path &folder);
+  bool keeps_owner() const;
+  void set_mode() const;
   void give_name();
+  int take_place();
+  void copy_over() const;
+  void sync(int descriptor) const;
   [[noreturn]] void fail(int error) const;
 
-  std::filesystem::path shown_;      // as it was given
-  std::filesystem::path target_;     // what it leads to
-  std::filesystem::path temporary_;  // its name until it is complete, when it has one
-  bool replaces_ = false;            // whether it takes the place of the target
+  std::filesystem::path shown_;     // as it was given
+  std::filesystem::path target_;    // what it leads to
+  std::optional<struct stat> old_;  // what was there
+  Leftover temporary_;              // where it has a name until it is complete
+  Way way_ = Way::through;
   int descriptor_ = -1;
 };
 
