@@ -84,16 +84,14 @@ class BatchOutput {
     if (!result.good) ++errors_;
   }
 
-  void flush() {
-    if (file_ != nullptr)
-      file_->write(text_);
-    else
-      print(text_);
+  // @return false when nobody reads it any more
+  bool flush() {
+    const bool read = file_ != nullptr ? file_->write(text_) : print(text_);
     text_.clear();
+    return read;
   }
 
   void finish() {
-    flush();
     if (file_ != nullptr) file_->finish();
   }
 
@@ -139,7 +137,7 @@ int run_batch(patchbay::Host &host, const Settings &common, const std::string &i
       if (input_ready) reader.read();
       workers.collect([&](const Result &result) { out.add(result); });
       while (!reader.empty() && workers.room() > 0) workers.start(reader.take(workers.room()));
-      out.flush();
+      if (!out.flush()) return 0;
       progress.show(out.lines(), reader.fraction());
     }
     out.finish();

@@ -17,7 +17,8 @@ namespace cli {
  * @param common  settings of all lines that do not have their own
  * @param input   the file with the lines; "-" for standard input
  * @param output  the file to write, whole or not at all; standard output without one
- * @return 0, or 1 when some lines had errors, which standard error then tells
+ * @return 0, also when the output's reader goes away before the end; 1 when some lines had
+ *         errors, which standard error then tells
  * Raises as LineReader, OutputFile and Workers.
  */
 int run_batch(patchbay::Host &host, const Settings &common, const std::string &input,

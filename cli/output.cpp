@@ -94,9 +94,11 @@ int write_all(int descriptor, std::string_view text) {
   return 0;
 }
 
-void print(std::string_view text) {
-  if (write_all(STDOUT_FILENO, text) != 0)
-    throw std::runtime_error("standard output cannot be written to");
+bool print(std::string_view text) {
+  const int error = write_all(STDOUT_FILENO, text);
+  if (error == EPIPE) return false;
+  if (error != 0) throw std::runtime_error("standard output cannot be written to");
+  return true;
 }
 
 std::string shown(const std::string &sentence) { return shortened(printable(sentence)); }
@@ -246,8 +248,11 @@ OutputFile::~OutputFile() {
   if (descriptor_ >= 0) close(descriptor_);
 }
 
-void OutputFile::write(std::string_view text) {
-  if (const int error = write_all(descriptor_, text); error != 0) fail(error);
+bool OutputFile::write(std::string_view text) {
+  const int error = write_all(descriptor_, text);
+  if (error == EPIPE && way_ == Way::through) return false;
+  if (error != 0) fail(error);
+  return true;
 }
 
 void OutputFile::finish() {

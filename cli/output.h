@@ -18,8 +18,10 @@ struct Destination;
 /** Writes all of a text to a descriptor. @return 0, or the number of the error */
 int write_all(int descriptor, std::string_view text);
 
-/** Writes to standard output. Raises std::runtime_error when it cannot. */
-void print(std::string_view text);
+/** Writes to standard output. A reader that has gone away, as `head` does when it has seen
+ *  enough, is no failure: nothing more needs to be written then.
+ *  @return false when the reader has gone. Raises std::runtime_error when it cannot write. */
+bool print(std::string_view text);
 
 /** @return a sentence fit to be shown, whatever was quoted in it: control characters
  *  as \xNN, and the middle of a very long one left out. */
@@ -49,8 +51,9 @@ class OutputFile {
   OutputFile(const OutputFile &) = delete;
   OutputFile &operator=(const OutputFile &) = delete;
 
-  /** Appends. Raises std::runtime_error when the disk is full, and the like. */
-  void write(std::string_view text);
+  /** Appends. @return as `print`. Raises std::runtime_error when the disk is full, and the
+   *  like. */
+  bool write(std::string_view text);
 
   /** Makes it the file. Raises std::runtime_error. */
   void finish();

@@ -238,3 +238,22 @@ TEST_F(OutputPlaces, AFileThatSomethingIsMountedOn) {
   EXPECT_EQ(read_file(path("old")), "old");
   EXPECT_THAT(names(), ElementsAre("mounted", "old"));
 }
+
+TEST_F(OutputPlaces, AReaderThatHasSeenEnoughIsNoFailure) {
+  const std::string status = "; echo $? >" + path("status") + "; } | ";
+  for (const std::string &line :
+       {"{ sleep 0.2; " VELTANE_COMMAND " design --order 200 --format json" + status + "true",
+        "{ sleep 0.2; " VELTANE_COMMAND " design -o /dev/stdout" + status + "true",
+        "{ yes '{}' | " VELTANE_COMMAND " design --batch -" + status + "head -1 >/dev/null",
+        "{ yes '{}' | " VELTANE_COMMAND " design --batch - -o /dev/stdout" + status +
+            "head -1 >/dev/null"}) {
+    EXPECT_EQ(run(line).err, "") << line;
+    EXPECT_EQ(read_file(path("status")), "0\n") << line;
+  }
+}
+
+TEST_F(OutputPlaces, StandardOutputThatIsFullIsStatusThree) {
+  const Outcome outcome = veltane("design >/dev/full");
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.err, "veltane: standard output cannot be written to\n");
+}
