@@ -42,6 +42,8 @@ int design_command(const Invocation &invocation) {
   if (const auto lines = batch.value()) {
     if (format.given() && !json)
       throw Refusal("--batch writes JSON: leave --format out, or give json");
+    if (*lines == "-" && settings.reads_standard_input())
+      throw Refusal("--batch - and --from - both read standard input: give one of them a file");
     return run_batch(host, settings.settings(), *lines, file);
   }
   const Design design = run_design(host, settings.settings());

@@ -81,6 +81,8 @@ void SettingsOptions::check_attribute(const std::string &name) const {
     throw Refusal(fmt::format("there is no setting '{}'", name));
 }
 
+bool SettingsOptions::reads_standard_input() const { return from_->value() == "-"; }
+
 Settings SettingsOptions::settings() const {
   Settings saved;
   if (const auto file = from_->value()) saved = read_saved(*file).settings;

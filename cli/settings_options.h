@@ -28,6 +28,9 @@ class SettingsOptions {
    */
   Settings settings() const;
 
+  /** @return whether --from reads standard input, which nothing else can read then. */
+  bool reads_standard_input() const;
+
   /** @return whether the attribute was given itself, not only by --from. */
   bool typed(const std::string &name) const;
 

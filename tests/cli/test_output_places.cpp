@@ -257,3 +257,11 @@ TEST_F(OutputPlaces, StandardOutputThatIsFullIsStatusThree) {
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.err, "veltane: standard output cannot be written to\n");
 }
+
+TEST_F(OutputPlaces, StandardInputIsReadForOneThingOnly) {
+  const Outcome outcome = run("echo '{}' | " VELTANE_COMMAND " design --batch - --from -");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err,
+            "veltane: --batch - and --from - both read standard input: give one of them a file\n");
+}
