@@ -14,6 +14,7 @@
 #include <fmt/format.h>
 
 #include "output.h"
+#include "parent.h"
 
 namespace cli {
 namespace {
@@ -75,6 +76,7 @@ void Workers::start(std::vector<Line> lines) {
 void Workers::launch(Batch &batch) {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw failure("no pipe to a worker can be made");
+  const pid_t parent = getpid();
   batch.process = fork();
   if (batch.process < 0) {
     const auto error = failure("no worker can be started");
@@ -83,6 +85,7 @@ void Workers::launch(Batch &batch) {
     throw error;
   }
   if (batch.process == 0) {
+    end_with(parent);
     close(ends[0]);
     for (const Batch &other : batches_)
       if (other.pipe >= 0) close(other.pipe);

@@ -1,22 +1,28 @@
 #include "plot/gnuplot.h"
 
-#include <spawn.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
 #include <fmt/format.h>
 
+#include "parent.h"
 #include "plot/shown.h"
-
-extern char **environ;
+#include "temporary.h"
 
 namespace cli::plot {
 namespace {
@@ -33,9 +39,9 @@ struct Closer {
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
-// A file without a name.
 File temporary() {
-  File file(std::tmpfile());
+  const int descriptor = open_temporary();
+  File file(descriptor < 0 ? nullptr : fdopen(descriptor, "w+"));
   if (!file) fail(errno);
   return file;
 }
@@ -50,47 +56,97 @@ std::string contents(std::FILE *file) {
   return text;
 }
 
-// What a child is started with: its three streams, and the signals that `main` ignores.
-class Start {
+// gnuplot at work. It holds one end of a pipe until it ends; the other end tells that it has,
+// or why it did not start.
+class Process {
  public:
-  Start(const File &in, const File &out, const File &err) {
-    posix_spawn_file_actions_init(&actions_);
-    posix_spawnattr_init(&attributes_);
-    int to = 0;
-    for (const File *file : {&in, &out, &err})
-      posix_spawn_file_actions_adddup2(&actions_, fileno(file->get()), to++);
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
-    sigaddset(&signals, SIGXFSZ);
-    posix_spawnattr_setsigdefault(&attributes_, &signals);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
+  Process(const File &in, const File &out, const File &err, const Limits &limits) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) fail(errno);
+    life_ = ends[0];
+    const pid_t parent = getpid();
+    process_ = fork();
+    if (process_ == 0) {
+      end_with(parent);
+      become_gnuplot({fileno(in.get()), fileno(out.get()), fileno(err.get())}, ends[1], limits);
+    }
+    const int error = errno;
+    close(ends[1]);
+    if (process_ > 0) return;
+    close(life_);
+    fail(error);
   }
-  ~Start() {
-    posix_spawn_file_actions_destroy(&actions_);
-    posix_spawnattr_destroy(&attributes_);
+  ~Process() {
+    if (process_ > 0) end();
+    close(life_);
   }
-  Start(const Start &) = delete;
-  Start &operator=(const Start &) = delete;
+  Process(const Process &) = delete;
+  Process &operator=(const Process &) = delete;
 
-  // @return the exit status as of waitpid
-  int run() {
-    char name[] = "gnuplot";
-    char defaults[] = "--default-settings";
-    char *words[] = {name, defaults, nullptr};
-    pid_t child = 0;
-    const int error = posix_spawnp(&child, name, &actions_, &attributes_, words, environ);
-    if (error == ENOENT) throw std::runtime_error(missing);
-    if (error != 0) fail(error);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0)
+  // @return the exit status as of waitpid; none after the time is over
+  std::optional<int> wait(int seconds) {
+    using Clock = std::chrono::steady_clock;
+    const auto over = Clock::now() + std::chrono::seconds(seconds);
+    pollfd life{life_, POLLIN, 0};
+    for (;;) {
+      const auto left = std::chrono::ceil<std::chrono::milliseconds>(over - Clock::now());
+      const int ready = poll(&life, 1, static_cast<int>(std::max<long>(left.count(), 0)));
+      if (ready > 0) break;
+      if (ready == 0) return std::nullopt;
       if (errno != EINTR) fail(errno);
-    return status;
+    }
+    int error = 0;
+    if (read(life_, &error, sizeof error) == sizeof error) {
+      if (error == ENOENT) throw std::runtime_error(missing);
+      fail(error);
+    }
+    return end();
   }
 
  private:
-  posix_spawn_file_actions_t actions_{};
-  posix_spawnattr_t attributes_{};
+  // Between fork and exec: system calls only.
+  [[noreturn]] static void become_gnuplot(std::array<int, 3> streams, int life,
+                                          const Limits &limits) {
+    // An interrupt at the terminal is for this program, which then takes gnuplot with it.
+    setpgid(0, 0);
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) signal(ignored, SIG_DFL);
+    // Where this program was started without some of its streams, these have their numbers.
+    for (int &stream : streams) stream = fcntl(stream, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    // Not closed by exec: it stays open as long as gnuplot runs.
+    const int held = fcntl(life, F_DUPFD, STDERR_FILENO + 1);
+    int to = 0;
+    for (const int stream : streams) dup2(stream, to++);
+    const auto limit = [](auto what, rlim_t most) {
+      rlimit value{};
+      getrlimit(what, &value);
+      // One more before it is killed: the signal that comes first tells the reason.
+      value.rlim_max = std::min(value.rlim_max, most + 1);
+      value.rlim_cur = std::min(value.rlim_cur, most);
+      setrlimit(what, &value);
+    };
+    limit(RLIMIT_CPU, static_cast<rlim_t>(limits.seconds));
+    limit(RLIMIT_AS, limits.memory);
+    limit(RLIMIT_FSIZE, limits.output);
+    limit(RLIMIT_CORE, 0);
+    execlp("gnuplot", "gnuplot", "--default-settings", static_cast<char *>(nullptr));
+    const int error = errno;
+    if (write(held, &error, sizeof error) < 0) _exit(2);
+    _exit(1);
+  }
+
+  // Ends it and all that it has started. Before its group exists there is only itself.
+  int end() {
+    kill(-process_, SIGKILL);
+    kill(process_, SIGKILL);
+    int status = 0;
+    while (waitpid(process_, &status, 0) < 0)
+      if (errno != EINTR) break;
+    process_ = -1;
+    return status;
+  }
+
+  pid_t process_ = -1;
+  int life_ = -1;
 };
 
 // gnuplot goes on after some errors and then ends with status 0, so that the end of the
@@ -112,7 +168,7 @@ std::string last_line(const std::string &text) {
 
 }  // namespace
 
-std::string draw(const std::string &script) {
+std::string draw(const std::string &script, const Limits &limits) {
   const File in = temporary();
   const File out = temporary();
   const File err = temporary();
@@ -120,7 +176,14 @@ std::string draw(const std::string &script) {
       std::fflush(in.get()) != 0)
     fail(errno);
   std::rewind(in.get());
-  const int status = Start(in, out, err).run();
+  const auto ended = Process(in, out, err, limits).wait(limits.seconds);
+  const int status = ended.value_or(SIGXCPU);
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU)
+    throw std::runtime_error(
+        fmt::format("gnuplot was ended: a picture may take {} s", limits.seconds));
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ)
+    throw std::runtime_error(
+        fmt::format("gnuplot was ended: a picture may take {} bytes", limits.output));
   std::string picture = contents(out.get());
   if (status != 0 || !is_complete(picture))
     throw std::runtime_error("gnuplot could not draw it: " + last_line(contents(err.get())));
