@@ -1,10 +1,13 @@
 // Many designs in one go.
 
+#include <poll.h>
 #include <signal.h>
 
+#include <array>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "output.h"
 #include "run_command.h"
 #include "scratch_folder.h"
 #include "workers.h"
@@ -211,4 +214,33 @@ TEST(Workers, ThatAreGivenUpEnd) {
   }
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left";
   EXPECT_EQ(errno, ECHILD);
+}
+
+TEST(Workers, EndWithTheCommandHoweverThatEnds) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe(ends.data()), 0);
+  const pid_t command = fork();
+  if (command == 0) {
+    cli::Workers workers(
+        1,
+        [&](const cli::Line &) {
+          cli::write_all(ends[1], "x");
+          for (;;) pause();
+          return cli::Result{};
+        },
+        [](const cli::Line &, const std::string &) { return cli::Result{}; });
+    workers.start(numbered(1, 1));
+    for (;;) pause();
+  }
+  close(ends[1]);
+  char seen = 0;
+  EXPECT_EQ(read(ends[0], &seen, 1), 1);
+  kill(command, SIGKILL);
+  waitpid(command, nullptr, 0);
+  // The end of the pipe is that of its last holder.
+  pollfd pipe_end{ends[0], POLLIN, 0};
+  EXPECT_EQ(poll(&pipe_end, 1, 60000), 1);
+  EXPECT_EQ(pipe_end.revents & POLLIN, 0);
+  EXPECT_NE(pipe_end.revents & POLLHUP, 0);
+  close(ends[0]);
 }
