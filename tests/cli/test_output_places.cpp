@@ -98,8 +98,8 @@ TEST_F(OutputPlaces, ADescriptorThatIsNotOpenIsStatusThree) {
 
 TEST_F(OutputPlaces, AnotherProcessKeepsWhatItHasWritten) {
   write("log", "before\n");
-  const Outcome outcome = run("sleep 100 >> " + path("log") +
-                              " & " VELTANE_COMMAND " design -o /proc/$!/fd/1; kill $!");
+  const Outcome outcome =
+      run("sh -c 'exec >>" + path("log") + "; " VELTANE_COMMAND " design -o /proc/$$/fd/1; true'");
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(read_file(path("log")), "before\n" + veltane("design").out);
 }

@@ -24,6 +24,7 @@ struct Lacks {
   int link = 0;
   int modes = 0;
   int sync = 0;
+  int room = 0;
 };
 Lacks lacks;
 
@@ -58,6 +59,8 @@ int fchmod(int descriptor, mode_t mode) noexcept {
   if (fails(lacks.modes)) return -1;
   return static_cast<int>(syscall(SYS_fchmod, descriptor, mode));
 }
+
+int posix_fallocate(int, off_t, off_t) { return lacks.room; }
 
 int fsync(int descriptor) {
   struct stat status {};
@@ -138,6 +141,17 @@ TEST_F(OutputSystems, ADiskThatDoesNotTakeItKeepsTheOldFile) {
   EXPECT_THROW(write_file("old"), std::runtime_error);
   EXPECT_EQ(read_file(path("old")), "old");
   EXPECT_THAT(names(), ElementsAre("old"));
+}
+
+TEST_F(OutputSystems, AFileThatStaysTheSameOneKeepsItsTextWhereThereIsNoRoom) {
+  write("one", "ol");
+  std::filesystem::create_hard_link(path("one"), path("other"));
+  lacks.room = ENOSPC;
+  EXPECT_THROW(write_file("one"), std::runtime_error);
+  EXPECT_EQ(read_file(path("one")), "ol");
+  lacks.room = 0;
+  write_file("one");
+  EXPECT_EQ(read_file(path("other")), "new");
 }
 
 TEST_F(OutputSystems, TheFolderIsOnTheDiskAsWell) {
