@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <new>
 
 namespace runtime {
 namespace {
@@ -16,6 +17,24 @@ struct alignas(std::max_align_t) Header {
 
 Header *header_of(void *block) noexcept { return static_cast<Header *>(block) - 1; }
 
+// As `new` asks for memory: a handler that the program has set hears of what there is not,
+// and may end the program, or find some memory so that it can be asked for again.
+template <typename Ask>
+Header *obtained(const Ask &ask) noexcept {
+  void *memory = ask();
+  while (memory == nullptr) {
+    const std::new_handler handler = std::get_new_handler();
+    if (handler == nullptr) return nullptr;
+    try {
+      handler();
+    } catch (const std::bad_alloc &) {
+      return nullptr;
+    }
+    memory = ask();
+  }
+  return static_cast<Header *>(memory);
+}
+
 bool representable(t_long size) noexcept {
   return size >= 0 &&
          size <= std::numeric_limits<std::ptrdiff_t>::max() - static_cast<t_long>(sizeof(Header));
@@ -26,7 +45,7 @@ bool representable(t_long size) noexcept {
 void *new_block(t_long size, bool clear) noexcept {
   if (!representable(size)) return nullptr;
   const auto bytes = sizeof(Header) + static_cast<std::size_t>(size);
-  auto *header = static_cast<Header *>(clear ? std::calloc(1, bytes) : std::malloc(bytes));
+  Header *header = obtained([&] { return clear ? std::calloc(1, bytes) : std::malloc(bytes); });
   if (header == nullptr) return nullptr;
   header->size = size;
   return header + 1;
@@ -36,8 +55,9 @@ void *resize_block(void *block, t_long size) noexcept {
   if (block == nullptr) return new_block(size, true);
   if (!representable(size)) return nullptr;
   const t_long old_size = block_size(block);
-  auto *header = static_cast<Header *>(
-      std::realloc(header_of(block), sizeof(Header) + static_cast<std::size_t>(size)));
+  Header *header = obtained([&] {
+    return std::realloc(header_of(block), sizeof(Header) + static_cast<std::size_t>(size));
+  });
   if (header == nullptr) return nullptr;
   header->size = size;
   auto *bytes = reinterpret_cast<std::byte *>(header + 1);

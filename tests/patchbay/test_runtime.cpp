@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <set>
 #include <thread>
 
@@ -116,6 +117,37 @@ TEST(Blocks, AreAligned) { expect_alignment(of_the_runtime); }
 TEST(Blocks, AreCleared) { expect_clearing(of_the_runtime); }
 TEST(Blocks, AreResized) { expect_resizing(of_the_runtime); }
 TEST(Blocks, AreRefused) { expect_refusals(of_the_runtime); }
+
+// The sanitizers end a program that asks for so much.
+#ifndef __SANITIZE_ADDRESS__
+TEST(Blocks, ThatThereIsNoMemoryForAreHeardOfByTheNewHandler) {
+  constexpr t_long beyond_memory = t_long{1} << 60;
+  static int calls;
+  auto *block = static_cast<char *>(runtime::new_block(8, true));
+  std::strcpy(block, "kept");
+  const auto calls_for = [](void *(*make)(void *), void *given) {
+    calls = 0;
+    EXPECT_EQ(make(given), nullptr);
+    return calls;
+  };
+  const auto plain = [](void *) { return runtime::new_block(beyond_memory, false); };
+  const auto clear = [](void *) { return runtime::new_block(beyond_memory, true); };
+  const auto resized = [](void *given) { return runtime::resize_block(given, beyond_memory); };
+  const auto impossible = [](void *) { return runtime::new_block(-1, false); };
+  const std::new_handler before = std::set_new_handler([] {
+    if (++calls == 3) throw std::bad_alloc();  // until then it hopes that some was released
+  });
+  EXPECT_EQ(calls_for(plain, nullptr), 3);
+  EXPECT_EQ(calls_for(clear, nullptr), 3);
+  EXPECT_EQ(calls_for(resized, block), 3);
+  EXPECT_EQ(calls_for(impossible, nullptr), 0) << "memory has no part in it";
+  std::set_new_handler(nullptr);
+  EXPECT_EQ(calls_for(plain, nullptr), 0);
+  std::set_new_handler(before);
+  EXPECT_STREQ(block, "kept");
+  runtime::free_block(block);
+}
+#endif
 
 TEST(Blocks, KnowTheirSize) {
   void *block = runtime::new_block(12, false);

@@ -6,6 +6,8 @@
 
 namespace runtime {
 
+// Where memory is exhausted, the program's std::new_handler is called, as by `new`.
+
 /** @return a block of `size` bytes, zero-filled if `clear`; null when memory
  *  is exhausted or size is negative. Released with `free_block`. */
 void *new_block(t_long size, bool clear) noexcept;
