@@ -1,6 +1,9 @@
 #include <dlfcn.h>
+#include <sys/mman.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <system_error>
 
 #include <fmt/format.h>
 
@@ -8,6 +11,18 @@
 
 namespace patchbay {
 namespace {
+
+// Whether there is room to load a file. The loader maps it; its libraries have some already.
+bool has_room_for(const std::filesystem::path &file) {
+  std::error_code unseen;
+  const auto size = static_cast<std::size_t>(std::filesystem::file_size(file, unseen));
+  if (unseen || size == 0) return true;
+  const std::size_t needed = 2 * size;
+  void *room = mmap(nullptr, needed, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (room == MAP_FAILED) return false;
+  munmap(room, needed);
+  return true;
+}
 
 // Takes the classes of a module away, and the module with them.
 void unload(State &s, void *module) {
@@ -29,9 +44,15 @@ void load_module(State &s, const std::filesystem::path &path) {
   const std::filesystem::path file = std::filesystem::absolute(path);
   if (!std::filesystem::is_regular_file(file))
     throw Error(fmt::format("there is no module file '{}'", path.string()));
+  errno = 0;
   void *module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (module == nullptr)
+  if (module == nullptr) {
+    // The loader's own words for this are often others.
+    if (errno == ENOMEM || !has_room_for(file))
+      throw std::runtime_error(fmt::format("'{}' cannot be loaded: {}", path.string(),
+                                           std::generic_category().message(ENOMEM)));
     throw Error(fmt::format("'{}' cannot be loaded: {}", path.string(), dlerror()));
+  }
   auto *start = reinterpret_cast<void (*)()>(dlsym(module, "ext_main"));
   if (start == nullptr) {
     dlclose(module);

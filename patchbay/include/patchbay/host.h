@@ -81,7 +81,7 @@ class PATCHBAY_API Host {
   // --- modules and boxes
 
   /** Loads a module and runs its `ext_main`. Raises Error when there is no such
-   *  file, or it is no module. */
+   *  file, or it is no module, and std::runtime_error when it finds no memory. */
   void load(const std::filesystem::path &module);
 
   /** @return the classes that boxes can be made of. */
