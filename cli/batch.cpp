@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <chrono>
 #include <memory>
+#include <new>
 #include <thread>
 
 #include <fmt/format.h>
@@ -39,6 +40,8 @@ Settings combined(const Settings &common, const Line &line) {
 Result designed(patchbay::Host &host, const Settings &common, const Line &line) {
   try {
     return {true, to_json_line(line.number, run_design(host, combined(common, line)))};
+  } catch (const std::bad_alloc &) {
+    throw;  // no fault of the line
   } catch (const std::exception &error) {
     return {false, error_json_line(line.number, shown(error.what()))};
   }

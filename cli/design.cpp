@@ -1,8 +1,11 @@
 #include "design.h"
 
 #include <algorithm>
+#include <new>
 
 #include <fmt/format.h>
+
+#include "memory.h"
 
 namespace cli {
 namespace {
@@ -90,6 +93,14 @@ void check_cutoffs(const Settings &requested, const std::string &response,
                                   patchbay::to_text(cutoffs[1])));
 }
 
+// Why a box published nothing is the last that it posted.
+[[noreturn]] void throw_for(const std::vector<patchbay::Post> &posts, std::size_t first) {
+  if (posts.size() <= first) throw std::runtime_error("the box published no filter");
+  const std::string &reason = posts.back().text;
+  if (reason.find(no_memory) != std::string::npos) throw std::bad_alloc();
+  throw std::runtime_error(reason);
+}
+
 struct BoxOwner {
   patchbay::Host &host;
   patchbay::Box box;
@@ -143,7 +154,7 @@ Design run_design(patchbay::Host &host, const Settings &requested) {
   for (const AttributeInfo &attribute : attributes)
     design.settings.emplace_back(attribute.name, host.get(box, attribute.name));
   const auto published = host.dictionary(joined(host.get(box, "name"), " "));
-  if (!published || published->empty()) throw std::runtime_error("the box published no filter");
+  if (!published || published->empty()) throw_for(host.posts(), posted);
   design.dictionary = *published;
   const auto rate = std::get<t_long>(host.get(box, "samplerate").at(0));
   design.samplerate = rate >= 1 ? static_cast<double>(rate) : audio_samplerate;

@@ -34,8 +34,8 @@ void load_module(patchbay::Host &host, const std::filesystem::path &module);
  * Makes a box of the class `veltane`, gives it the settings, bangs it, and
  * frees it.
  * @param requested  values, which may all be texts
- * Raises Refusal when a value does not fit, and std::runtime_error when the box
- * published nothing.
+ * Raises Refusal when a value does not fit, std::bad_alloc when the box had no memory to
+ * design, and std::runtime_error when it published nothing for another reason.
  */
 Design run_design(patchbay::Host &host, const Settings &requested);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <utility>
 
 namespace cli {
 namespace {
@@ -20,9 +21,7 @@ static_assert(std::atomic<const char *>::is_always_lock_free &&
 // The disposition is the default again, and the signal that is raised waits until the handler
 // returns.
 void remove_and_end(int signal) {
-  if (owner == getpid())
-    for (const auto &name : names)
-      if (const char *file = name) unlink(file);
+  remove_leftovers();
   raise(signal);
 }
 
@@ -56,8 +55,14 @@ SignalsHeld::SignalsHeld() {
 
 SignalsHeld::~SignalsHeld() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
-void Leftover::take(const std::string &name) {
-  name_ = name;
+void remove_leftovers() noexcept {
+  if (owner != getpid()) return;
+  for (const auto &name : names)
+    if (const char *file = name) unlink(file);
+}
+
+void Leftover::take(std::string &&name) noexcept {
+  name_ = std::move(name);
   owner = getpid();
   watch_signals();
   replace_name(nullptr, name_.c_str());

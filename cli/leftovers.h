@@ -1,4 +1,4 @@
-// What a signal must not leave behind: temporary files that have a name.
+// What a signal, or the end of memory, must not leave behind: temporary files that have a name.
 //
 // INT, TERM and HUP end the program without any destructor. From the first name on they remove
 // the names first and end it then, as they would have; one that was ignored, as by nohup, stays
@@ -33,8 +33,9 @@ class Leftover {
   Leftover &operator=(const Leftover &) = delete;
 
   /** Takes a file over that was made under SignalsHeld, which still holds. A copy of the
-   *  process does not remove it when a signal ends it. */
-  void take(const std::string &name);
+   *  process does not remove it when a signal ends it. It allocates nothing: without memory
+   *  the file would be nobody's. */
+  void take(std::string &&name) noexcept;
 
   const std::string &name() const { return name_; }
   void remove();  /**< Removes it, if there is one. */
@@ -43,6 +44,10 @@ class Leftover {
  private:
   std::string name_;
 };
+
+/** Removes what is left, before the process ends without destructors. A copy of the process
+ *  removes nothing. It allocates nothing. */
+void remove_leftovers() noexcept;
 
 }  // namespace cli
 

@@ -5,11 +5,20 @@
 
 #include <csignal>
 #include <exception>
+#include <new>
 
+#include "memory.h"
 #include "output.h"
 #include "subcommand.h"
 
 namespace {
+
+struct MemoryHandler {
+  MemoryHandler() { std::set_new_handler(cli::end_without_memory); }
+};
+
+// First of all: the command line library allocates before `main`.
+[[gnu::init_priority(101)]] const MemoryHandler memory_handler;
 
 int run(const cli::Words &words) {
   try {
@@ -31,6 +40,9 @@ int main(int argc, char **argv) {
   } catch (const cli::Refusal &refusal) {
     cli::say(refusal.what());
     return 2;
+  } catch (const std::bad_alloc &) {
+    // Not by `new`: libraries have their own ways to ask for memory.
+    cli::end_without_memory();
   } catch (const std::exception &error) {
     cli::say(error.what());
     return 3;

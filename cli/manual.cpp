@@ -87,7 +87,7 @@ The filter has a problem that was asked about, or lines of a batch had errors.
 The request was wrong. One sentence says what was wrong and what is allowed.
 .TP
 .B 3
-Something else failed, such as a full disk.
+Something else failed, such as a full disk or exhausted memory.
 )";
 }
 

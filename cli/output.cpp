@@ -169,7 +169,7 @@ int OutputFile::make_named(const std::filesystem::path &folder) {
   const SignalsHeld held;
   std::string name = (folder / ".veltane-XXXXXX").string();
   const int descriptor = mkostemp(name.data(), O_CLOEXEC);
-  if (descriptor >= 0) temporary_.take(name);
+  if (descriptor >= 0) temporary_.take(std::move(name));
   return descriptor;
 }
 
@@ -194,9 +194,10 @@ void OutputFile::give_name() {
   int error = 0;
   for (int attempt = 0; temporary_.name().empty() && error == 0; ++attempt) {
     const SignalsHeld held;
-    const auto name = target_.parent_path() / fmt::format(".veltane-{}-{}", getpid(), attempt);
+    std::string name =
+        (target_.parent_path() / fmt::format(".veltane-{}-{}", getpid(), attempt)).string();
     if (linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
-      temporary_.take(name);
+      temporary_.take(std::move(name));
     else if (errno != EEXIST)
       error = errno;
   }

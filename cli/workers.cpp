@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <system_error>
 
 #include <fmt/format.h>
@@ -32,6 +33,15 @@ constexpr std::size_t most_batches = 4;
 // What a worker writes: a result, with its first byte to tell whether it is good.
 constexpr char good_mark = '+';
 constexpr char bad_mark = '-';
+
+// What a worker without memory ends with: its parent says so.
+constexpr int no_memory_status = 3;
+
+[[noreturn]] void end_worker_without_memory() noexcept { _exit(no_memory_status); }
+
+bool had_no_memory(int status) {
+  return WIFEXITED(status) && WEXITSTATUS(status) == no_memory_status;
+}
 
 std::runtime_error failure(const char *what) {
   return std::runtime_error(fmt::format("{}: {}", what, std::generic_category().message(errno)));
@@ -98,6 +108,7 @@ void Workers::launch(Batch &batch) {
 
 void Workers::work_through(const Batch &batch, int pipe) const {
   constexpr std::size_t enough = std::size_t{1} << 16U;
+  std::set_new_handler(end_worker_without_memory);
   int status = 0;
   try {
     std::string text;
@@ -113,6 +124,8 @@ void Workers::work_through(const Batch &batch, int pipe) const {
       if (batch.careful || text.size() >= enough) flush();
     }
     flush();
+  } catch (const std::bad_alloc &) {
+    status = no_memory_status;
   } catch (...) {
     status = 1;
   }
@@ -174,6 +187,7 @@ void Workers::collect(const std::function<void(const Result &)> &use) {
     use_arrived(first, use);
     if (first.pipe >= 0) return;
     if (first.done < first.lines.size()) {
+      if (had_no_memory(first.status)) throw std::bad_alloc();
       // The process may have had results that it had not written yet: only one that
       // writes each at once tells which line ended it.
       if (first.careful) use(loss_(first.lines[first.done++], ending(first.status)));

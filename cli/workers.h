@@ -52,7 +52,8 @@ class Workers {
   void add_to(std::vector<pollfd> &waiting) const;
 
   /** Calls `use` for each result that has arrived, in the order of the lines.
-   *  Raises std::runtime_error, and what `use` raises. */
+   *  Raises std::runtime_error, std::bad_alloc when a worker had no memory, and what
+   *  `use` raises. */
   void collect(const std::function<void(const Result &)> &use);
 
  private:
