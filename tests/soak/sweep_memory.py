@@ -35,6 +35,8 @@ import threading
 
 SECONDS = 120
 EVER = 2**62
+LAST = 4
+GOLDEN_RATIO = (5**0.5 - 1) / 2
 OLD = b"what was there before\n"
 SENTENCE = re.compile(rb"veltane: [^\n]*(out of memory|Cannot allocate memory)[^\n]*\n")
 
@@ -194,14 +196,16 @@ class Sweep:
         self.problems += 1
         print(problem, flush=True)
 
-    def numbers(self, count):
-        """The allocations to refuse: all until a run makes fewer, or as many as asked for."""
+    def numbers(self, count, shift):
+        """The allocations to refuse: all until a run makes fewer; or a sample, evenly spaced,
+        with the first and with the last ones, which are made around the output."""
         sample = self.options.sample
         if sample is None:
             return itertools.count(1)
-        return sorted({1 + i * count // sample for i in range(sample)} | {count})
+        spread = {1 + int((i + shift) * count / sample) for i in range(sample)}
+        return sorted(spread | {1} | set(range(max(1, count - LAST), count + 1)))
 
-    def case(self, pool, name, line):
+    def case(self, pool, name, line, shift):
         right, inputs = self.run(line, 0, 0, True)
         again, _ = self.run(line, 0, 0, True)
         if right != again or not 0 <= right.status <= 2 or right.count == 0:
@@ -226,7 +230,7 @@ class Sweep:
             return counts, problems, min(counts) < number
 
         before = self.runs
-        numbers = iter(self.numbers(right.count))
+        numbers = iter(self.numbers(right.count, shift))
         ended = False
         while not ended and (chunk := list(itertools.islice(numbers, 64))):
             for counts, problems, fewer in pool.map(one, chunk):
@@ -249,8 +253,9 @@ def main():
     with tempfile.TemporaryDirectory() as top, \
             concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         sweep = Sweep(options, top)
-        for name, line in chosen:
-            sweep.case(pool, name, line)
+        for index, (name, line) in enumerate(chosen):
+            # All cases begin alike: what one sample leaves out, another one takes.
+            sweep.case(pool, name, line, index * GOLDEN_RATIO % 1)
     print(f"{len(chosen)} cases, {sweep.runs} runs, {sweep.problems} problems")
     return 1 if sweep.problems or not chosen else 0
 
