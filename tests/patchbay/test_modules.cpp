@@ -1,5 +1,6 @@
 // Loading modules, and unloading them.
 
+#include <cerrno>
 #include <fstream>
 
 #include "host_test.h"
@@ -54,6 +55,15 @@ TEST_F(Modules, AreNotLoadedTwice) {
   EXPECT_THAT(refusal([&] { host.load(module("counter")); }),
               AllOf(HasSubstr("counter.so"), HasSubstr("already")));
   EXPECT_EQ(host.get(host.make("counter"), "started"), Values{1});
+}
+
+// What failed for want of memory before has nothing to do with it.
+TEST_F(Modules, ThatAreNoneAreNotToldAsExhaustedMemory) {
+  EXPECT_THAT(refusal([&] {
+                errno = ENOMEM;
+                host.load("/etc/passwd");
+              }),
+              HasSubstr("cannot be loaded"));
 }
 
 TEST_F(Modules, MustBeFiles) {
