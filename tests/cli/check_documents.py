@@ -60,10 +60,10 @@ def main():
         with tempfile.TemporaryDirectory() as folder:
             for entry in arguments.root.resolve().iterdir():
                 (pathlib.Path(folder) / entry.name).symlink_to(entry)
-            for command, expected in examples(document.read_text()):
+            for command, expected in examples(document.read_text(encoding="utf-8")):
                 count += 1
                 run = subprocess.run(
-                    as_built(command, arguments.veltane), shell=True, cwd=folder, text=True,
+                    as_built(command, arguments.veltane), shell=True, cwd=folder, encoding="utf-8",
                     stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
                 if not same(run.stdout, expected):
                     failures += 1

@@ -30,7 +30,7 @@ class Check:
 
 
 def output_of(*command):
-    run = subprocess.run(command, capture_output=True, text=True, check=False)
+    run = subprocess.run(command, capture_output=True, encoding="utf-8", check=False)
     if run.returncode != 0 or run.stderr:
         raise SystemExit(f"{' '.join(command)}: status {run.returncode}, {run.stderr}")
     return run.stdout
@@ -52,7 +52,7 @@ def check_examples(check, veltane, who, examples):
     path = f"{pathlib.Path(veltane).parent}:{os.environ['PATH']}"
     with tempfile.TemporaryDirectory() as folder:
         for example in examples:
-            run = subprocess.run(example, shell=True, cwd=folder, text=True, check=False,
+            run = subprocess.run(example, shell=True, cwd=folder, encoding="utf-8", check=False,
                                  capture_output=True, env={**os.environ, "PATH": path})
             check(run.returncode == 0 and not run.stderr,
                   f"{who}: '{example}' ends with {run.returncode} and says {run.stderr}")
@@ -61,7 +61,7 @@ def check_examples(check, veltane, who, examples):
 def plain(manual):
     """The page as text, without overstriking."""
     run = subprocess.run(["groff", "-man", "-ww", "-Tascii", "-P-c", "-P-b", "-P-u", "-rLL=500n"],
-                         input=manual, capture_output=True, text=True, check=False)
+                         input=manual, capture_output=True, encoding="utf-8", check=False)
     return run.stdout, run.stderr
 
 
@@ -74,7 +74,7 @@ def main():
     check = Check()
 
     manual = output_of(veltane, "--man")
-    check(arguments.manual.read_text() == manual,
+    check(arguments.manual.read_text(encoding="utf-8") == manual,
           f"{arguments.manual} is old: make it again with 'veltane --man >docs/veltane.1'")
     page, warnings = plain(manual)
     check(not warnings, f"groff warns: {warnings}")

@@ -5,13 +5,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+
+#include "../temporary_folder.h"
 
 struct Outcome {
   int status;
@@ -28,17 +29,12 @@ inline std::string read_file(const std::filesystem::path &path) {
 
 // @param command  a line for the shell
 inline Outcome run(const std::string &command) {
-  const auto folder = std::filesystem::temp_directory_path();
-  const std::string stem = "veltane-test-" + std::to_string(getpid());
-  const auto out = folder / (stem + ".out");
-  const auto err = folder / (stem + ".err");
+  const tests::TemporaryFolder folder;
+  const auto out = folder / "out";
+  const auto err = folder / "err";
   const int status =
       std::system(("{ " + command + " ; } >" + out.string() + " 2>" + err.string()).c_str());
-  const Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(out),
-                        read_file(err)};
-  std::filesystem::remove(out);
-  std::filesystem::remove(err);
-  return outcome;
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(out), read_file(err)};
 }
 
 // @param arguments  as typed behind the command's name

@@ -5,21 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "../temporary_folder.h"
+
 class ScratchFolder : public testing::Test {
  protected:
-  ScratchFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "veltane-test-XXXXXX").string();
-    EXPECT_NE(mkdtemp(name.data()), nullptr);
-    folder_ = name;
-  }
-  ~ScratchFolder() override { std::filesystem::remove_all(folder_); }
-
   std::string path(const std::string &name) const { return (folder_ / name).string(); }
 
   std::string write(const std::string &name, const std::string &text) const {
@@ -30,14 +24,14 @@ class ScratchFolder : public testing::Test {
   // Hidden ones as well.
   std::vector<std::string> names() const {
     std::vector<std::string> list;
-    for (const auto &entry : std::filesystem::directory_iterator(folder_))
+    for (const auto &entry : std::filesystem::directory_iterator(folder_.path()))
       list.push_back(entry.path().filename().string());
     std::sort(list.begin(), list.end());
     return list;
   }
 
  private:
-  std::filesystem::path folder_;
+  tests::TemporaryFolder folder_;
 };
 
 #endif

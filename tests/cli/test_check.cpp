@@ -266,14 +266,11 @@ TEST(Check, HighOrdersAreSoundInTheirSections) {
     EXPECT_EQ(checked(options).problems(), std::set<std::string>{}) << options;
 }
 
-TEST(Check, WritesTheSameIntoAFile) {
-  const auto file =
-      std::filesystem::temp_directory_path() / ("veltane-check-" + std::to_string(getpid()));
-  const Outcome outcome = veltane("check --frequency 24000 -o " + file.string());
+TEST_F(SavedCheck, WritesTheSameIntoAFile) {
+  const Outcome outcome = veltane("check --frequency 24000 -o " + path("page"));
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(read_file(file), veltane("check --frequency 24000").out);
-  std::filesystem::remove(file);
+  EXPECT_EQ(read_file(path("page")), veltane("check --frequency 24000").out);
 }
 
 TEST_F(SavedCheck, ASavedDesignIsAsSoundAsTheNewOne) {

@@ -63,10 +63,6 @@ double peak_db(const Rows &rows, std::size_t count) {
   return highest;
 }
 
-std::filesystem::path scratch(const std::string &name) {
-  return std::filesystem::temp_directory_path() / (std::to_string(getpid()) + name);
-}
-
 }  // namespace
 
 TEST(ExportCommand, SectionsAreThePublishedOnesToTheLastBit) {
@@ -98,7 +94,8 @@ TEST(ExportCommand, EveryFileSaysWhatItHolds) {
 }
 
 TEST(ExportCommand, TheLineInTheCommentMakesTheFileAgain) {
-  const auto file = scratch("again.py");
+  const tests::TemporaryFolder folder;
+  const auto file = folder / "again.py";
   const std::string arguments =
       "export --for scipy --topology butterworth --name 'a b' -o " + file.string();
   ASSERT_EQ(veltane(arguments).status, 0);
@@ -110,7 +107,6 @@ TEST(ExportCommand, TheLineInTheCommentMakesTheFileAgain) {
   const std::size_t begin = at + mark.size();
   ASSERT_EQ(veltane(text.substr(begin, text.find('\n', at) - begin)).status, 0);
   EXPECT_EQ(read_file(file), text);
-  std::filesystem::remove(file);
 }
 
 TEST(ExportCommand, DoublesReadBackAndFloatsHaveNineDigits) {
@@ -128,11 +124,10 @@ TEST(ExportCommand, DoublesReadBackAndFloatsHaveNineDigits) {
 }
 
 TEST(ExportCommand, TheFileGivesTheFilterItsName) {
-  const auto file = scratch("2nd-low__pass!.h");
+  const tests::TemporaryFolder folder;
+  const auto file = folder / "2nd-low__pass!.h";
   ASSERT_EQ(veltane("export --for c -o '" + file.string() + "'").status, 0);
-  EXPECT_THAT(read_file(file),
-              HasSubstr("veltane_" + std::to_string(getpid()) + "2nd_low_pass_coefficients"));
-  std::filesystem::remove(file);
+  EXPECT_THAT(read_file(file), HasSubstr("veltane_2nd_low_pass_coefficients"));
   EXPECT_THAT(veltane("export --for c").out, HasSubstr("veltane_filter_coefficients"));
 }
 
@@ -222,18 +217,17 @@ TEST(ExportHelp, NamesEveryTargetAndItsExamplesWork) {
   const std::string help = veltane("export --help").out;
   for (const cli::Target &target : cli::targets()) EXPECT_THAT(help, HasSubstr(target.name));
   std::istringstream examples(help.substr(help.find("Examples:")));
-  const auto folder = scratch("examples");
-  std::filesystem::create_directory(folder);
+  const tests::TemporaryFolder folder;
   int count = 0;
   for (std::string line; std::getline(examples, line);) {
     if (!line.starts_with("  veltane ")) continue;
     ++count;
-    const Outcome outcome = run("cd " + folder.string() + " && " VELTANE_COMMAND + line.substr(9));
+    const Outcome outcome =
+        run("cd " + folder.path().string() + " && " VELTANE_COMMAND + line.substr(9));
     EXPECT_EQ(outcome.status, 0) << line << outcome.err;
   }
   EXPECT_EQ(count, 2);
   EXPECT_TRUE(std::filesystem::exists(folder / "band.h"));
-  std::filesystem::remove_all(folder);
 }
 
 namespace {

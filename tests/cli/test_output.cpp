@@ -148,8 +148,8 @@ TEST(CommandLine, IsOneLineThatAShellReadsBackToTheSameWords) {
   for (const std::string &word : words) expected += '|' + word;
   // bash knows the form with control characters.
   const std::string script = "veltane() { printf veltane; printf '|%s' \"$@\"; }; " + line;
-  const auto file = std::filesystem::temp_directory_path() / "veltane-shell-line";
+  const tests::TemporaryFolder folder;
+  const auto file = folder / "script";
   std::ofstream(file) << script;
   EXPECT_EQ(run("bash " + file.string()).out, expected);
-  std::filesystem::remove(file);
 }

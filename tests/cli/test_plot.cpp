@@ -1,7 +1,5 @@
 // `veltane plot`: whole pictures, and what becomes of a wrong request.
 
-#include <unistd.h>
-
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -20,17 +18,11 @@ namespace fs = std::filesystem;
 
 class PlotCommand : public testing::Test {
  protected:
-  PlotCommand() {
-    std::string name = (fs::temp_directory_path() / "veltane-plot-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-  }
-  ~PlotCommand() override { fs::remove_all(folder_); }
-
   std::string path(const std::string &name) const { return (folder_ / name).string(); }
 
   // @param before  what stands before the command, such as variables
   Outcome plot(const std::string &arguments, const std::string &before = "") const {
-    return run("cd " + folder_.string() + " && " + before + " " VELTANE_COMMAND " plot " +
+    return run("cd " + folder_.path().string() + " && " + before + " " VELTANE_COMMAND " plot " +
                arguments);
   }
 
@@ -44,7 +36,7 @@ class PlotCommand : public testing::Test {
 
   std::vector<std::string> files() const {
     std::vector<std::string> names;
-    for (const auto &entry : fs::directory_iterator(folder_))
+    for (const auto &entry : fs::directory_iterator(folder_.path()))
       names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
@@ -68,7 +60,7 @@ class PlotCommand : public testing::Test {
   }
 
  private:
-  fs::path folder_;
+  tests::TemporaryFolder folder_;
 };
 
 std::uint32_t number_at(const std::string &bytes, std::size_t at) {

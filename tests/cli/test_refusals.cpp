@@ -69,11 +69,10 @@ TEST(RefusalsOfTheSystem, AFullDiskIsStatusThree) {
 }
 
 TEST(RefusalsOfTheSystem, AMissingModuleIsNamed) {
-  const auto copy = std::filesystem::temp_directory_path() / "veltane-alone";
-  std::filesystem::copy_file(VELTANE_COMMAND, copy,
-                             std::filesystem::copy_options::overwrite_existing);
+  const tests::TemporaryFolder folder;
+  const auto copy = folder / "veltane";
+  std::filesystem::copy_file(VELTANE_COMMAND, copy);
   const Outcome outcome = run("LD_LIBRARY_PATH=" LIBRARY_FOLDER " " + copy.string() + " design");
-  std::filesystem::remove(copy);
   EXPECT_EQ(outcome.status, 2);
   EXPECT_THAT(outcome.err, HasSubstr("the veltane module is missing"));
 }

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fstream>
 
+#include "../temporary_folder.h"
 #include "host_test.h"
 
 // Called by the module calls_back.
@@ -74,11 +75,11 @@ TEST_F(Modules, MustBeFiles) {
 }
 
 TEST_F(Modules, MustBeLibraries) {
-  const auto file = std::filesystem::temp_directory_path() / "patchbay_no_library.so";
+  const TemporaryFolder folder;
+  const auto file = folder / "no_library.so";
   std::ofstream(file) << "only words";
   EXPECT_THAT(refusal([&] { host.load(file); }),
               AllOf(HasSubstr(file.string()), HasSubstr("cannot be loaded")));
-  std::filesystem::remove(file);
 }
 
 TEST_F(Modules, MustHaveAStart) {
