@@ -11,11 +11,9 @@
 
 #include <fmt/format.h>
 
-#include "lines.h"
 #include "output.h"
 #include "present.h"
 #include "saved.h"
-#include "workers.h"
 
 namespace cli {
 namespace {
@@ -35,16 +33,6 @@ Settings combined(const Settings &common, const Line &line) {
   if (!has(settings, "name"))
     settings.emplace_back("name", patchbay::Values{fmt::format("u{}", line.number)});
   return settings;
-}
-
-Result designed(patchbay::Host &host, const Settings &common, const Line &line) {
-  try {
-    return {true, to_json_line(line.number, run_design(host, combined(common, line)))};
-  } catch (const std::bad_alloc &) {
-    throw;  // no fault of the line
-  } catch (const std::exception &error) {
-    return {false, error_json_line(line.number, shown(error.what()))};
-  }
 }
 
 // One line that is written over, at most five times a second.
@@ -121,13 +109,23 @@ void wait_for(const Workers &workers, const LineReader *input, bool &input_ready
 
 }  // namespace
 
+Result design_line(patchbay::Host &host, const Settings &common, const Line &line) {
+  try {
+    return {true, to_json_line(line.number, run_design(host, combined(common, line)))};
+  } catch (const std::bad_alloc &) {
+    throw;  // no fault of the line
+  } catch (const std::exception &error) {
+    return {false, error_json_line(line.number, shown(error.what()))};
+  }
+}
+
 int run_batch(patchbay::Host &host, const Settings &common, const std::string &input,
               const std::optional<std::string> &output) {
   LineReader reader(input);
   BatchOutput out(output);
   Workers workers(
       std::thread::hardware_concurrency(),
-      [&](const Line &line) { return designed(host, common, line); },
+      [&](const Line &line) { return design_line(host, common, line); },
       [](const Line &line, const std::string &how) {
         return Result{false, error_json_line(line.number, "its design ended the process: " + how)};
       });

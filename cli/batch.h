@@ -6,8 +6,18 @@
 #include <string>
 
 #include "design.h"
+#include "lines.h"
+#include "workers.h"
 
 namespace cli {
+
+/**
+ * Designs the filter of one line.
+ * @param host    with the module loaded
+ * @param common  settings that hold where the line has none of its own
+ * @return one line of JSON: as to_json_line, or {"line": N, "error": "..."}
+ */
+Result design_line(patchbay::Host &host, const Settings &common, const Line &line);
 
 /**
  * Designs one filter for each line, with all processors, and writes one line for
