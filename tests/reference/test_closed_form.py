@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Checks closed_form.py against facts that no root takes part in.
 
-The filters are designed in 60 digits and the facts asserted in 50.
+The filters are designed in 60 digits and the facts asserted in 50. With --whole the
+highest order and all frequencies are checked; without it those that take little time.
 """
 
+import sys
 import unittest
 from collections import Counter, namedtuple
 from itertools import product
@@ -33,7 +35,8 @@ CUTOFFS = {
     "bandpass": [(0.3, 0.32), (0.25, 0.75), (0.1, 0.8)],
     "bandstop": [(0.3, 0.32), (0.25, 0.75), (0.1, 0.8)],
 }
-
+WHOLE = "--whole" in sys.argv
+FREQUENCIES = (0.05, 0.28, 0.311, 0.45, 0.6, 0.93)
 
 Case = namedtuple("Case", "family response order cutoffs")
 
@@ -103,7 +106,7 @@ class ClosedForm(unittest.TestCase):
                     self.assertLess(abs(error), TOLERANCE)
 
     def test_magnitude_follows_the_square_law(self):
-        for case, w in product(cases(), (0.05, 0.28, 0.311, 0.45, 0.6, 0.93)):
+        for case, w in product(cases(), FREQUENCIES if WHOLE else FREQUENCIES[::3]):
             with self.subTest(case, w=w):
                 frequency = prototype_frequency(case.response, case.cutoffs, w)
                 expected = square_law(case.family, case.order, frequency)
@@ -158,7 +161,7 @@ class ClosedForm(unittest.TestCase):
         unit = mpf(10) ** (1 - DIGITS)
         almost_double = Case("butterworth", "bandpass", 3, (0.25, nextafter(0.75, 1)))
         very_wide = Case("butterworth", "bandstop", 3, (1e-9, 1 - 1e-9))
-        for case in (*cases(orders=(3, 8, 200)), almost_double, very_wide):
+        for case in (*cases(orders=(3, 8, 200) if WHOLE else (3, 8)), almost_double, very_wide):
             with self.subTest(case):
                 zeros, poles, gain = designed(case)
                 finer_zeros, finer_poles, finer_gain = designed(case, digits=2 * DIGITS)
@@ -180,4 +183,4 @@ class ClosedForm(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    unittest.main(argv=[word for word in sys.argv if word != "--whole"])

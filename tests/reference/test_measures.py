@@ -6,7 +6,7 @@ import unittest
 import mpmath
 import numpy
 
-from designs import DIGITS, Design, Published, expanded, true_roots
+from designs import DIGITS, Design, Published, all_designs, expanded, sample_designs, true_roots
 from measure_accuracy import complaints
 from measures import measure_published, plain, rounded_sections
 from responses import frequencies, polynomial_db, roots_db, sections_db, transfer_db, true_db
@@ -39,6 +39,20 @@ def changed(values, index, factor):
     values = values.copy()
     values[index] *= factor
     return values
+
+
+class Sample(unittest.TestCase):
+    def test_every_family_and_response_meets_every_setting_and_order(self):
+        sample = sample_designs()
+        every = [(d.family, d.response, setting, d.order)
+                 for setting, d in all_designs({d.order for _, d in sample})]
+        self.assertLess(len(sample), len(every) / 4)
+        for part in ((0, 1, 2), (0, 1, 3), (2, 3)):
+            def seen(rows):
+                return {tuple(row[i] for i in part) for row in rows}
+            self.assertEqual(
+                seen((d.family, d.response, setting, d.order) for setting, d in sample),
+                seen(every), part)
 
 
 class Complaints(unittest.TestCase):
