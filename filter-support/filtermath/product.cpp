@@ -17,7 +17,8 @@ std::vector<Run> runs_of(const double *matrix, int32_t rows, int32_t cols) {
   const auto zero = [](double element) { return element == 0.0; };
   std::vector<Run> runs;
   runs.reserve(3 * static_cast<std::size_t>(rows));
-  for (const double *row = matrix; row != matrix + int64_t{rows} * cols; row += cols) {
+  const double *row = matrix;
+  for (int32_t index = 0; index < rows; ++index, row += cols) {
     const double *const end = row + cols;
     const double *at = std::find_if_not(row, end, zero);
     while (at != end) {
