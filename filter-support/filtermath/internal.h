@@ -41,11 +41,10 @@ Components components(const double *matrix, int32_t n);
 // --- irreducible.cpp: the only user of Eigen ---------------------------------
 
 /**
- * The inverse of a square matrix of n x n, n of at least 1. Elements that are 0
- * by the pattern of the matrix alone are exactly 0.0.
- * @param src, dst  row after row; may be the same
+ * What `matrix64_inverse` does for a square matrix of at least one row. dst is
+ * untouched until nothing can fail any more but its own reshaping.
  */
-void inverse(const double *src, double *dst, int32_t n);
+void inverse(_matrix64 *dst, const _matrix64 *src);
 
 /**
  * The eigenvalues of a square matrix, as many as it has rows, in an order that
@@ -57,14 +56,27 @@ t_complex64list eigenvalues(const _matrix64 *matrix);
 // --- product.cpp -------------------------------------------------------------
 
 /**
- * Adds a product to what `sum` holds, each element's terms in their order. Factors
- * that are 0 are left out, so all others must be finite.
- * @param a    rows x inner, row after row
- * @param b    inner x cols
- * @param sum  rows x cols; none of the factors
+ * Elements `begin` to `end` - 1 of a row, none of them zero. One that begins at the
+ * row's end is none, and closes the row.
  */
-void add_product(const double *a, const double *b, double *sum, int32_t rows, int32_t inner,
-                 int32_t cols);
+struct Run {
+  int32_t begin;
+  int32_t end;
+};
+
+/** @return the runs of a matrix of rows x cols, row after row. */
+std::vector<Run> runs_of(const double *matrix, int32_t rows, int32_t cols);
+
+/**
+ * Adds a product to what `sum` holds, each element's terms in their order. Factors
+ * that are 0 are left out, so all others must be finite. Nothing is allocated.
+ * @param a     rows x inner, row after row
+ * @param b     inner x cols
+ * @param runs  those of b
+ * @param sum   rows x cols; none of the factors
+ */
+void add_product(const double *a, const double *b, const std::vector<Run> &runs, double *sum,
+                 int32_t rows, int32_t inner, int32_t cols);
 
 /** @return whether `count` elements are numbers and none is infinite. */
 bool all_finite(const double *elements, int64_t count);

@@ -24,8 +24,11 @@ using States = Eigen::Map<const Eigen::Matrix<int32_t, Eigen::Dynamic, 1>>;
 
 // Up to this size a block needs no memory of its own.
 constexpr int usual_states = 4;
-using UsualBlock = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::ColMajor,
-                                 usual_states, usual_states>;
+template <int Order>
+using Usual =
+    Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Order, usual_states, usual_states>;
+using UsualBlock = Usual<Eigen::ColMajor>;
+using UsualRowMajor = Usual<Eigen::RowMajor>;
 
 Eigen::Map<const RowMajor> mapped(const _matrix64 *matrix) {
   return {matrix->data, matrix->rows, matrix->cols};
@@ -81,16 +84,27 @@ void invert_block(const RowMajor &matrix, Index begin, Index size, RowMajor &res
   result.block(begin, begin, size, size) = inverse;
 }
 
+// Made aside, since Eigen allocates on the way.
+template <typename Result>
+void store_inverse(_matrix64 *dst, const Eigen::Map<const RowMajor> &matrix) {
+  const Result inverse = Eigen::MatrixXd(matrix).inverse();
+  matrix64_resize(dst, static_cast<int32_t>(inverse.cols()), static_cast<int32_t>(inverse.rows()));
+  Eigen::Map<RowMajor>(dst->data, inverse.rows(), inverse.cols()) = inverse;
+}
+
 }  // namespace
 
-void inverse(const double *src, double *dst, int32_t n) {
-  const Eigen::Map<const RowMajor> matrix(src, n, n);
-  const Components parts = components(src, n);
+void inverse(_matrix64 *dst, const _matrix64 *src) {
+  const int32_t n = src->cols;
+  const Components parts = components(src->data, n);
   if (parts.begins.size() == 2) {
-    Eigen::Map<RowMajor>(dst, n, n) = Eigen::MatrixXd(matrix).inverse();
+    if (n <= usual_states)
+      store_inverse<UsualRowMajor>(dst, mapped(src));
+    else
+      store_inverse<RowMajor>(dst, mapped(src));
     return;
   }
-  const RowMajor blocks = reordered(matrix, parts);
+  const RowMajor blocks = reordered(mapped(src), parts);
   RowMajor result = RowMajor::Zero(n, n);
   for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {
     const Index begin = parts.begins[k];
@@ -101,7 +115,8 @@ void inverse(const double *src, double *dst, int32_t n) {
       invert_block<Eigen::MatrixXd>(blocks, begin, size, result);
   }
   const States order(parts.states.data(), n);
-  Eigen::Map<RowMajor>(dst, n, n)(order, order) = result;
+  matrix64_resize(dst, n, n);
+  Eigen::Map<RowMajor>(dst->data, n, n)(order, order) = result;
 }
 
 t_complex64list eigenvalues(const _matrix64 *matrix) {

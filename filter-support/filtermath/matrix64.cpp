@@ -18,13 +18,13 @@ bool same_shape(const _matrix64 *a, const _matrix64 *b) {
   return a->cols == b->cols && a->rows == b->rows;
 }
 
+int64_t full_count(const _matrix64 *matrix) { return int64_t{matrix->cols} * matrix->rows; }
+
 // Whether leaving out the zeros changes no element of the product: 0 times what is
-// not finite is not 0. The product must not be one of the factors, and have its size.
+// not finite is not 0. The product must not be one of the factors.
 bool is_plain(const _matrix64 *product, const _matrix64 *a, const _matrix64 *b) {
-  return product != a && product != b &&
-         product->capacity == int64_t{product->cols} * product->rows &&
-         filtermath::all_finite(a->data, int64_t{a->cols} * a->rows) &&
-         filtermath::all_finite(b->data, int64_t{b->cols} * b->rows);
+  return product != a && product != b && filtermath::all_finite(a->data, full_count(a)) &&
+         filtermath::all_finite(b->data, full_count(b));
 }
 
 }  // namespace
@@ -76,10 +76,14 @@ void matrix64_identity(_matrix64 *matrix, int32_t n) {
 
 int matrix64_multiply(_matrix64 *product, const _matrix64 *a, const _matrix64 *b, bool checked) {
   if (a->cols != b->rows) return -1;
+  const bool plain = (checked || a->rows == 1 || a->rows == b->cols) && is_plain(product, a, b);
+  // Memory is asked for before the product changes.
+  const auto runs =
+      plain ? filtermath::runs_of(b->data, b->rows, b->cols) : std::vector<filtermath::Run>();
   matrix64_resize(product, b->cols, a->rows);
   matrix64_clear(product);
-  if ((checked || a->rows == 1 || a->rows == b->cols) && is_plain(product, a, b)) {
-    filtermath::add_product(a->data, b->data, product->data, a->rows, a->cols, b->cols);
+  if (plain && product->capacity == full_count(product)) {
+    filtermath::add_product(a->data, b->data, runs, product->data, a->rows, a->cols, b->cols);
     return 0;
   }
   const int32_t row_length = checked ? b->cols : a->rows;
@@ -124,9 +128,10 @@ void matrix64_transpose(const _matrix64 *src, _matrix64 *dst) {
 
 int matrix64_inverse(_matrix64 *dst, const _matrix64 *src) {
   if (src->cols != src->rows) return -1;
-  const int32_t n = src->cols;
-  matrix64_resize(dst, n, n);
-  if (n > 0) filtermath::inverse(src->data, dst->data, n);
+  if (src->cols > 0)
+    filtermath::inverse(dst, src);
+  else
+    matrix64_resize(dst, src->cols, src->rows);
   return 0;
 }
 

@@ -1,4 +1,10 @@
-/** Dense matrices of doubles. Shapes are columns by rows. */
+/**
+ * Dense matrices of doubles. Shapes are columns by rows.
+ *
+ * Any shape will do, also without columns or rows. Exhausted memory raises
+ * std::bad_alloc; every operation's destination is then as it was, in shape,
+ * storage and elements.
+ */
 #ifndef FILTERMATH_MATRIX64_H
 #define FILTERMATH_MATRIX64_H
 
@@ -26,7 +32,6 @@ void matrix64_free(_matrix64 *matrix);
 /**
  * Reshapes a matrix. The same shape again changes nothing. Elements keep their
  * place in memory, not their row and column; elements gained are 0.0.
- * On exhausted memory the matrix is as it was.
  */
 void matrix64_resize(_matrix64 *matrix, int32_t cols, int32_t rows);
 

@@ -4,14 +4,6 @@
 #include "internal.h"
 
 namespace filtermath {
-namespace {
-
-// Elements `begin` to `end` - 1 of a row, none of them zero. One that begins at the
-// row's end is none, and closes the row.
-struct Run {
-  int32_t begin;
-  int32_t end;
-};
 
 std::vector<Run> runs_of(const double *matrix, int32_t rows, int32_t cols) {
   const auto zero = [](double element) { return element == 0.0; };
@@ -31,12 +23,9 @@ std::vector<Run> runs_of(const double *matrix, int32_t rows, int32_t cols) {
   return runs;
 }
 
-}  // namespace
-
 // Row by row, so that the innermost loop walks along rows. What is left out adds zero.
-void add_product(const double *a, const double *b, double *sum, int32_t rows, int32_t inner,
-                 int32_t cols) {
-  const std::vector<Run> runs = runs_of(b, inner, cols);
+void add_product(const double *a, const double *b, const std::vector<Run> &runs, double *sum,
+                 int32_t rows, int32_t inner, int32_t cols) {
   for (int32_t row = 0; row < rows; ++row, sum += cols) {
     const Run *run = runs.data();
     const double *factors = b;
