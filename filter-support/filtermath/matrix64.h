@@ -86,9 +86,22 @@ int matrix64_multiply_correctly(_matrix64 *product, const _matrix64 *a, const _m
 void matrix64_transpose(const _matrix64 *src, _matrix64 *dst);
 
 /**
- * dst = src^-1, through LU decomposition with partial pivoting ([GvL] 3.4).
- * dst may be src. A singular src yields elements that are not finite. Time
- * grows with the cube of the size.
+ * dst = src^-1, block by block. dst may be src. Time grows with the cube of the
+ * size.
+ *
+ * A block are rows that lead to each other, row i leading to j where element
+ * (column j, row i) is not 0: the strongly connected components. Each is inverted
+ * through LU decomposition with partial pivoting ([GvL] 3.4), and what joins it to
+ * the blocks that it leads to follows by substitution. Without rounding this is
+ * the inverse of the whole. With rounding, elements that are 0 by the pattern of
+ * src alone are exactly 0.0, and the scale of one block costs another no digits. A
+ * matrix without such zeros is a single block.
+ *
+ * Nothing tests for a singular src. Where elimination meets a pivot of exactly 0,
+ * elements that are not finite fill the rows of that block, up to its own columns,
+ * and spread to the rows that lead to it; other rows are what they are without it.
+ * A NaN in src does the same. A pivot that only rounding keeps from 0 makes those
+ * elements finite, large and meaningless.
  *
  * @return 0, or -1 when src is not square (dst untouched)
  */

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "filtermath/internal.h"
 #include "support.h"
@@ -78,12 +79,46 @@ TEST(IrreducibleInverse, TimesTheMatrixIsTheIdentity) {
       EXPECT_NEAR(matrix64_get(product.get(), column, row), row == column ? 1.0 : 0.0, 1e-10);
 }
 
-TEST(IrreducibleInverse, OfASingularBlockIsNotFinite) {
-  const support::Matrix matrix(cascade(3, 0.9, 0.3, 0.5));
-  for (int32_t i = 2; i < 4; ++i)
-    for (int32_t j = 2; j < 4; ++j) matrix64_set(matrix.get(), i, j, 1.0);
-  ASSERT_EQ(matrix64_inverse(matrix.get(), matrix.get()), 0);
-  EXPECT_FALSE(std::isfinite(matrix64_get(matrix.get(), 2, 2)));
+// Row 0 stands alone. Rows 1 and 2 are the block, and lead to 0. Row 3 leads to 0 and
+// 4 to the block.
+TEST(IrreducibleInverse, OfASingularBlockIsNotFiniteInRowsThatLeadToIt) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  using Block = std::vector<double>;
+  for (const Block &block : {Block{1, 2, 2, 4}, Block{nan, 1, 1, 1}}) {
+    const support::Matrix m = support::matrix({{2, 0, 0, 0, 0},
+                                               {1, block[0], block[1], 0, 0},
+                                               {0, block[2], block[3], 0, 0},
+                                               {1, 0, 0, 4, 0},
+                                               {0, 1, 0, 0, 5}});
+    ASSERT_EQ(matrix64_inverse(m.get(), m.get()), 0);
+    const std::vector<double> found = support::stored(m.get());
+    const auto row = [&](std::ptrdiff_t index) {
+      return std::vector<double>(found.begin() + 5 * index, found.begin() + 5 * (index + 1));
+    };
+    EXPECT_EQ(row(0), (std::vector<double>{0.5, 0, 0, 0, 0}));
+    EXPECT_EQ(row(3), (std::vector<double>{-0.125, 0, 0, 0.25, 0}));
+    for (const std::ptrdiff_t spoilt : {1, 2, 4}) {
+      EXPECT_FALSE(std::isfinite(row(spoilt)[1]) && std::isfinite(row(spoilt)[2])) << spoilt;
+      EXPECT_EQ(row(spoilt)[3], 0.0) << spoilt;
+    }
+    EXPECT_EQ(row(4)[4], 0.2);
+  }
+}
+
+// 1e200 and 1e-200 would not survive one elimination of the whole.
+TEST(IrreducibleInverse, OfOneBlockDoesNotDependOnTheScaleOfAnother) {
+  const support::Matrix m = support::matrix(
+      {{4e200, 7e200, 0, 0}, {2e200, 6e200, 0, 0}, {1, 0, 4e-200, 7e-200}, {0, 1, 2e-200, 6e-200}});
+  const support::Matrix inverse(matrix64_new());
+  ASSERT_EQ(matrix64_inverse(inverse.get(), m.get()), 0);
+  const double expected[] = {0.6, -0.7, -0.2, 0.4};
+  for (int32_t row = 0; row < 2; ++row)
+    for (int32_t column = 0; column < 2; ++column) {
+      const double element = expected[2 * row + column];
+      EXPECT_NEAR(matrix64_get(inverse.get(), column, row) * 1e200, element, 1e-15);
+      EXPECT_NEAR(matrix64_get(inverse.get(), column + 2, row + 2) * 1e-200, element, 1e-15);
+      EXPECT_EQ(matrix64_get(inverse.get(), column + 2, row), 0.0);
+    }
 }
 
 // A QR iteration on the whole matrix is off by more than 1 here.
