@@ -43,7 +43,8 @@ t_zpk *zpk_new(void);
 
 /**
  * Makes a record from flat root arrays, copied in their order.
- * @param zcount, pcount  in doubles, even; 0 goes with a null array
+ * @param zcount, pcount  in doubles, even; 0 goes with a null array. With an odd one
+ *                        the last root's imaginary part is read from behind it.
  */
 t_zpk *zpk_new_init(const double *zeros, int64_t zcount, const double *poles, int64_t pcount,
                     double gain);

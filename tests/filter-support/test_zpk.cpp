@@ -36,6 +36,30 @@ TEST(Zpk, PolesAreReadLikeZerosAndApartFromThem) {
   EXPECT_EQ(record->gain, -1.5);
 }
 
+// The count stops the list, not a root in the middle.
+TEST(Zpk, TheLastRootOfAnOddCountIsReadWhole) {
+  const double roots[] = {3.0, -1.0, 1.0, 0.5, 2.0, 5.0};
+  const t_complex64list all = {{3.0, -1.0}, {1.0, 0.5}, {2.0, 5.0}};
+  for (int64_t count = 1; count <= 5; count += 2) {
+    const t_complex64list expected(all.begin(), all.begin() + (count + 1) / 2);
+    const Zpk of_zeros(zpk_new_init(roots, count, nullptr, 0, 1.0));
+    EXPECT_EQ(of_zeros->zeros, expected) << count;
+    EXPECT_TRUE(of_zeros->poles.empty());
+    const Zpk of_poles(zpk_new_init(nullptr, 0, roots, count, 1.0));
+    EXPECT_EQ(of_poles->poles, expected) << count;
+    EXPECT_TRUE(of_poles->zeros.empty());
+  }
+}
+
+TEST(Zpk, ACountBelowZeroIsNone) {
+  const double roots[] = {3.0, -1.0};
+  for (const int64_t count : {-1, -2}) {
+    const Zpk record(zpk_new_init(roots, count, roots, count, 1.0));
+    EXPECT_TRUE(record->zeros.empty());
+    EXPECT_TRUE(record->poles.empty());
+  }
+}
+
 TEST(Zpk, TheRecordKeepsCopiesOfTheRoots) {
   double poles[] = {0.5, 0.25};
   const Zpk record(zpk_new_init(nullptr, 0, poles, 2, 1.0));

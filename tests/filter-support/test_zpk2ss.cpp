@@ -110,6 +110,67 @@ TEST(Zpk2ss, TheLastZerosMeetTheFirstPoles) {
   EXPECT_EQ(stored(ss->d), Values{1.0});
 }
 
+void expect_the_same_model(const Model &ss, const Model &other) {
+  EXPECT_EQ(stored(ss->a), stored(other->a));
+  EXPECT_EQ(stored(ss->b), stored(other->b));
+  EXPECT_EQ(stored(ss->c), stored(other->c));
+  EXPECT_EQ(stored(ss->d), stored(other->d));
+}
+
+const t_complex64list two_pole_pairs = {{-1.0, 1.0}, {-1.0, -1.0}, {-2.0, 2.0}, {-2.0, -2.0}};
+
+TEST(Zpk2ss, TheFirstOfAnOddNumberOfZerosIsNotUsed) {
+  const t_complex64list one = {7.0};
+  const t_complex64list three = {7.0, 3.0 * j, -3.0 * j};
+  const auto without_first = [](t_complex64list zeros) {
+    zeros.erase(zeros.begin());
+    return zeros;
+  };
+  for (const t_complex64list &poles : {two_pole_pairs, t_complex64list{-0.5, {-1, 1}, {-1, -1}}})
+    for (const t_complex64list &zeros : {one, three})
+      expect_the_same_model(realised(zpk(zeros, poles, 3.0)),
+                            realised(zpk(without_first(zeros), poles, 3.0)));
+}
+
+TEST(Zpk2ss, OfMoreZerosThanPolesTheLastAreUsed) {
+  const t_complex64list poles = {{-1.0, 1.0}, {-1.0, -1.0}};
+  expect_the_same_model(realised(zpk({5.0 * j, -5.0 * j, 3.0 * j, -3.0 * j}, poles)),
+                        realised(zpk({3.0 * j, -3.0 * j}, poles)));
+  expect_the_same_model(realised(zpk({3.0 * j, -3.0 * j}, {-0.5})), realised(zpk({}, {-0.5})));
+}
+
+// Sorted, all upper members come before all lower ones; their sections would be of
+// other poles than these, since what is not conjugate has no real coefficients.
+TEST(Zpk2ss, PolePairsOfOneRealPartStayConjugate) {
+  const Zpk filter = zpk({}, {{-1.0, 1.0}, {-1.0, -1.0}, {-1.0, 3.0}, {-1.0, -3.0}}, 2.0);
+  const Model ss = realised(filter);
+  EXPECT_TRUE(close(matrix64_get(ss->a, 0, 0), -2.0, 1e-15));
+  EXPECT_TRUE(close(matrix64_get(ss->a, 0, 1), std::sqrt(10.0), 1e-15)) << "the farther pair";
+  EXPECT_TRUE(close(matrix64_get(ss->a, 2, 2), -2.0, 1e-15));
+  EXPECT_TRUE(close(matrix64_get(ss->a, 2, 3), std::sqrt(2.0), 1e-15));
+  for (const double w : {0.0, 0.7, 3.0, 9.0})
+    EXPECT_TRUE(close(response(ss, w * j), response(filter, w * j), 1e-13)) << w;
+}
+
+TEST(Zpk2ss, RepeatedPolePairsStayConjugate) {
+  const Complex pole = {-1.0, 2.0};
+  const Zpk filter = zpk({}, {pole, pole, pole, std::conj(pole), std::conj(pole), std::conj(pole)});
+  const Model ss = realised(filter);
+  for (const int32_t section : {0, 2, 4})
+    EXPECT_TRUE(close(matrix64_get(ss->a, section, section + 1), std::sqrt(5.0), 1e-15));
+  for (const double w : {0.0, 0.7, 3.0})
+    EXPECT_TRUE(close(response(ss, w * j), response(filter, w * j), 1e-13)) << w;
+}
+
+TEST(Zpk2ss, APoleOfWhichOnlyTheRealPartIsANumberIsReal) {
+  const Complex half = {-2.0, not_a_number};
+  const t_complex64list pair = {{-1.0, 1.0}, {-1.0, -1.0}};
+  expect_the_same_model(realised(zpk({}, {half, pair[0], pair[1]})),
+                        realised(zpk({}, {-2.0, pair[0], pair[1]})));
+  expect_the_same_model(realised(zpk({}, {half, -3.0, pair[0], pair[1]})),
+                        realised(zpk({}, {-2.0, -3.0, pair[0], pair[1]})));
+}
+
 TEST(Zpk2ss, ASectionWithoutZerosHidesTheStatesBeforeIt) {
   const Model ss = realised(
       zpk({3.0 * j, -3.0 * j}, {{-1.0, 1.0}, {-1.0, -1.0}, {-2.0, 2.0}, {-2.0, -2.0}}, 6.0));
