@@ -189,6 +189,22 @@ TEST(Matrix64, TheRightQuotientOfARowIsARow) {
   EXPECT_TRUE(close(stored(x.get()), {1.0, 3.0}, 1e-15));
 }
 
+// The product behind it is not checked: rows of the result are as far apart as the
+// dividend has rows. What falls outside is dropped, what overlaps is added.
+TEST(Matrix64, TheRightQuotientOfAnOblongDividendIsLaidOutByItsRows) {
+  const Matrix tall = matrix({{2.0, 4.0}, {6.0, 8.0}, {10.0, 12.0}});
+  const Matrix x(matrix64_new());
+  EXPECT_EQ(matrix64_divide_right(x.get(), tall.get(), matrix({{2.0, 0.0}, {0.0, 4.0}}).get()), 0);
+  expect_shape(x, 2, 3);
+  EXPECT_EQ(stored(x.get()), (Values{1.0, 1.0, 0.0, 3.0, 2.0, 0.0}));
+
+  const Matrix wide = matrix({{2.0, 4.0, 8.0}, {6.0, 8.0, 16.0}});
+  const Matrix b = matrix({{2.0, 0.0, 0.0}, {0.0, 4.0, 0.0}, {0.0, 0.0, 8.0}});
+  EXPECT_EQ(matrix64_divide_right(x.get(), wide.get(), b.get()), 0);
+  expect_shape(x, 3, 2);
+  EXPECT_EQ(stored(x.get()), (Values{1.0, 1.0, 1.0 + 3.0, 2.0, 2.0, 0.0}));
+}
+
 TEST(Matrix64, AQuotientMayReplaceItsDivisor) {
   const Matrix b = matrix({{1.0, 0.0}, {0.0, 3.0}});
   const Matrix left = matrix({{2.0, 0.0}, {0.0, 4.0}});

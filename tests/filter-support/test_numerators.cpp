@@ -194,4 +194,13 @@ TEST(Chebyshev2Numerator, WithoutFeedThroughComesBackAllTheSame) {
   EXPECT_EQ(chebyshev2_numerator(model({{0.5}}, {1.0}, {1.0}, 0.0)).size(), 2u);
 }
 
+TEST(ButterworthNumerator, ComparesResponsesByIdentity) {
+  for (const char *text : {"highpass", "bandpass", "bandstop"}) {
+    t_symbol lookalike{text};
+    Flat num;
+    filtermath_buttnum(&lookalike, 2, second.data(), nonsense, &num.data, &num.count, 1.0);
+    EXPECT_EQ(num.values(), butterworth_numerator("lowpass", 2, second, 1.0)) << text;
+  }
+}
+
 }  // namespace

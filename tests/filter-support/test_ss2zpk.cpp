@@ -188,6 +188,35 @@ TEST(BothRoutes, OfAModelThatIsNotFiniteFindPolesThatAreNoNumbers) {
   }
 }
 
+// 0.5 +- sqrt(-product) of what ties two states to each other.
+TEST(BothRoutes, KeepImaginaryPartsHoweverSmall) {
+  for (const double imaginary : {1e-7, 1e-10, 1e-15, 1e-30, 1e-100}) {
+    const Model ss =
+        model({{0.5, -imaginary * imaginary}, {1.0, 0.5}}, {1.0, 0.0}, {1.0, 1.0}, 0.3);
+    for (const Found &found : {general_route(ss), shortcut(ss, "lowpass")}) {
+      ASSERT_EQ(found.poles.size(), 2u);
+      for (const Complex pole : found.poles) {
+        EXPECT_EQ(pole.real(), 0.5);
+        EXPECT_NEAR(std::abs(pole.imag()) / imaginary, 1.0, 1e-15);
+      }
+      EXPECT_EQ(found.poles[0], std::conj(found.poles[1]));
+    }
+  }
+}
+
+TEST(Shortcut, ComparesResponsesByIdentity) {
+  for (const char *text : {"highpass", "bandpass", "bandstop"}) {
+    t_symbol lookalike{text};
+    const Model ss = diagonal(2);
+    Flat zeros;
+    Flat poles;
+    double gain = 0.0;
+    filtermath_ss2zpk_butterworth(ss.get(), &lookalike, &zeros.data, &zeros.count, &poles.data,
+                                  &poles.count, &gain, 1.0);
+    EXPECT_EQ(zeros.roots(), (std::vector<Complex>{-1.0, -1.0})) << text;
+  }
+}
+
 TEST(BothRoutes, FindPolesInConjugatePairs) {
   const Model ss = digital(butterworth(6));
   for (const Found &found : {general_route(ss), shortcut(ss, "lowpass")}) {
