@@ -165,6 +165,17 @@ TEST(JoinedConjugates, LeaveARealRootBetweenThemLast) {
   EXPECT_EQ(roots, (t_complex64list{a, std::conj(a), 0.0}));
 }
 
+// Either part that is no number leaves a root without an order.
+TEST(SortedRoots, EndWithThoseThatHaveNoOrder) {
+  t_complex64list roots{{2, NAN}, {1, -1}, {NAN, 5}, {1, 1}, {0, NAN}, {-3, 0}};
+  filtermath::sort_roots(roots);
+  EXPECT_EQ((t_complex64list{roots.begin(), roots.begin() + 3}),
+            (t_complex64list{{-3, 0}, {1, 1}, {1, -1}}));
+  EXPECT_EQ(roots[3].real(), 2.0);
+  EXPECT_TRUE(std::isnan(roots[4].real()));
+  EXPECT_EQ(roots[5].real(), 0.0);
+}
+
 TEST(JoinedConjugates, EndWithNaNs) {
   t_complex64list roots{{1, 1}, {1, -1}, {NAN, NAN}, {NAN, NAN}};
   filtermath::join_conjugates(roots);

@@ -49,6 +49,13 @@ TEST(Matrix64, TheFirstReshapeMakesZeros) {
   EXPECT_EQ(stored(m.get()), Values(6, 0.0));
 }
 
+TEST(Matrix64, TheFirstReshapeMakesStorageForNothingToo) {
+  const Matrix m(matrix64_new());
+  matrix64_resize(m.get(), 0, 0);
+  EXPECT_NE(m->data, nullptr);
+  expect_shape(m, 0, 0);
+}
+
 TEST(Matrix64, ReshapingToTheSameShapeKeepsStorageAndValues) {
   const Matrix m = matrix({{1.0, 2.0}, {3.0, 4.0}});
   const double *const before = m->data;

@@ -188,6 +188,15 @@ TEST(Zpk2ss, ADoublePoleAtTheOriginIsNotScaled) {
   EXPECT_EQ(stored(ss->c), (Values{0.0, 3.0}));
 }
 
+TEST(Zpk2ss, APairAsNearTheOriginAsCanBeIsScaled) {
+  for (const double magnitude : {1e-7, 1e-30, 1e-150}) {
+    const Model ss = realised(
+        zpk({}, {{-0.6 * magnitude, 0.8 * magnitude}, {-0.6 * magnitude, -0.8 * magnitude}}));
+    EXPECT_NEAR(matrix64_get(ss->a, 0, 1) / magnitude, 1.0, 1e-15);
+    EXPECT_NEAR(matrix64_get(ss->c, 1, 0) * magnitude, 1.0, 1e-15);
+  }
+}
+
 TEST(Zpk2ss, AFilterWithoutPolesIsItsGain) {
   const Model ss = realised(zpk({}, {}, -2.5));
   expect_shapes(ss, 0);
