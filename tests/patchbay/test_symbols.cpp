@@ -80,10 +80,26 @@ TEST(AlikeSymbols, AreDifferentOnes) {
   const std::vector<std::string> texts = {base,          base + "x",    base + "y", base + "Y",
                                           base + "\xc3", base + "\xc4", "",         " "};
   for (const std::string &text : texts) {
-    EXPECT_EQ(runtime::intern(text.c_str())->name, text);
-    distinct.insert(runtime::intern(text.c_str()));
+    t_symbol *symbol = runtime::intern(text.c_str());
+    EXPECT_EQ(symbol->name, text);
+    EXPECT_EQ(interned_from_elsewhere(text.c_str()), symbol);
+    distinct.insert(symbol);
   }
   EXPECT_EQ(distinct.size(), texts.size());
+}
+
+// A new symbol with a text that somebody typed would be a second one of that text.
+TEST(UniqueSymbols, AreTheOnlyOnesOfTheirText) {
+  const std::string last = runtime::unique_symbol()->name;
+  const std::size_t digits = last.find_first_of("0123456789");
+  ASSERT_NE(digits, std::string::npos);
+  const int number = std::stoi(last.substr(digits));
+  for (int i = 1; i <= 10; ++i)
+    runtime::intern((last.substr(0, digits) + std::to_string(number + i)).c_str());
+  for (int i = 0; i < 20; ++i) {
+    t_symbol *unique = runtime::unique_symbol();
+    EXPECT_EQ(interned_from_elsewhere(unique->name), unique) << unique->name;
+  }
 }
 
 }  // namespace
