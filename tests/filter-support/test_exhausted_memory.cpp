@@ -216,4 +216,10 @@ TEST(ExhaustedMemory, LeavesTheCoefficientsOfACharacteristicPolynomial) {
   }
 }
 
+TEST(Memory, OfAModelIsReleasedWithIt) {
+  const long alive = blocks_alive;
+  model({{1.0, 2.0}, {3.0, 4.0}}, {5.0, 6.0}, {7.0, 8.0}, 9.0).reset();
+  EXPECT_EQ(blocks_alive, alive);
+}
+
 }  // namespace
