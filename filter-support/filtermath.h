@@ -38,7 +38,8 @@
  *   the same time if the memory calls that they run on allow it.
  *
  * Storage comes from the memory calls of brontal/memory.h, except for `t_zpk`
- * and lists of complex values, which come from the C++ allocator.
+ * and lists of complex values, which come from the C++ allocator. A block of no
+ * elements may be null, as those calls may give none for 0 bytes.
  *
  * Books cited: [OS] Oppenheim and Schafer, Discrete-Time Signal Processing,
  * 3rd edition. [PB] Parks and Burrus, Digital Filter Design. [EvD] Emami-Naeini

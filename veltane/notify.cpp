@@ -22,7 +22,9 @@ void normalize_frequencies(t_veltane *x) {
     object_error(x, "oops -- haven't implemented support for radians yet");
     return;
   }
-  const bool hertz = x->units == gensym("hertz");
+  const t_symbol *in_hertz = gensym("hertz");
+  if (in_hertz == nullptr) return;  // rather the old cutoffs than Hz read as fractions
+  const bool hertz = x->units == in_hertz;
   const double half = static_cast<double>(x->actual_samplerate) * 0.5;
   for (int i = 0; i < 2; ++i)
     x->normalized_frequency[i] =

@@ -44,9 +44,11 @@ void matrix64_resize(_matrix64 *matrix, int32_t cols, int32_t rows) {
   if (matrix->cols == cols && matrix->rows == rows && matrix->data != nullptr) return;
   const int32_t count = element_count(cols, rows);
   const t_long size = t_long{count} * static_cast<t_long>(sizeof(double));
-  void *data = matrix->data == nullptr ? sysmem_newptrclear(size)
-                                       : sysmem_resizeptrclear(matrix->data, size);
-  if (data == nullptr) throw std::bad_alloc();
+  // Hosts differ in what becomes of a block that is resized to nothing.
+  const bool afresh = matrix->data == nullptr || count == 0;
+  void *data = afresh ? sysmem_newptrclear(size) : sysmem_resizeptrclear(matrix->data, size);
+  if (data == nullptr && count != 0) throw std::bad_alloc();
+  if (afresh && matrix->data != nullptr) sysmem_freeptr(matrix->data);
   matrix->data = static_cast<double *>(data);
   matrix->cols = cols;
   matrix->rows = rows;

@@ -1,6 +1,6 @@
 // When an operation of the host fails, or memory runs out, the box carries on:
-// no exception reaches the host, nothing leaks, and what is published is whole
-// or empty.
+// no exception reaches the host, nothing leaks, what is published is whole or
+// empty, and a filter that is published goes for no less than the next one.
 
 #include <dlfcn.h>
 
@@ -63,7 +63,8 @@ void operator delete(void *memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
-constexpr char exhausted[] = "could not design a filter: out of memory; the dictionary is empty";
+constexpr char exhausted[] =
+    "could not design a filter: out of memory; the dictionary is as it was";
 
 // Every path of a design, with how many keys it publishes.
 struct Case {
@@ -171,6 +172,77 @@ TEST(Memory, SoItDoesInEveryFamily) {
   }
 }
 
+// What a design leaves when the nth call of an operation fails in it.
+struct Left {
+  bool happened;
+  patchbay::Dictionary dictionary;
+  std::vector<std::string> posts;
+  std::size_t sent;
+};
+
+Left fail_in_design(const std::string &operation, std::size_t nth) {
+  std::ostringstream printed;
+  patchbay::Host host(printed);
+  host.load(VELTANE_MODULE);
+  const Box box = host.make("veltane name: here tf_output: 1");
+  host.send(box, "bang");
+  host.set(box, "order", {t_long{4}});
+  Left left{};
+  host.listen(box, 0, [&](const std::string &, const Values &) { ++left.sent; });
+  host.fail(operation, nth);
+  host.send(box, "bang");
+  left.happened = host.forget_failures() == 0;
+  left.dictionary = host.dictionary("here").value();
+  for (const patchbay::Post &post : host.posts()) left.posts.push_back(post.text);
+  return left;
+}
+
+TEST(Memory, AFailedDesignAnnouncesNothingAndKeepsTheFilterThatIsThere) {
+  const patchbay::Dictionary before = right({"tf_output: 1", 10});
+  const patchbay::Dictionary after = right({"tf_output: 1 order: 4", 10});
+  std::size_t kept = 0;
+  std::size_t emptied = 0;
+  for (const std::string &operation : patchbay::Host::operations()) {
+    // Releasing, posting and sending take no part in a filter; what a message to an
+    // object yields is not promised, and the cutoffs are stored anew, not changed.
+    if (operation == "sysmem_freeptr" || operation == "object_free" ||
+        operation == "object_error" || operation == "outlet_anything" ||
+        operation == "object_method_imp" || operation == "object_attr_setdouble_array")
+      continue;
+    for (std::size_t nth = 1;; ++nth) {
+      SCOPED_TRACE(operation + ", call " + std::to_string(nth));
+      const Left left = fail_in_design(operation, nth);
+      if (!left.happened) {
+        EXPECT_TRUE(left.dictionary == after);
+        EXPECT_EQ(left.sent, 1U);
+        break;
+      }
+      const bool whole = left.dictionary == after;
+      if (operation == "gensym" && whole) continue;  // the notice did without it
+      EXPECT_EQ(left.sent, 0U);
+      ASSERT_THAT(left.posts, SizeIs(1));
+      const bool memory = operation == "gensym" || operation.starts_with("sysmem_");
+      EXPECT_EQ(left.posts[0].find("out of memory") != std::string::npos, memory) << left.posts[0];
+      const bool as_it_was = left.posts[0].ends_with("; the dictionary is as it was");
+      EXPECT_EQ(as_it_was, left.dictionary == before);
+      EXPECT_EQ(!as_it_was, left.dictionary.empty());
+      EXPECT_EQ(!as_it_was, left.posts[0].ends_with("; the dictionary is empty"));
+      ++(as_it_was ? kept : emptied);
+      if (Test::HasFailure()) return;
+    }
+  }
+  EXPECT_GT(kept, 20U) << "the mathematics asks for memory, and nothing is lost when there is none";
+  EXPECT_GT(emptied, 20U) << "publishing can fail half way";
+}
+
+TEST(Memory, ADictionaryThatCannotBeClearedKeepsItsFilter) {
+  const Left left = fail_in_design("dictionary_clear", 1);
+  EXPECT_TRUE(left.dictionary == right({"tf_output: 1", 10}));
+  EXPECT_THAT(left.posts,
+              testing::ElementsAre("could not design a filter: the host did not clear the "
+                                   "dictionary; the dictionary is as it was"));
+}
+
 TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
   for (const Case &design : cases) {
     const patchbay::Dictionary expected = right(design);
@@ -192,6 +264,13 @@ TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
       }
       host.send(box, "bang");
       EXPECT_TRUE(host.dictionary("here").value() == expected) << "the next design is right";
+      const std::size_t posts = host.posts().size();
+      failed = false;
+      allocations_left = successes - 1;
+      host.send(box, "bang");
+      allocations_left = -1;
+      EXPECT_TRUE(host.dictionary("here").value() == expected) << "the filter stays";
+      EXPECT_EQ(host.posts().size(), posts + (failed ? 1U : 0U));
       // The flag that a design runs is down again: changes schedule designs.
       host.set(box, "order", {t_long{6}});
       EXPECT_EQ(host.run_deferred(), 1U);

@@ -11,10 +11,10 @@ BRONTAL_BEGIN
 
 /**
  * Allocates a block. [main]
- * @param size  in bytes; 0 yields a block that holds nothing and must be
- *              freed all the same
+ * @param size  in bytes; 0 yields null, or a block that holds nothing and must
+ *              be freed all the same: hosts differ
  * @return the block, aligned for any type, its contents undefined; null when
- *         memory is exhausted or size is negative
+ *         memory is exhausted or size is negative, and maybe when it is 0
  */
 BRONTAL_API void *sysmem_newptr(t_long size);
 
@@ -24,7 +24,7 @@ BRONTAL_API void *sysmem_newptrclear(t_long size);
 /**
  * Changes the size of a block; it may move. [main]
  * @param block  from one of these calls; null asks for a new, cleared block
- * @param size   in bytes, as for `sysmem_newptr`
+ * @param size   in bytes, more than 0: hosts differ in what 0 does to the block
  * @return the block at its new place: what it held stays, up to the smaller
  *         of both sizes, and every byte beyond the old size is zero. Null on
  *         failure: then the old block is as it was and still the caller's

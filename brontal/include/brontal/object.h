@@ -61,9 +61,9 @@ BRONTAL_API t_result object_free(void *object);
  * | object     | message                   | arguments             | yields         |
  * |------------|---------------------------|-----------------------|----------------|
  * | attribute  | `common_symbols->getname` | none                  | its name       |
- * | attribute  | "setmethod"               | `t_symbol *which`,    | the attribute  |
+ * | attribute  | "setmethod"               | `t_symbol *which`,    | nothing of use |
  * |            |                           | `t_method m`          |                |
- * | atom array | "setatoms64"              | `t_long count`,       | the atom array |
+ * | atom array | "setatoms64"              | `t_long count`,       | nothing of use |
  * |            |                           | `const t_atom *atoms` |                |
  * | instance   | one without arguments     | none                  | the instance   |
  *
@@ -71,10 +71,13 @@ BRONTAL_API t_result object_free(void *object);
  * `t_attr_setter` and replaces the storing of a value; null restores the
  * default. Reading always yields the stored value, so "get" takes null only.
  *
- * "setatoms64": replaces what the array holds by copies of the atoms.
+ * "setatoms64": replaces what the array holds by copies of the atoms, which may
+ * be null when the count is 0. A host that cannot leaves the array as it was.
  *
  * @return as in the table; null when the object does not understand the
- *         message or failed to carry it out
+ *         message or failed to carry it out. "nothing of use" may be null or
+ *         anything else whether it was carried out or not: some hosts give such
+ *         a message no result, so no module may look at it
  */
 BRONTAL_API void *object_method_imp(void *object, t_symbol *message, ...);
 
