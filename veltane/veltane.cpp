@@ -58,11 +58,26 @@ constexpr AttributeRow attributes[] = {
 
 #undef AT
 
+// The host did not do something that the class needs.
+struct Incomplete {};
+
+void require(t_result result) {
+  if (result != RESULT_OK) throw Incomplete{};
+}
+
+template <typename T>
+T *require(T *given) {
+  if (given == nullptr) throw Incomplete{};
+  return given;
+}
+
+t_symbol *symbol(const char *text) { return require(gensym(text)); }
+
 t_attr *new_attribute(const AttributeRow &row) {
   const auto offset = static_cast<t_long>(row.offset);
   if (std::strcmp(row.name, "frequency") != 0)
-    return attr_offset_new(row.name, gensym(row.type), offset);
-  return attr_offset_array_new(row.name, gensym(row.type), 2, offsetof(t_veltane, frequency_count),
+    return attr_offset_new(row.name, symbol(row.type), offset);
+  return attr_offset_array_new(row.name, symbol(row.type), 2, offsetof(t_veltane, frequency_count),
                                offset);
 }
 
@@ -71,31 +86,48 @@ t_method method(Function *function) {
   return reinterpret_cast<t_method>(function);
 }
 
+void add_property(t_class *c, const AttributeRow &row, const char *property, const char *type,
+                  const char *text) {
+  require(class_attr_addattr_parse(c, row.name, property, symbol(type), text));
+}
+
 void add_attribute(t_class *c, const AttributeRow &row) {
   t_attr *attr = new_attribute(row);
-  if (class_addattr(c, attr) != RESULT_OK) return;
-  if (row.maximum > row.minimum) attr_addfilter_clip(attr, row.minimum, row.maximum, 1, 1);
+  require(class_addattr(c, attr));
+  if (row.maximum > row.minimum) require(attr_addfilter_clip(attr, row.minimum, row.maximum, 1, 1));
   if (std::strcmp(row.name, "name") == 0) {
-    attr = class_attr_get(c, gensym("name"));
-    object_method_imp(attr, gensym("setmethod"), gensym("get"), t_method{nullptr});
-    object_method_imp(attr, gensym("setmethod"), gensym("set"), method(veltane_setname));
+    attr = require(class_attr_get(c, symbol("name")));
+    // What these yield says nothing.
+    object_method_imp(attr, symbol("setmethod"), symbol("get"), t_method{nullptr});
+    object_method_imp(attr, symbol("setmethod"), symbol("set"), method(veltane_setname));
   }
-  if (row.style != nullptr)
-    class_attr_addattr_parse(c, row.name, "style", gensym("symbol"), row.style);
-  if (row.choices != nullptr)
-    class_attr_addattr_parse(c, row.name, "enumvals", gensym("atom"), row.choices);
-  class_attr_addattr_format(c, row.name, "label", gensym("symbol"), "s", gensym_tr(row.label));
-  class_attr_addattr_parse(c, row.name, "category", gensym("symbol"), str_tr(row.category));
-  if (row.basic) class_attr_addattr_parse(c, row.name, "basic", gensym("long"), "1");
+  if (row.style != nullptr) add_property(c, row, "style", "symbol", row.style);
+  if (row.choices != nullptr) add_property(c, row, "enumvals", "atom", row.choices);
+  require(class_attr_addattr_format(c, row.name, "label", symbol("symbol"), "s",
+                                    require(gensym_tr(row.label))));
+  add_property(c, row, "category", "symbol", require(str_tr(row.category)));
+  if (row.basic) add_property(c, row, "basic", "long", "1");
 }
 
 // The class inherits "signal", which means nothing to a box without signal
 // inlets; keep it out of the documentation.
 void hide_signal(t_class *c) {
-  t_hashtab *methods = class_extra_lookup(c, gensym("methods"));
+  t_hashtab *methods = class_extra_lookup(c, symbol("methods"));
   if (methods == nullptr) return;
-  void *signal = hashtab_lookup(methods, gensym("signal"));
-  if (signal != nullptr) object_addattr_parse(signal, "undocumented", gensym("long"), "1");
+  void *signal = hashtab_lookup(methods, symbol("signal"));
+  if (signal != nullptr) require(object_addattr_parse(signal, "undocumented", symbol("long"), "1"));
+}
+
+// Raises Incomplete.
+void describe(t_class *c) {
+  require(class_addmethod(c, method(veltane_bang), "bang", ARGS_NONE));
+  require(class_addmethod(c, method(veltane_dblclick), "dblclick", ARGS_PRIVATE));
+  require(class_addmethod(c, method(veltane_assist), "assist", ARGS_PRIVATE));
+  require(class_addmethod(c, method(veltane_dsp64), "dsp64", ARGS_PRIVATE));
+  require(class_addmethod(c, method(veltane_notify), "notify", ARGS_PRIVATE));
+  for (const AttributeRow &row : attributes) add_attribute(c, row);
+  require(class_dspinit(c));
+  hide_signal(c);
 }
 
 }  // namespace
@@ -104,16 +136,14 @@ void ext_main() {
   t_class *c = class_new("veltane", veltane_new, reinterpret_cast<t_destructor>(veltane_free),
                          sizeof(t_veltane), nullptr, ARGS_VARIABLE, 0);
   common_symbols_init();
-  class_addmethod(c, method(veltane_bang), "bang", ARGS_NONE);
-  class_addmethod(c, method(veltane_dblclick), "dblclick", ARGS_PRIVATE);
-  class_addmethod(c, method(veltane_assist), "assist", ARGS_PRIVATE);
-  class_addmethod(c, method(veltane_dsp64), "dsp64", ARGS_PRIVATE);
-  class_addmethod(c, method(veltane_notify), "notify", ARGS_PRIVATE);
-  for (const AttributeRow &row : attributes) add_attribute(c, row);
-  class_dspinit(c);
-  hide_signal(c);
+  try {
+    describe(c);
+  } catch (const Incomplete &) {
+    return;  // a class that lacks a message or an attribute is not for users
+  }
+  // First, so that the host may make boxes from the registration on.
   s_veltane_class = c;
-  class_register(common_symbols->box, c);
+  if (class_register(common_symbols->box, c) != RESULT_OK) s_veltane_class = nullptr;
 }
 
 t_long whole_hertz(double samplerate) {

@@ -127,6 +127,17 @@ void live(patchbay::Host &host, const Case &design) {
   host.free(box);
 }
 
+// A class that is offered is whole.
+void expect_whole(const patchbay::Host &host) {
+  const std::vector<std::string> classes = host.classes();
+  if (std::find(classes.begin(), classes.end(), "veltane") == classes.end()) return;
+  const auto attributes = host.attributes("veltane");
+  EXPECT_THAT(attributes, SizeIs(12));
+  for (const auto &attribute : attributes)
+    for (const char *property : {"label", "category"})
+      EXPECT_THAT(attribute.property(property), SizeIs(1)) << attribute.name;
+}
+
 // Makes the nth call of an operation fail, in the loading of the module or, with
 // it loaded, in the life of a box. @return whether there was an nth call
 bool fail(const std::string &operation, std::size_t nth, bool loading, const Case &design,
@@ -138,6 +149,7 @@ bool fail(const std::string &operation, std::size_t nth, bool loading, const Cas
   host.fail(operation, nth);
   try {
     if (loading) host.load(VELTANE_MODULE);
+    expect_whole(host);
     live(host, design);
   } catch (const patchbay::Error &) {
     // There is no class, or no box, without the operation that failed.
@@ -169,6 +181,32 @@ TEST(Memory, SoItDoesInEveryFamily) {
     for (const std::string &operation : patchbay::Host::operations())
       for (std::size_t nth = 1; fail(operation, nth, false, design, expected); nth += 1 + nth / 4)
         if (Test::HasFailure()) return;
+  }
+}
+
+// All that the class is made of, but for three: what an object yields for a message
+// is not promised, without a table of messages there is nothing to hide in it, and the
+// common symbols are there from the first host of the process on.
+TEST(Memory, AClassThatIsNotWholeIsNotOffered) {
+  for (const std::string &operation : patchbay::Host::operations()) {
+    if (operation == "object_method_imp" || operation == "class_extra_lookup" ||
+        operation == "hashtab_lookup" || operation == "common_symbols_init")
+      continue;
+    bool happened = true;
+    for (std::size_t nth = 1; happened && !Test::HasFailure(); ++nth) {
+      SCOPED_TRACE(operation + ", call " + std::to_string(nth));
+      std::ostringstream printed;
+      patchbay::Host host(printed);
+      host.fail(operation, nth);
+      host.load(VELTANE_MODULE);
+      happened = host.forget_failures() == 0;
+      EXPECT_EQ(host.classes().size(), happened ? 1U : 2U);
+      if (happened) {
+        EXPECT_THROW(host.make("veltane"), patchbay::Error);
+        EXPECT_EQ(object_new_typed(gensym("box"), gensym("veltane"), 0, nullptr), nullptr);
+      }
+      EXPECT_THAT(host.close(), IsEmpty());
+    }
   }
 }
 

@@ -115,7 +115,8 @@ BRONTAL_API t_result class_dspinit(t_class *c);
 BRONTAL_API t_hashtab *class_extra_lookup(t_class *c, t_symbol *table);
 
 /**
- * Opens the class to users. [load]
+ * Opens the class to users, who may make boxes of it from then on; one that was
+ * not registered is nobody's to use, and goes with its module. [load]
  * @param name_space  `common_symbols->box` for classes of boxes
  * @return RESULT_FAILED when the name is taken there
  */
