@@ -201,5 +201,5 @@ t_result object_addattr_parse(void *object, const char *property, t_symbol *type
                                  patchbay::parse_property(type, text != nullptr ? text : ""));
         return RESULT_OK;
       },
-      property, text);
+      property, type, text);
 }

@@ -94,6 +94,43 @@ TEST_F(ChangesTest, AudioIsIgnoredWhenASampleRateIsSet) {
   EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
 }
 
+// 1 Hz is a rate; below it the audio is followed.
+TEST_F(ChangesTest, TheLowestSampleRateOfItsOwnIsOne) {
+  const Box box = butterworth("samplerate: 1 frequency: 0.125");
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+  host.audio_on(24000.0);
+  EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12);
+  for (const t_long follows : {0, -1, -48000}) {
+    host.set(box, "samplerate", {follows});
+    host.set(box, "frequency", {6000.0});
+    EXPECT_NEAR(designed_cutoff(box), 0.5, 1e-12) << follows;
+    host.audio_on(48000.0);
+    EXPECT_NEAR(designed_cutoff(box), 0.25, 1e-12) << follows;
+    host.audio_on(24000.0);
+  }
+}
+
+TEST_F(ChangesTest, RatesAreCutOffTowardsZero) {
+  for (const auto &[rate, whole] : {std::pair(44100.7, 44100.0), std::pair(-44100.7, -44100.0)}) {
+    host.audio_off();
+    host.set_samplerate(rate);
+    const Box made = butterworth();
+    EXPECT_EQ(host.get(made, "frequency"), Values{whole * 0.0625});
+
+    host.set(made, "frequency", {whole * 0.1});
+    EXPECT_NEAR(designed_cutoff(made), 0.2, 1e-12) << rate;
+
+    host.set_samplerate(96000.0);
+    const Box told = butterworth();
+    host.audio_on(rate);  // by "dsp64"
+    host.set(told, "frequency", {whole * 0.1});
+    EXPECT_NEAR(designed_cutoff(told), 0.2, 1e-12) << rate;
+
+    host.set(told, "samplerate", {t_long{0}});  // by a notice
+    EXPECT_NEAR(designed_cutoff(told), 0.2, 1e-12) << rate;
+  }
+}
+
 TEST_F(ChangesTest, AtNoSampleRateCutoffsGoToTheEnds) {
   host.set_samplerate(0.0);
   const Box box = butterworth("frequency: 1000");
@@ -129,6 +166,20 @@ TEST_F(ChangesTest, TheResponseSetsHowManyCutoffsCount) {
   EXPECT_EQ(host.get(box, "frequency").size(), 1U);
 }
 
+TEST_F(ChangesTest, TheResponseSetsTheCountDuringADesignToo) {
+  const Box box = host.make("veltane");
+  std::vector<std::size_t> counts;
+  host.listen(box, 0, [&](const std::string &, const Values &) {
+    for (const char *response : {"bandpass", "highpass", "bandstop"}) {
+      host.set(box, "response", {std::string(response)});
+      counts.push_back(host.get(box, "frequency").size());
+    }
+  });
+  host.send(box, "bang");
+  EXPECT_THAT(counts, ElementsAre(2, 1, 2));
+  EXPECT_EQ(host.run_deferred(), 0U);
+}
+
 // --- which settings are in use
 
 TEST_F(ChangesTest, TheFamilyDecidesWhichLevelIsInUse) {
@@ -141,6 +192,7 @@ TEST_F(ChangesTest, TheFamilyDecidesWhichLevelIsInUse) {
   EXPECT_EQ(in_use("butterworth"), std::pair(false, false));
   EXPECT_EQ(in_use("chebyshev-1"), std::pair(true, false));
   EXPECT_EQ(in_use("chebyshev-2"), std::pair(false, true));
+  EXPECT_EQ(in_use("elliptic"), std::pair(false, false));
 }
 
 // --- scheduling
@@ -163,6 +215,23 @@ TEST_F(ChangesTest, ABurstOfChangesIsOneDesign) {
   EXPECT_EQ(host.run_deferred(), 1U);
   EXPECT_EQ(sent.size(), 1U);
   EXPECT_EQ(host.run_deferred(), 0U);
+}
+
+// The detour over the cutoffs is the one that schedules, and that complains.
+TEST_F(ChangesTest, AChangeOfResponseSchedulesOnceAndComplainsOnce) {
+  const Box box = make("units: radians");
+  const std::size_t before = posted().size();
+  for (const char *response : {"bandpass", "highpass"}) {
+    const std::size_t posts = posted().size();
+    host.start_trace();
+    host.set(box, "response", {std::string(response)});
+    const std::vector<std::string> calls = texts(host.stop_trace());
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "qelem_set()"), 1) << response;
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "qelem_unset()"), 1) << response;
+    EXPECT_EQ(posted().size(), posts + 1) << response;
+  }
+  EXPECT_EQ(before, 1U) << "one for the units themselves";
+  EXPECT_EQ(host.run_deferred(), 1U);
 }
 
 TEST_F(ChangesTest, ADesignSchedulesNoFurtherDesign) {

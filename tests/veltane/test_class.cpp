@@ -97,7 +97,7 @@ TEST(Loading, DescribesTheClassInThisOrder) {
   for (const char *name : {"zpk_output", "sos_output", "tf_output"})
     add(attribute(name, plain(name, "long"), {}, "onoff", "", "Dictionary", false));
   add({"class_dspinit()", "class_extra_lookup(methods)", "hashtab_lookup(signal)",
-       "object_addattr_parse(undocumented, 1)", "class_register(box)"});
+       "object_addattr_parse(undocumented, long, 1)", "class_register(box)"});
   EXPECT_THAT(calls, ElementsAreArray(expected));
   EXPECT_THAT(host.close(), testing::IsEmpty());
 }

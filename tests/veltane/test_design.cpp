@@ -29,6 +29,19 @@ TEST_F(BoxTest, TheThreeSwitchesDecideTheKeys) {
   }
 }
 
+TEST_F(BoxTest, AnythingButZeroSwitchesOn) {
+  const auto off = keys(designed("zpk_output: 0 sos_output: 0 tf_output: 0"));
+  EXPECT_THAT(off, ElementsAre("schema", "response", "topology", "ripple"));
+  for (const t_long on : {t_long{2}, t_long{-1}, t_long{1} << 40}) {
+    EXPECT_EQ(keys(designed(fmt::format("zpk_output: {0} sos_output: {0} tf_output: {0}", on))),
+              keys(designed("zpk_output: 1 sos_output: 1 tf_output: 1")))
+        << on;
+    EXPECT_EQ(keys(designed(fmt::format("zpk_output: 0 sos_output: {} tf_output: 0", on))),
+              keys(designed("zpk_output: 0 sos_output: 1 tf_output: 0")))
+        << on;
+  }
+}
+
 TEST_F(BoxTest, TheDefaultDesignHasTheseKeys) {
   EXPECT_THAT(keys(designed("")), ElementsAre("schema", "response", "topology", "ripple", "zeroes",
                                               "poles", "gain", "cascade"));
@@ -56,6 +69,42 @@ TEST_F(BoxTest, IsDesignedInThisOrder) {
           "dictionary_appendatomarray(poles)", testing::StartsWith("dictionary_appendfloat(gain, "),
           "atomarray_new(0)", "object_method_imp(setatoms64)",
           "dictionary_appendatomarray(cascade)", "outlet_anything(dictionary, 1)"));
+}
+
+// Each list goes through a block of atoms of its own, which is gone before the list
+// is in the dictionary.
+TEST_F(BoxTest, EachListIsPublishedInTheseSteps) {
+  const Box box = make("name: here tf_output: 1");
+  host.start_trace();
+  host.send(box, "bang");
+  const std::vector<std::string> calls = texts(host.stop_trace());
+  const auto filter = published(box);
+  for (const std::string key : {"denominator", "numerator", "zeroes", "poles", "cascade"}) {
+    std::vector<std::string> steps;
+    const std::vector<double> values = numbers(filter, key);
+    steps.push_back(fmt::format("sysmem_newptr({})", values.size() * sizeof(t_atom)));
+    for (const double value : values) steps.push_back(fmt::format("atom_setfloat({})", value));
+    steps.insert(steps.end(), {"object_method_imp(setatoms64)", "sysmem_freeptr()",
+                               "dictionary_appendatomarray(" + key + ")"});
+    const auto end = std::find(calls.begin(), calls.end(), steps.back());
+    ASSERT_GE(static_cast<std::size_t>(end - calls.begin()), steps.size()) << key;
+    ASSERT_NE(end, calls.end()) << key;
+    EXPECT_THAT(std::vector<std::string>(end + 1 - static_cast<long>(steps.size()), end + 1),
+                ElementsAreArray(steps))
+        << key;
+  }
+}
+
+TEST_F(BoxTest, AnEmptyListIsPublishedInTheSameSteps) {
+  const Box box = make("name: here zpk_output: 0");
+  host.start_trace();
+  host.send(box, "bang");
+  const std::vector<std::string> calls = texts(host.stop_trace());
+  const auto end = std::find(calls.begin(), calls.end(), "dictionary_appendatomarray(cascade)");
+  ASSERT_GE(end - calls.begin(), 4);
+  EXPECT_THAT(std::vector<std::string>(end - 4, end),
+              ElementsAre("atomarray_new(0)", "sysmem_newptr(0)", "object_method_imp(setatoms64)",
+                          "sysmem_freeptr()"));
 }
 
 TEST_F(BoxTest, TheNameIsSentAfterAllKeysAreWritten) {
@@ -133,6 +182,29 @@ TEST_F(BoxTest, BandResponsesUseBothCutoffs) {
     EXPECT_NE(numbers(designed("response: " + response + " frequency: 3000 9000"), "poles"),
               numbers(designed("response: " + response + " frequency: 3000 5000"), "poles"))
         << response;
+}
+
+// A bandwidth below 0 turns time around: each pole lies where its inverse would.
+TEST_F(BoxTest, ReversedEdgesMirrorThePolesInTheUnitCircle) {
+  for (const std::string topology : {"butterworth", "chebyshev-1", "chebyshev-2"})
+    for (const std::string response : {"bandpass", "bandstop"}) {
+      const auto poles = [&](const std::string &edges) {
+        return roots_of(numbers(
+            designed(fmt::format("order: 3 stopband_attenuation: 40 topology: {} response: {} "
+                                 "frequency: {}",
+                                 topology, response, edges)),
+            "poles"));
+      };
+      const std::vector<Complex> right = poles("3000 9000");
+      ASSERT_EQ(right.size(), 6U);
+      for (const Complex &pole : poles("9000 3000")) {
+        EXPECT_GT(std::abs(pole), 1.0);
+        const bool mirrored = std::any_of(right.begin(), right.end(), [&](const Complex &other) {
+          return std::abs(1.0 / pole - other) < 1e-9;
+        });
+        EXPECT_TRUE(mirrored) << topology << ' ' << response << ' ' << pole;
+      }
+    }
 }
 
 TEST_F(BoxTest, ABandHasTwiceThePoles) {

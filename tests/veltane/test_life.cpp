@@ -130,6 +130,19 @@ TEST_F(BoxTest, WithoutADictionaryBangDesignsNothingAndSaysSo) {
   EXPECT_THAT(sent, IsEmpty());
 }
 
+// The user asked for this name, and would not look under another.
+TEST_F(BoxTest, ANameThatFailsWhileTheBoxIsMadeIsNotReplaced) {
+  host.fail("dictobj_register");
+  host.start_trace();
+  const Box box = make("name: wanted");
+  const std::vector<std::string> calls = texts(host.stop_trace());
+  EXPECT_THAT(calls, testing::Not(testing::Contains("symbol_unique()")));
+  EXPECT_THAT(calls, testing::Contains("dictobj_register(wanted)").Times(1));
+  EXPECT_EQ(text(box, "name"), "wanted");
+  EXPECT_THAT(posted(), ElementsAre("could not create dictionary named wanted"));
+  EXPECT_THAT(host.dictionary_names(), IsEmpty());
+}
+
 TEST_F(BoxTest, AFreeNameBringsADictionaryBack) {
   const Box box = make("name: here");
   host.fail("dictobj_register");
@@ -158,6 +171,22 @@ TEST_F(BoxTest, ASecondDoubleClickFreesTheFirstViewer) {
   EXPECT_EQ(host.leaks().size(), with_one);
 }
 
+TEST_F(BoxTest, ADoubleClickThatFailsKeepsTheEarlierViewer) {
+  const Box box = make();
+  host.double_click(box);
+  const std::vector<std::string> with_one = host.leaks();
+  host.fail("object_new_typed");
+  host.start_trace();
+  host.double_click(box);
+  EXPECT_THAT(texts(host.stop_trace()),
+              ElementsAre(testing::StartsWith("atom_setsym("), "object_new_typed(box, dict)"));
+  EXPECT_EQ(host.leaks(), with_one);
+  host.start_trace();
+  host.free(box);
+  EXPECT_THAT(texts(host.stop_trace()),
+              ElementsAre("qelem_free()", "object_free()", "object_free()"));
+}
+
 TEST_F(BoxTest, ADoubleClickWithoutADictionaryOpensNothing) {
   const Box box = make("name: here");
   host.fail("dictobj_register");
@@ -180,6 +209,17 @@ TEST_F(BoxTest, AssistExplainsInletAndOutlet) {
   EXPECT_EQ(host.assist(box, ASSIST_INLET, 0), "bang generates filter responses");
   EXPECT_EQ(host.assist(box, ASSIST_OUTLET, 0), "filter coefficients");
   EXPECT_EQ(host.assist(box, ASSIST_OUTLET, 1), "");
+}
+
+TEST_F(BoxTest, AssistTakesEveryInletForTheFirstAndAllElseForOutlets) {
+  const Box box = make();
+  EXPECT_EQ(host.assist(box, ASSIST_INLET, 1), "bang generates filter responses");
+  EXPECT_EQ(host.assist(box, ASSIST_INLET, -1), "bang generates filter responses");
+  for (const t_long io : {-1, 0, 3}) {
+    EXPECT_EQ(host.assist(box, io, 0), "filter coefficients") << io;
+    EXPECT_EQ(host.assist(box, io, 1), "") << io;
+    EXPECT_EQ(host.assist(box, io, -1), "") << io;
+  }
 }
 
 TEST_F(BoxTest, IsFreedInThisOrder) {
