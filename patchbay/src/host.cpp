@@ -11,8 +11,6 @@
 namespace patchbay {
 namespace {
 
-State *alive = nullptr;
-
 t_symbol *symbol(const std::string &text) { return runtime::intern(text.c_str()); }
 
 std::vector<std::string> class_names(const State &s) {
@@ -63,8 +61,6 @@ std::vector<std::string> visible_messages(const t_class &c) {
 
 }  // namespace
 
-State *current_state() { return alive; }
-
 Values AttributeInfo::property(const std::string &wanted) const {
   const auto found = std::find_if(properties.begin(), properties.end(),
                                   [&](const auto &entry) { return entry.first == wanted; });
@@ -73,25 +69,29 @@ Values AttributeInfo::property(const std::string &wanted) const {
 
 Host::Host() : Host(std::cout) {}
 
-Host::Host(std::ostream &out) {
-  if (alive != nullptr) throw Error("there is a host already");
-  state_ = std::make_unique<State>(out);
-  alive = state_.get();
-  register_viewer(*state_);
-}
+Host::Host(std::ostream &out) : state_(std::make_unique<State>(out)) { register_viewer(*state_); }
 
 Host::~Host() {
+  state_->claim.adopt();
   close();
-  alive = nullptr;
+  state_->claim.release();
 }
 
-void Host::load(const std::filesystem::path &module) { load_module(*state_, module); }
+State &Host::own() const {
+  if (!state_->claim.is_own())
+    throw Error(
+        "the host was called from a thread that it does not belong to; only the thread "
+        "that made it may call it");
+  return *state_;
+}
 
-std::vector<std::string> Host::classes() const { return class_names(*state_); }
+void Host::load(const std::filesystem::path &module) { load_module(own(), module); }
+
+std::vector<std::string> Host::classes() const { return class_names(own()); }
 
 std::vector<AttributeInfo> Host::attributes(const std::string &class_name) const {
   std::vector<AttributeInfo> infos;
-  for (const t_attr *attr : class_named(*state_, class_name).attributes)
+  for (const t_attr *attr : class_named(own(), class_name).attributes)
     infos.push_back({as_text(attr->name), as_text(attr->type),
                      static_cast<std::size_t>(attr->maximum), attr->lowest, attr->highest,
                      attr->properties});
@@ -103,23 +103,24 @@ Box Host::make(const std::string &text) {
   if (words.empty()) throw Error("a box needs the name of a class");
   const std::string name = to_text(words.front());
   words.erase(words.begin());
-  const auto box = static_cast<Box>(new_instance(*state_, class_named(*state_, name), words));
+  const auto box = static_cast<Box>(new_instance(own(), class_named(own(), name), words));
   if (box == nullptr) throw Error(fmt::format("a box '{}' could not be made", name));
-  state_->ledger.owned_by_host(box);
-  state_->boxes.push_back(box);
+  own().ledger.owned_by_host(box);
+  own().boxes.push_back(box);
   return box;
 }
 
 void Host::free(Box box) {
-  if (std::find(state_->boxes.begin(), state_->boxes.end(), box) == state_->boxes.end())
+  State &s = own();
+  if (std::find(s.boxes.begin(), s.boxes.end(), box) == s.boxes.end())
     throw Error("there is no such box");
-  destroy(*state_, box, Op::object_free);
+  destroy(s, box, Op::object_free);
 }
 
-std::vector<Box> Host::boxes() const { return state_->boxes; }
+std::vector<Box> Host::boxes() const { return own().boxes; }
 
 std::vector<std::string> Host::close() {
-  State &s = *state_;
+  State &s = own();
   while (!s.boxes.empty()) {
     const Box box = s.boxes.back();
     // One whose destructor is running cannot be freed once more.
@@ -129,13 +130,13 @@ std::vector<std::string> Host::close() {
   if (!s.modules.empty() || s.leaked.empty()) s.leaked = leaks();
   s.queue.clear();
   unload_modules(s);
-  std::vector<std::string> problems = s.violations;
+  std::vector<std::string> problems = violations();
   for (const std::string &leak : s.leaked) problems.push_back(leak + " was never released");
   return problems;
 }
 
 void Host::send(Box box, const std::string &message, const Values &arguments) {
-  State &s = *state_;
+  State &s = own();
   Instance &x = instance_of(s, box);
   const char *type = x.type->name->name;
   const Method *method = find_method(*x.type, symbol(message));
@@ -163,16 +164,16 @@ void Host::send(Box box, const std::string &message, const Values &arguments) {
 }
 
 void Host::double_click(Box box) {
-  const Instance &x = instance_of(*state_, box);
+  const Instance &x = instance_of(own(), box);
   if (const t_method handler = find_private(*x.type, "dblclick"))
-    call_out(*state_, "dblclick", [&] { reinterpret_cast<t_dblclick_handler>(handler)(x.memory); });
+    call_out(own(), "dblclick", [&] { reinterpret_cast<t_dblclick_handler>(handler)(x.memory); });
 }
 
 std::string Host::assist(Box box, t_long io, t_long index) {
-  const Instance &x = instance_of(*state_, box);
+  const Instance &x = instance_of(own(), box);
   char text[BRONTAL_ASSIST_SIZE] = "";
   if (const t_method handler = find_private(*x.type, "assist"))
-    call_out(*state_, "assist", [&] {
+    call_out(own(), "assist", [&] {
       reinterpret_cast<t_assist_handler>(handler)(x.memory, nullptr, io, index, text);
     });
   text[BRONTAL_ASSIST_SIZE - 1] = '\0';  // whatever the module did
@@ -180,11 +181,11 @@ std::string Host::assist(Box box, t_long io, t_long index) {
 }
 
 void Host::notify(Box box, const std::string &notice) {
-  send_notice(*state_, instance_of(*state_, box), symbol(notice), nullptr);
+  send_notice(own(), instance_of(own(), box), symbol(notice), nullptr);
 }
 
 void Host::listen(Box box, std::size_t outlet, Listener listener) {
-  const Instance &x = instance_of(*state_, box);
+  const Instance &x = instance_of(own(), box);
   if (outlet >= x.outlets.size())
     throw Error(fmt::format("'{}' has no outlet {}; it has {}", x.type->name->name, outlet,
                             x.outlets.size()));
@@ -192,35 +193,35 @@ void Host::listen(Box box, std::size_t outlet, Listener listener) {
 }
 
 void Host::set(Box box, const std::string &attribute, const Values &values) {
-  Instance &x = instance_of(*state_, box);
-  set_attribute(*state_, x, attribute_of(x, attribute), values);
+  Instance &x = instance_of(own(), box);
+  set_attribute(own(), x, attribute_of(x, attribute), values);
 }
 
 Values Host::get(Box box, const std::string &attribute) const {
-  const Instance &x = instance_of(*state_, box);
+  const Instance &x = instance_of(own(), box);
   return get_attribute(x, attribute_of(x, attribute));
 }
 
 bool Host::disabled(Box box, const std::string &attribute) const {
-  const Instance &x = instance_of(*state_, box);
+  const Instance &x = instance_of(own(), box);
   return x.disabled.contains(&attribute_of(x, attribute));
 }
 
 std::optional<Dictionary> Host::dictionary(const std::string &name) const {
-  const auto found = state_->dictionaries.find(symbol(name));
-  if (found == state_->dictionaries.end()) return std::nullopt;
+  const auto found = own().dictionaries.find(symbol(name));
+  if (found == own().dictionaries.end()) return std::nullopt;
   return contents(*found->second);
 }
 
 std::vector<std::string> Host::dictionary_names() const {
   std::vector<std::string> texts;
-  for (const auto &[name, dictionary] : state_->dictionaries) texts.push_back(as_text(name));
+  for (const auto &[name, dictionary] : own().dictionaries) texts.push_back(as_text(name));
   std::sort(texts.begin(), texts.end());
   return texts;
 }
 
 std::size_t Host::run_deferred() {
-  State &s = *state_;
+  State &s = own();
   // What a task sets, again or for the first time, waits for the next time.
   const std::uint64_t last = s.last_ticket;
   std::size_t ran = 0;
@@ -234,24 +235,29 @@ std::size_t Host::run_deferred() {
 }
 
 void Host::audio_on(double samplerate) {
-  state_->samplerate = samplerate;
-  state_->audio = true;
-  const auto instances = state_->instances;
+  State &s = own();
+  s.samplerate = samplerate;
+  s.audio = true;
+  const auto instances = s.instances;
   for (Instance *x : instances) {
-    const auto &left = state_->instances;  // a box may free another
-    if (std::find(left.begin(), left.end(), x) != left.end()) send_dsp64(*state_, *x);
+    const auto &left = s.instances;  // a box may free another
+    if (std::find(left.begin(), left.end(), x) != left.end()) send_dsp64(s, *x);
   }
 }
 
-void Host::audio_off() { state_->audio = false; }
+void Host::audio_off() { own().audio = false; }
 
-void Host::set_samplerate(double samplerate) { state_->samplerate = samplerate; }
+void Host::set_samplerate(double samplerate) { own().samplerate = samplerate; }
 
-const std::vector<Post> &Host::posts() const { return state_->posts; }
+const std::vector<Post> &Host::posts() const { return own().posts; }
 
-const std::vector<std::string> &Host::violations() const { return state_->violations; }
+const std::vector<std::string> &Host::violations() const {
+  State &s = own();
+  for (std::string &stray : take_strays()) report(s, std::move(stray));
+  return s.violations;
+}
 
-std::vector<std::string> Host::leaks() const { return state_->ledger.leaks(); }
+std::vector<std::string> Host::leaks() const { return own().ledger.leaks(); }
 
 std::vector<std::string> Host::operations() {
   return {operation_names.begin(), operation_names.end()};
@@ -261,27 +267,31 @@ void Host::fail(const std::string &operation, std::size_t nth) {
   const auto found = std::find(operation_names.begin(), operation_names.end(), operation);
   if (found == operation_names.end())
     throw Error(fmt::format("there is no operation '{}'", operation));
-  state_->faults.armed = true;
-  state_->faults.countdown[static_cast<std::size_t>(found - operation_names.begin())] = nth;
+  Faults &faults = own().faults;
+  faults.armed = true;
+  faults.countdown[static_cast<std::size_t>(found - operation_names.begin())] = nth;
 }
 
 std::size_t Host::forget_failures() {
-  auto &countdown = state_->faults.countdown;
+  Faults &faults = own().faults;
+  auto &countdown = faults.countdown;
   const auto left = std::count_if(countdown.begin(), countdown.end(),
                                   [](std::size_t count) { return count != 0; });
   countdown.fill(0);
-  state_->faults.armed = false;
+  faults.armed = false;
   return static_cast<std::size_t>(left);
 }
 
 void Host::start_trace() {
-  state_->trace.calls.clear();
-  state_->trace.on = true;
+  Trace &trace = own().trace;
+  trace.calls.clear();
+  trace.on = true;
 }
 
 std::vector<Call> Host::stop_trace() {
-  state_->trace.on = false;
-  return std::move(state_->trace.calls);
+  Trace &trace = own().trace;
+  trace.on = false;
+  return std::move(trace.calls);
 }
 
 }  // namespace patchbay

@@ -26,7 +26,7 @@ bool is_block(State &s, Op op, const void *block) {
 }
 
 void *new_block(Op op, t_long size, bool clear) {
-  if (patchbay::current_state() == nullptr) return runtime::new_block(size, clear);
+  if (patchbay::no_host_lives()) return runtime::new_block(size, clear);
   return operation(
       op, static_cast<void *>(nullptr),
       [&](State &s) { return watched(s, op, runtime::new_block(size, clear)); }, size);
@@ -40,7 +40,7 @@ void *sysmem_newptrclear(t_long size) { return new_block(Op::sysmem_newptrclear,
 
 void *sysmem_resizeptrclear(void *block, t_long size) {
   constexpr Op op = Op::sysmem_resizeptrclear;
-  if (patchbay::current_state() == nullptr) return runtime::resize_block(block, size);
+  if (patchbay::no_host_lives()) return runtime::resize_block(block, size);
   return operation(
       op, static_cast<void *>(nullptr),
       [&](State &s) -> void * {
@@ -55,7 +55,7 @@ void *sysmem_resizeptrclear(void *block, t_long size) {
 
 void sysmem_freeptr(void *block) {
   constexpr Op op = Op::sysmem_freeptr;
-  if (patchbay::current_state() == nullptr) {
+  if (patchbay::no_host_lives()) {
     runtime::free_block(block);
     return;
   }

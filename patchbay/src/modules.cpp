@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "elf.h"
 #include "state.h"
 
 namespace patchbay {
@@ -44,6 +45,11 @@ void load_module(State &s, const std::filesystem::path &path) {
   const std::filesystem::path file = std::filesystem::absolute(path);
   if (!std::filesystem::is_regular_file(file))
     throw Error(fmt::format("there is no module file '{}'", path.string()));
+  if (const auto claimed = claimed_size(file),
+      size = std::uint64_t{std::filesystem::file_size(file)};
+      claimed > size)
+    throw Error(fmt::format("'{}' cannot be loaded: it is cut short, {} bytes of at least {}",
+                            path.string(), size, claimed));
   errno = 0;
   void *module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr) {

@@ -78,8 +78,12 @@ inline std::string as_text(const t_symbol *symbol) {
 std::string as_text(t_long number);
 std::string as_text(double number);
 
-/** @return the state of the host that is alive, or null. */
+/** @return the state of the host that lives and belongs to the calling thread, or null. */
 State *current_state();
+
+/** Takes down, for the host to tell, that the calling thread called an operation
+ *  while another one's host lives. */
+void note_stray(Op op);
 
 Trace &trace_of(State &state);
 Faults &faults_of(State &state);
@@ -87,14 +91,17 @@ void report(State &state, std::string violation);
 
 /**
  * Carries out one operation: `body(state)`, or `refuse(state)` when a fault
- * strikes, or when what is asked cannot be done or has no memory. Without a host it yields
- * `failure`.
+ * strikes, or when what is asked cannot be done or has no memory. Without a host of
+ * the calling thread it yields `failure`.
  */
 template <typename Result, typename Refuse, typename Body, typename... Arguments>
 Result operation_or(Op op, Result failure, Refuse &&refuse, Body &&body,
                     const Arguments &...arguments) noexcept {
   State *state = current_state();
-  if (state == nullptr) return failure;
+  if (state == nullptr) {
+    note_stray(op);
+    return failure;
+  }
   try {
     if (Trace &trace = trace_of(*state); trace.on)
       trace.calls.push_back({std::string(name_of(op)), {as_text(arguments)...}});

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "brontal/brontal.h"
+#include "claim.h"
 #include "ledger.h"
 #include "operations.h"
 #include "patchbay/host.h"
@@ -100,8 +101,9 @@ struct Instance : std::enable_shared_from_this<Instance> {
 };
 
 struct State {
-  explicit State(std::ostream &out_) : out(out_) {}
+  explicit State(std::ostream &out_) : claim(*this), out(out_) {}
 
+  Claim claim;
   std::ostream &out;
   Ledger ledger;
   Trace trace;

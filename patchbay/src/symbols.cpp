@@ -1,5 +1,7 @@
 #include "runtime/symbols.h"
 
+#include <new>
+
 #include "state.h"
 
 using patchbay::Op;
@@ -26,10 +28,15 @@ void common_symbols_init() {
 
 // Symbols outlive hosts, so they can be made without one.
 t_symbol *gensym(const char *text) {
-  const auto intern = [text] { return runtime::intern(text); };
-  if (patchbay::current_state() == nullptr) return intern();
+  if (patchbay::no_host_lives()) {
+    try {
+      return runtime::intern(text);
+    } catch (const std::bad_alloc &) {
+      return nullptr;
+    }
+  }
   return operation(
-      Op::gensym, no_symbol, [&](State &) { return intern(); }, text);
+      Op::gensym, no_symbol, [&](State &) { return runtime::intern(text); }, text);
 }
 
 // There is one language, so a translation is the text itself.

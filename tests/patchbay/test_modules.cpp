@@ -1,5 +1,7 @@
 // Loading modules, and unloading them.
 
+#include <stdlib.h>
+
 #include <cerrno>
 #include <fstream>
 
@@ -80,6 +82,52 @@ TEST_F(Modules, MustBeLibraries) {
   std::ofstream(file) << "only words";
   EXPECT_THAT(refusal([&] { host.load(file); }),
               AllOf(HasSubstr(file.string()), HasSubstr("cannot be loaded")));
+}
+
+// The loader would map what is not there, and touching it ends the process.
+TEST_F(Modules, MustNotBeCutShort) {
+  std::string folder = std::filesystem::temp_directory_path() / "patchbay-XXXXXX";
+  ASSERT_NE(mkdtemp(folder.data()), nullptr);
+  const auto file = std::filesystem::path(folder) / "counter.so";
+  const auto size = std::filesystem::file_size(module("counter"));
+  std::vector<std::uintmax_t> lengths{16, 63, 64, 65, size - 1};
+  for (std::uintmax_t length = 100; length < size; length += size / 60) lengths.push_back(length);
+  for (const std::uintmax_t length : lengths) {
+    std::filesystem::copy_file(module("counter"), file,
+                               std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::resize_file(file, length);
+    EXPECT_THAT(refusal([&] { host.load(file); }),
+                AllOf(HasSubstr("counter.so"), HasSubstr("cannot be loaded: it is cut short, " +
+                                                         std::to_string(length) + " bytes of")))
+        << length;
+  }
+  for (const std::uintmax_t length : {0, 1, 4, 15}) {
+    std::filesystem::resize_file(file, length);
+    EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("cannot be loaded")) << length;
+  }
+  std::filesystem::copy_file(module("counter"), file,
+                             std::filesystem::copy_options::overwrite_existing);
+  host.load(file);
+  EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
+  std::filesystem::remove_all(folder);
+}
+
+// What stands in the file is believed in no way, however large.
+TEST_F(Modules, MayNotClaimMoreThanAFileCanHold) {
+  std::string folder = std::filesystem::temp_directory_path() / "patchbay-XXXXXX";
+  ASSERT_NE(mkdtemp(folder.data()), nullptr);
+  const auto file = std::filesystem::path(folder) / "counter.so";
+  constexpr std::streamoff section_table = 40;  // in the header, of 8 bytes
+  constexpr std::streamoff segment_table = 32;
+  for (const std::streamoff at : {section_table, segment_table}) {
+    std::filesystem::copy_file(module("counter"), file,
+                               std::filesystem::copy_options::overwrite_existing);
+    std::fstream(file, std::ios::binary | std::ios::in | std::ios::out)
+        .seekp(at)
+        .write("\xff\xff\xff\xff\xff\xff\xff\xff", 8);
+    EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is cut short")) << at;
+  }
+  std::filesystem::remove_all(folder);
 }
 
 TEST_F(Modules, MustHaveAStart) {

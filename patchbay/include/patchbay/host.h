@@ -4,8 +4,15 @@
  * tasks and keeps their dictionaries; and it keeps book of all that it hands
  * out, so that a module's mistakes are named.
  *
- * One host lives at a time in a process, and all calls come from one thread:
- * the operations of brontal/ are plain functions, and act on that host.
+ * One host lives at a time in a process, as the operations of brontal/ are plain
+ * functions that act on that host, and modules keep statics. A second one is
+ * refused, in whichever thread it is to be made: two threads cannot have a host
+ * each, but one after the other can.
+ *
+ * A host belongs to the thread that made it. In another thread every function of
+ * `Host` but the destructor raises Error, and an operation of brontal/ fails and
+ * touches nothing, which is then among the host's `violations`. The destructor may
+ * run in any thread once no other function does.
  */
 #ifndef PATCHBAY_HOST_H
 #define PATCHBAY_HOST_H
@@ -195,6 +202,8 @@ class PATCHBAY_API Host {
   std::vector<Call> stop_trace();
 
  private:
+  State &own() const;
+
   std::unique_ptr<State> state_;
 };
 
