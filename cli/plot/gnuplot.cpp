@@ -49,7 +49,7 @@ File temporary() {
 std::string contents(std::FILE *file) {
   std::string text;
   std::rewind(file);
-  char block[1U << 16U];
+  char block[4096];  // stacks may be as small as 64 kB
   while (const std::size_t count = std::fread(block, 1, sizeof block, file))
     text.append(block, count);
   if (std::ferror(file) != 0) fail(EIO);

@@ -2,6 +2,8 @@
 // memory that nobody wrote, or out of range. None may hang, crash or leak, and
 // each test has a watchdog.
 
+#include <pthread.h>
+
 #include <cmath>
 #include <limits>
 
@@ -161,6 +163,36 @@ TEST_F(HazardTest, TheHighestOrders) {
           banged(make("order: 200 topology: " + topology + " response: " + response));
       EXPECT_EQ(numbers(filter, "poles").size(), response == "lowpass" ? 400U : 800U);
     }
+}
+
+// A host may run its modules on a small stack.
+TEST(HazardOnASmallStack, TheHighestOrders) {
+  const tests::Watchdog watchdog("order 200 on a small stack", 100);
+  pthread_attr_t small;
+  ASSERT_EQ(pthread_attr_init(&small), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&small, std::size_t{64} * 1024), 0);
+  pthread_t thread{};
+  std::size_t poles = 0;
+  const auto run = [](void *result) -> void * {
+    std::ostringstream printed;
+    patchbay::Host host(printed);
+    host.load(VELTANE_MODULE);
+    for (const std::string topology : {"butterworth", "chebyshev-1", "chebyshev-2"})
+      for (const std::string order : {"40", "200"}) {
+        const Box box =
+            host.make("veltane name: here tf_output: 1 response: bandstop topology: " + topology +
+                      " order: " + order);
+        host.send(box, "bang");
+        *static_cast<std::size_t *>(result) +=
+            numbers(host.dictionary("here").value(), "poles").size();
+        host.free(box);
+      }
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &small, run, &poles), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&small);
+  EXPECT_EQ(poles, 3U * 4U * (40U + 200U));
 }
 
 TEST_F(HazardTest, EveryOutputOfAFilterThatCannotBe) {
