@@ -1,8 +1,10 @@
 // Loading modules, and unloading them.
 
+#include <link.h>
 #include <stdlib.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <fstream>
 
 #include "../temporary_folder.h"
@@ -107,6 +109,36 @@ TEST_F(Modules, MustNotBeCutShort) {
   }
   std::filesystem::copy_file(module("counter"), file,
                              std::filesystem::copy_options::overwrite_existing);
+  host.load(file);
+  EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
+  std::filesystem::remove_all(folder);
+}
+
+// Not every file tells where its sections are; its segments are what is mapped.
+TEST_F(Modules, MustNotBeCutShortWithoutSectionsEither) {
+  std::string folder = std::filesystem::temp_directory_path() / "patchbay-XXXXXX";
+  ASSERT_NE(mkdtemp(folder.data()), nullptr);
+  const auto file = std::filesystem::path(folder) / "counter.so";
+  std::filesystem::copy_file(module("counter"), file);
+  std::uint64_t end = 0;
+  {
+    std::fstream elf(file, std::ios::binary | std::ios::in | std::ios::out);
+    ElfW(Ehdr) header{};
+    elf.read(reinterpret_cast<char *>(&header), sizeof header);
+    elf.seekg(static_cast<std::streamoff>(header.e_phoff));
+    for (int i = 0; i < header.e_phnum; ++i) {
+      ElfW(Phdr) segment{};
+      elf.read(reinterpret_cast<char *>(&segment), sizeof segment);
+      end = std::max<std::uint64_t>(end, segment.p_offset + segment.p_filesz);
+    }
+    header.e_shoff = 0;
+    header.e_shnum = 0;
+    header.e_shstrndx = SHN_UNDEF;
+    elf.seekp(0).write(reinterpret_cast<const char *>(&header), sizeof header);
+  }
+  std::filesystem::resize_file(file, end - 1);
+  EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is cut short"));
+  std::filesystem::resize_file(file, end);
   host.load(file);
   EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
   std::filesystem::remove_all(folder);
