@@ -1,7 +1,6 @@
 // Loading modules, and unloading them.
 
 #include <link.h>
-#include <stdlib.h>
 
 #include <cerrno>
 #include <cstdint>
@@ -88,9 +87,8 @@ TEST_F(Modules, MustBeLibraries) {
 
 // The loader would map what is not there, and touching it ends the process.
 TEST_F(Modules, MustNotBeCutShort) {
-  std::string folder = std::filesystem::temp_directory_path() / "patchbay-XXXXXX";
-  ASSERT_NE(mkdtemp(folder.data()), nullptr);
-  const auto file = std::filesystem::path(folder) / "counter.so";
+  const TemporaryFolder folder;
+  const auto file = folder / "counter.so";
   const auto size = std::filesystem::file_size(module("counter"));
   std::vector<std::uintmax_t> lengths{16, 63, 64, 65, size - 1};
   for (std::uintmax_t length = 100; length < size; length += size / 60) lengths.push_back(length);
@@ -111,14 +109,12 @@ TEST_F(Modules, MustNotBeCutShort) {
                              std::filesystem::copy_options::overwrite_existing);
   host.load(file);
   EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
-  std::filesystem::remove_all(folder);
 }
 
 // Not every file tells where its sections are; its segments are what is mapped.
 TEST_F(Modules, MustNotBeCutShortWithoutSectionsEither) {
-  std::string folder = std::filesystem::temp_directory_path() / "patchbay-XXXXXX";
-  ASSERT_NE(mkdtemp(folder.data()), nullptr);
-  const auto file = std::filesystem::path(folder) / "counter.so";
+  const TemporaryFolder folder;
+  const auto file = folder / "counter.so";
   std::filesystem::copy_file(module("counter"), file);
   std::uint64_t end = 0;
   {
@@ -141,14 +137,12 @@ TEST_F(Modules, MustNotBeCutShortWithoutSectionsEither) {
   std::filesystem::resize_file(file, end);
   host.load(file);
   EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
-  std::filesystem::remove_all(folder);
 }
 
 // What stands in the file is believed in no way, however large.
 TEST_F(Modules, MayNotClaimMoreThanAFileCanHold) {
-  std::string folder = std::filesystem::temp_directory_path() / "patchbay-XXXXXX";
-  ASSERT_NE(mkdtemp(folder.data()), nullptr);
-  const auto file = std::filesystem::path(folder) / "counter.so";
+  const TemporaryFolder folder;
+  const auto file = folder / "counter.so";
   constexpr std::streamoff section_table = 40;  // in the header, of 8 bytes
   constexpr std::streamoff segment_table = 32;
   for (const std::streamoff at : {section_table, segment_table}) {
@@ -159,7 +153,6 @@ TEST_F(Modules, MayNotClaimMoreThanAFileCanHold) {
         .write("\xff\xff\xff\xff\xff\xff\xff\xff", 8);
     EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is cut short")) << at;
   }
-  std::filesystem::remove_all(folder);
 }
 
 TEST_F(Modules, MustHaveAStart) {
