@@ -47,8 +47,10 @@ void filtermath_ss2zpk_butterworth(const _statespace *ss, t_symbol *response, do
 /**
  * The transmission zeros of a model, by reducing its system matrix [B A; D C]
  * with a Householder reflection to a pencil whose eigenvalues they are ([EvD]).
- * Those of a series of sections, as `filtermath_zpk2ss` makes it, are found section
- * by section, and are as exact as its poles.
+ * The pencil loses digits as D becomes small beside B. Those of a series of sections,
+ * as the transformations of what `filtermath_zpk2ss` makes are, are found section by
+ * section, and are as exact as its poles: if every number of the model is, but for a
+ * few roundings, what it is in a series.
  *
  * @param ss            with |D| of at least 2.2204e-15 times the Frobenius norm
  *                      of A; below that the zeros are still computed, but mean

@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <new>
-#include <optional>
 
 #include "brontal/memory.h"
 #include "filtermath/analog.h"
@@ -81,27 +80,6 @@ void add_product(const double *a, const double *b, const std::vector<Run> &runs,
 /** @return whether `count` elements are numbers and none is infinite. */
 bool all_finite(const double *elements, int64_t count);
 
-// --- series.cpp --------------------------------------------------------------
-
-/**
- * Takes a model apart that is a series of two or more sections, each a component
- * of A, and gives the inverse of each section: its eigenvalues are the section's
- * zeros.
- * @param ss        n states; a one-input, one-output model
- * @param quotient  receives an n x n matrix with the state matrices of the inverse
- *                  sections on its diagonal and zeros elsewhere; untouched if the
- *                  model is no such series
- * @return whether it is, to within rounding
- */
-bool inverse_sections(const _statespace *ss, _matrix64 *quotient);
-
-/**
- * @return D as the product of what each section feeds through, if the model is such
- *         a series. That is not looked into: the caller knows D up to rounding, and
- *         holds this against it. Nothing if A is a single component.
- */
-std::optional<double> feed_through_of_sections(const _statespace *ss);
-
 // --- roots.cpp ---------------------------------------------------------------
 
 /** @return whether a root counts as real: an imaginary part of 0.0, or NaN. */
@@ -169,6 +147,43 @@ class Statespace {
  private:
   std::unique_ptr<_statespace, StatespaceDeleter> model_;
 };
+
+// --- series.cpp --------------------------------------------------------------
+
+/** One section of a series: which states of the whole model are its, and a model of its own. */
+struct Section {
+  std::vector<int32_t> states;
+  Statespace model;
+};
+
+/** Sections, the first driven by the input and each other one by the one before it. */
+using Series = std::vector<Section>;
+
+/**
+ * Takes a model apart that is a series of two or more sections, each a component of A.
+ * Every number of the model is held against the product that a series has there, to
+ * within a few roundings for each of its factors. Time grows with the square of the
+ * number of states.
+ * @param ss  a one-input, one-output model
+ * @return nothing if A is a single component or the model no such series
+ */
+Series sections_of(const _statespace *ss);
+
+/** Makes `ss` the model of a series, reshaping it: the inverse of `sections_of`. */
+void connect(const Series &series, _statespace *ss);
+
+/**
+ * Transforms a model in place: each section by itself if it is a series, which keeps
+ * digits that the whole loses.
+ * @param transform  of a `_statespace *`; the same to a series as to its sections
+ */
+template <typename Transform>
+void transform_sections(_statespace *ss, const Transform &transform) {
+  Series series = sections_of(ss);
+  if (series.empty()) return transform(ss);
+  for (Section &section : series) transform(section.model);
+  connect(series, ss);
+}
 
 /** A block of doubles from the host, its contents undefined. */
 using Block = std::unique_ptr<double, BlockDeleter>;

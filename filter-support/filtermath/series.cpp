@@ -1,230 +1,205 @@
-// The zeros of a series of sections, section by section.
+// Models that are a series of sections, taken apart and put together again.
 //
 // Part the system matrix [B A; D C] into the input, the sections and the output.
 // Where section s is driven through those between by section r, its rows and r's
 // columns hold b_s d_(s-1) ... d_(r+1) c_r, whatever bases the sections' states are
-// in. So section k's own elements, its A_k, and those that tie its two neighbours to
-// it and to each other,
+// in; the input has c = 1, and the output b = 1 ([Kai] 2.3).
 //
-//   column j of the part before:  b_k c,     row i of the part after:  b c_k,
-//   and where the two cross:      b d_k c,
-//
-// give A_k - b_k c_k / d_k, whose eigenvalues are the section's zeros ([Kai] 2.2). The
-// zeros of a series are those of its sections. Taken from the whole model they
-// would need one full matrix, and D, which is a product of all d_k and may be next to
-// nothing.
+// What is done to a whole model loses digits where these products are small: it adds
+// up terms of the size of 1, and their rounding is all that is left. Done to each
+// section, it loses none, and the products are formed afterwards.
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "internal.h"
 
 namespace filtermath {
 namespace {
 
-// How far an element may be from what a series has there, relative to the largest
-// of its row or column. Designs of 100 dB stay below 1e-10, those of 150 dB below 3e-8.
-constexpr double tolerance = 1e-8;
+// How far an element may be from the product that a series has there, for each factor
+// of it: some roundings that made the element, and some of taking the factors from
+// their places.
+constexpr double rounding = 4.0 * std::numeric_limits<double>::epsilon();
 
-// The same relative to what a bilinear transform may leave of rounding; the deepest
-// stopbands need 1e-11.
-constexpr double rounding_tolerance = 1e-10;
+std::size_t at(int32_t index) { return static_cast<std::size_t>(index); }
 
-void take_magnitudes(_matrix64 *matrix) {
-  std::transform(matrix->data, matrix->data + matrix->capacity, matrix->data,
-                 [](double element) { return std::abs(element); });
-}
-
-// Bounds, times the unit of rounding, what a bilinear transform leaves in each
-// element of the model that it makes. It multiplies by (I + A) / 2, A being the new
-// one, what has the size of R B, C R and R, with R = (I + A)^-1.
-void bound_rounding(const _statespace *ss, _statespace *bound) {
-  Matrix grown;
-  Matrix r;
-  Matrix product;
-  matrix64_identity(product, ss->a->rows);
-  matrix64_add(grown, product, ss->a);
-  matrix64_inverse(r, grown);
-  matrix64_multiply(bound->b, r, ss->b, true);
-  matrix64_multiply(bound->c, ss->c, r, true);
-  for (_matrix64 *matrix :
-       {static_cast<_matrix64 *>(grown), static_cast<_matrix64 *>(r), bound->b, bound->c})
-    take_magnitudes(matrix);
-
-  matrix64_multiply(bound->d, bound->c, grown, true);
-  matrix64_copy(product, bound->d);
-  matrix64_multiply(bound->d, product, bound->b, true);
-  bound->d->data[0] += std::abs(ss->d->data[0]);
-  matrix64_copy(bound->c, product);
-  matrix64_multiply(product, grown, bound->b, true);
-  matrix64_copy(bound->b, product);
-  matrix64_multiply(product, grown, r, true);
-  matrix64_multiply(bound->a, product, grown, true);
-}
-
-class Series {
+// [B A; D C] with the states in the order of the components of A. Part 0 is the input,
+// part k component k, and the last one the output.
+class SystemMatrix {
  public:
-  explicit Series(const _statespace *ss)
-      : n_(ss->a->rows), parts_(components(ss->a->data, n_)), elements_(in_order_of_parts(ss)) {
+  explicit SystemMatrix(const _statespace *ss)
+      : n_(ss->a->rows), parts_(components(ss->a->data, n_)) {
     parts_.begins.push_back(n_ + 1);
-    for (int32_t k = 1; k <= sections(); ++k) links_.push_back(strongest_link(k));
+    elements_.reserve(at(n_ + 1) * at(n_ + 1));
+    for (const int32_t row : parts_.states) {
+      elements_.push_back(ss->b->data[row]);
+      for (const int32_t column : parts_.states)
+        elements_.push_back(matrix64_get(ss->a, column, row));
+    }
+    elements_.push_back(ss->d->data[0]);
+    for (const int32_t column : parts_.states) elements_.push_back(ss->c->data[column]);
   }
 
   int32_t sections() const { return static_cast<int32_t>(parts_.begins.size()) - 2; }
-
-  // Whether the model is a series, but for a little rounding.
-  bool exact() const {
-    const std::size_t count = static_cast<std::size_t>(n_) + 1;
-    std::vector<double> rows(count, 0.0);
-    std::vector<double> columns(count, 0.0);
-    for (std::size_t i = 0; i < elements_.size(); ++i) {
-      rows[i / count] = std::max(rows[i / count], std::abs(elements_[i]));
-      columns[i % count] = std::max(columns[i % count], std::abs(elements_[i]));
-    }
-    std::vector<double> allowed(elements_.size());
-    for (std::size_t i = 0; i < elements_.size(); ++i)
-      allowed[i] = tolerance * std::max(rows[i / count], columns[i % count]);
-    return holds(allowed);
+  int32_t rows_begin(int32_t k) const { return parts_.begins[at(k - 1)]; }
+  int32_t columns_begin(int32_t k) const { return k == 0 ? 0 : rows_begin(k) + 1; }
+  int32_t rows(int32_t k) const { return rows_begin(k + 1) - rows_begin(k); }
+  int32_t columns(int32_t k) const { return columns_begin(k + 1) - columns_begin(k); }
+  double operator()(int32_t row, int32_t column) const {
+    return elements_[at(row) * at(n_ + 1) + at(column)];
   }
 
-  // Whether the model is a series but for what the bounds explain, those of
-  // `bound_rounding`.
-  bool exact_but_for(const _statespace *bound) const {
-    std::vector<double> allowed = in_order_of_parts(bound);
-    for (double &value : allowed) value *= rounding_tolerance;
-    return holds(allowed);
-  }
-
-  // The product of all d_k. With b d_k c where the neighbours of section k cross, and
-  // b c between it and the next one, all b and c cancel.
-  double feed_through() const {
-    double product = 1.0;
-    for (int32_t k = 1; k <= sections(); ++k) {
-      const auto [after, before] = link(k);
-      product *= (*this)(after, before);
-      if (k < sections()) product /= (*this)(after, link(k + 1).before);
-    }
-    return product;
-  }
-
-  void fill_inverse_sections(_matrix64 *quotient) const {
-    matrix64_resize(quotient, n_, n_);
-    matrix64_clear(quotient);
-    for (int32_t k = 1; k <= sections(); ++k) {
-      const auto [after, before] = link(k);
-      for (int32_t row = rows_begin(k); row < rows_begin(k + 1); ++row)
-        for (int32_t column = columns_begin(k); column < columns_end(k); ++column)
-          matrix64_set(quotient, column - 1, row,
-                       (*this)(row, column) - (*this)(row, before) * ((*this)(after, column) /
-                                                                      (*this)(after, before)));
-    }
+  std::vector<int32_t> states(int32_t k) const {
+    return {parts_.states.begin() + rows_begin(k), parts_.states.begin() + rows_begin(k + 1)};
   }
 
  private:
-  // A row of the part after a section and a column of the part before it.
-  struct Link {
-    int32_t after;
-    int32_t before;
-  };
-
-  // Part 0 is the input, part k section k, the last one the output.
-  int32_t rows_begin(int32_t k) const { return parts_.begins[static_cast<std::size_t>(k - 1)]; }
-  int32_t columns_begin(int32_t k) const { return k == 0 ? 0 : rows_begin(k) + 1; }
-  int32_t columns_end(int32_t k) const { return columns_begin(k + 1); }
-  const Link &link(int32_t k) const { return links_[static_cast<std::size_t>(k - 1)]; }
-
-  std::size_t at(int32_t row, int32_t column) const {
-    return static_cast<std::size_t>(row) * static_cast<std::size_t>(n_ + 1) +
-           static_cast<std::size_t>(column);
-  }
-  double operator()(int32_t row, int32_t column) const { return elements_[at(row, column)]; }
-
-  // [B A; D C] with the states in the order of the sections.
-  std::vector<double> in_order_of_parts(const _statespace *ss) const {
-    std::vector<double> elements;
-    elements.reserve(at(n_ + 1, 0));
-    for (const int32_t row : parts_.states) {
-      elements.push_back(ss->b->data[row]);
-      for (const int32_t column : parts_.states)
-        elements.push_back(matrix64_get(ss->a, column, row));
-    }
-    elements.push_back(ss->d->data[0]);
-    for (const int32_t column : parts_.states) elements.push_back(ss->c->data[column]);
-    return elements;
-  }
-
-  bool holds(const std::vector<double> &allowed) const {
-    for (int32_t k = 1; k <= sections(); ++k) {
-      const auto [after, before] = link(k);
-      if ((*this)(after, before) == 0.0) return false;
-      const int32_t own = strongest_column(after, columns_begin(k), columns_end(k));
-      for (int32_t row = rows_begin(k + 1); row < rows_begin(k + 2); ++row)
-        if (!proportional(row, after, own, columns_end(k), allowed)) return false;
-      if (k > 1 && !proportional(after, link(k - 1).after, before, columns_begin(k), allowed))
-        return false;
-    }
-    return true;
-  }
-
-  int32_t strongest_column(int32_t row, int32_t begin, int32_t end) const {
-    const auto first = elements_.begin() + static_cast<std::ptrdiff_t>(at(row, 0));
-    const auto strongest = std::max_element(
-        first + begin, first + end, [](double a, double b) { return std::abs(a) < std::abs(b); });
-    return static_cast<int32_t>(strongest - first);
-  }
-
-  // The elements beside a section are products, so that the largest row has its
-  // largest element where every row has it.
-  Link strongest_link(int32_t k) const {
-    Link strongest{rows_begin(k + 1), columns_begin(k - 1)};
-    double most = -1.0;
-    for (int32_t row = rows_begin(k + 1); row < rows_begin(k + 2); ++row) {
-      const int32_t column = strongest_column(row, columns_begin(k - 1), columns_end(k - 1));
-      if (std::abs((*this)(row, column)) <= most) continue;
-      most = std::abs((*this)(row, column));
-      strongest = {row, column};
-    }
-    return strongest;
-  }
-
-  // Whether the first `count` elements of two rows have the ratio of those in the
-  // column `pivot`. Not, if a number is none.
-  bool proportional(int32_t row, int32_t reference, int32_t pivot, int32_t count,
-                    const std::vector<double> &allowed) const {
-    const double ratio = (*this)(row, pivot) / (*this)(reference, pivot);
-    for (int32_t column = 0; column < count; ++column) {
-      const double expected = ratio * (*this)(reference, column);
-      if (!(std::abs((*this)(row, column) - expected) <= allowed[at(row, column)])) return false;
-    }
-    return true;
-  }
-
   int32_t n_;
   Components parts_;
   std::vector<double> elements_;
-  std::vector<Link> links_;
 };
 
-bool is_series(const Series &series, const _statespace *ss) {
-  if (series.sections() < 2) return false;
-  if (series.exact()) return true;
-  const Statespace bound;
-  bound_rounding(ss, bound);
-  return series.exact_but_for(bound);
+// What each part contributes to the products; of the input c alone, of the output b.
+struct Factors {
+  std::vector<double> b;
+  std::vector<double> c;
+  double d = 1.0;
+};
+
+struct Position {
+  int32_t row;
+  int32_t column;
+};
+
+// The strongest element that ties a part to the next one.
+Position strongest_link(const SystemMatrix &s, int32_t k) {
+  Position strongest{s.rows_begin(k + 1), s.columns_begin(k)};
+  for (int32_t row = s.rows_begin(k + 1); row < s.rows_begin(k + 2); ++row)
+    for (int32_t column = s.columns_begin(k); column < s.columns_begin(k + 1); ++column)
+      if (std::abs(s(row, column)) > std::abs(s(strongest.row, strongest.column)))
+        strongest = {row, column};
+  return strongest;
+}
+
+// The factors as neighbours show them. A series has them everywhere else, too.
+std::vector<Factors> factors_of(const SystemMatrix &s) {
+  const int32_t output = s.sections() + 1;
+  std::vector<Factors> factors(at(output + 1));
+  factors[0].c = {1.0};
+  for (int32_t row = 0; row < s.rows(1); ++row) factors[1].b.push_back(s(row, 0));
+  Position before{0, 0};
+  double before_c = 1.0;
+  for (int32_t k = 1; k < output; ++k) {
+    const Position link = strongest_link(s, k);
+    for (int32_t column = 0; column < s.columns(k); ++column)
+      factors[at(k)].c.push_back(s(link.row, s.columns_begin(k) + column));
+    for (int32_t row = 0; row < s.rows(k + 1); ++row)
+      factors[at(k + 1)].b.push_back(s(s.rows_begin(k + 1) + row, link.column) /
+                                     s(link.row, link.column));
+    factors[at(k)].d = s(link.row, before.column) / before_c;
+    before = link;
+    before_c = s(link.row, link.column);
+  }
+  return factors;
+}
+
+// Whether the elements that tie part r to part s are b_s d c_r. Not, if a number is none.
+bool is_tied(const SystemMatrix &m, int32_t r, const std::vector<double> &c, double d, int32_t s,
+             const std::vector<double> &b) {
+  for (int32_t row = 0; row < m.rows(s); ++row) {
+    for (int32_t column = 0; column < m.columns(r); ++column) {
+      const double expected = b[at(row)] * (d * c[at(column)]);
+      const double error = m(m.rows_begin(s) + row, m.columns_begin(r) + column) - expected;
+      if (!(std::abs(error) <= rounding * (s - r) * std::abs(expected))) return false;
+    }
+  }
+  return true;
+}
+
+bool is_series(const SystemMatrix &m, const std::vector<Factors> &factors) {
+  for (int32_t s = 1; s <= m.sections() + 1; ++s) {
+    double through = 1.0;
+    for (int32_t r = s - 1; r >= 0; --r) {
+      if (!is_tied(m, r, factors[at(r)].c, through, s, factors[at(s)].b)) return false;
+      through *= factors[at(r)].d;
+    }
+  }
+  return true;
+}
+
+Section section(const SystemMatrix &s, int32_t k, const Factors &factors) {
+  Section section{s.states(k), {}};
+  const int32_t n = s.rows(k);
+  matrix64_resize(section.model->a, n, n);
+  matrix64_resize(section.model->b, 1, n);
+  matrix64_resize(section.model->c, n, 1);
+  matrix64_resize(section.model->d, 1, 1);
+  for (int32_t row = 0; row < n; ++row)
+    for (int32_t column = 0; column < n; ++column)
+      matrix64_set(section.model->a, column, row,
+                   s(s.rows_begin(k) + row, s.columns_begin(k) + column));
+  std::copy(factors.b.begin(), factors.b.end(), section.model->b->data);
+  std::copy(factors.c.begin(), factors.c.end(), section.model->c->data);
+  section.model->d->data[0] = factors.d;
+  return section;
+}
+
+void put_own_states(const Section &section, _matrix64 *a) {
+  const auto n = static_cast<int32_t>(section.states.size());
+  for (int32_t row = 0; row < n; ++row)
+    for (int32_t column = 0; column < n; ++column)
+      matrix64_set(a, section.states[at(column)], section.states[at(row)],
+                   matrix64_get(section.model->a, column, row));
+}
+
+// What a section gets of an earlier one's states.
+void put_tie(const Section &before, double through, const Section &section, _matrix64 *a) {
+  for (std::size_t row = 0; row < section.states.size(); ++row)
+    for (std::size_t column = 0; column < before.states.size(); ++column)
+      matrix64_set(a, before.states[column], section.states[row],
+                   section.model->b->data[row] * (through * before.model->c->data[column]));
 }
 
 }  // namespace
 
-bool inverse_sections(const _statespace *ss, _matrix64 *quotient) {
-  const Series series(ss);
-  if (!is_series(series, ss)) return false;
-  series.fill_inverse_sections(quotient);
-  return true;
+Series sections_of(const _statespace *ss) {
+  const SystemMatrix s(ss);
+  if (s.sections() < 2) return {};
+  const std::vector<Factors> factors = factors_of(s);
+  if (!is_series(s, factors)) return {};
+  Series series;
+  series.reserve(at(s.sections()));
+  for (int32_t k = 1; k <= s.sections(); ++k) series.push_back(section(s, k, factors[at(k)]));
+  return series;
 }
 
-std::optional<double> feed_through_of_sections(const _statespace *ss) {
-  const Series series(ss);
-  return series.sections() < 2 ? std::nullopt : std::optional(series.feed_through());
+void connect(const Series &series, _statespace *ss) {
+  int32_t n = 0;
+  for (const Section &section : series) n += section.model->a->rows;
+  matrix64_resize(ss->a, n, n);
+  matrix64_resize(ss->b, 1, n);
+  matrix64_resize(ss->c, n, 1);
+  matrix64_resize(ss->d, 1, 1);
+  matrix64_clear(ss->a);
+  for (auto section = series.begin(); section != series.end(); ++section) {
+    put_own_states(*section, ss->a);
+    double through = 1.0;
+    for (auto before = section; before-- != series.begin();) {
+      put_tie(*before, through, *section, ss->a);
+      through *= before->model->d->data[0];
+    }
+    for (std::size_t i = 0; i < section->states.size(); ++i)
+      ss->b->data[section->states[i]] = section->model->b->data[i] * through;
+  }
+  double through = 1.0;
+  for (auto before = series.end(); before-- != series.begin();) {
+    for (std::size_t i = 0; i < before->states.size(); ++i)
+      ss->c->data[before->states[i]] = through * before->model->c->data[i];
+    through *= before->model->d->data[0];
+  }
+  ss->d->data[0] = through;
 }
 
 }  // namespace filtermath

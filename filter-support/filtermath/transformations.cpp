@@ -34,14 +34,8 @@ void tie_states(_matrix64 *a, const _matrix64 *block, double wo) {
   }
 }
 
-}  // namespace
-
-void filtermath_lp2lp(_statespace *ss, double wo) {
-  matrix64_scale(ss->a, ss->a, wo);
-  matrix64_scale(ss->b, ss->b, wo);
-}
-
-void filtermath_lp2hp(_statespace *ss, double wo) {
+// A = wo A^-1, B = -wo A^-1 B, C = C A^-1, D = D - C A^-1 B
+void invert_frequencies(_statespace *ss, double wo) {
   Matrix inverse;
   Matrix product;
   matrix64_inverse(inverse, ss->a);
@@ -52,6 +46,28 @@ void filtermath_lp2hp(_statespace *ss, double wo) {
   matrix64_multiply_correctly(product, ss->b, inverse);
   matrix64_scale(ss->b, product, -wo);
   matrix64_scale(ss->a, inverse, wo);
+}
+
+// C A^-1 B, given C A^-1. Only four states are multiplied out; otherwise it is the first
+// element of C A^-1, which is the same number where B is (1, 0, ..., 0).
+double fed_through_inverted(const _matrix64 *c, const _matrix64 *b) {
+  if (c->cols == 4 && b->rows == 4) {
+    Matrix product;
+    matrix64_multiply_correctly(product, b, c);
+    return product->data[0];
+  }
+  return c->capacity > 0 ? c->data[0] : 0.0;
+}
+
+}  // namespace
+
+void filtermath_lp2lp(_statespace *ss, double wo) {
+  matrix64_scale(ss->a, ss->a, wo);
+  matrix64_scale(ss->b, ss->b, wo);
+}
+
+void filtermath_lp2hp(_statespace *ss, double wo) {
+  filtermath::transform_sections(ss, [wo](_statespace *part) { invert_frequencies(part, wo); });
 }
 
 void filtermath_lp2bp(_statespace *ss, double wo, double bw) {
@@ -69,30 +85,20 @@ void filtermath_lp2bp(_statespace *ss, double wo, double bw) {
   pad(ss->c, scaled, 2 * scaled->cols, scaled->rows);
 }
 
+// Inverted with bw, and then each state tied to a second one as in a bandpass.
 void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw) {
-  Matrix inverse;
-  Matrix product;
-  matrix64_inverse(inverse, ss->a);
-  matrix64_multiply_correctly(product, inverse, ss->c);
-  pad(ss->c, product, 2 * product->cols, product->rows);
+  const bool chebyshev2 = topology == filtermath::symbol("chebyshev-2");
+  Matrix b;
+  matrix64_copy(b, ss->b);
+  const double d = ss->d->data[0];
+  filtermath_lp2hp(ss, bw);
+  ss->d->data[0] = chebyshev2 ? 1.0 : d - fed_through_inverted(ss->c, b);
 
-  if (topology == filtermath::symbol("chebyshev-2")) {
-    ss->d->data[0] = 1.0;
-  } else {
-    // Only four states let this product C A^-1 B be formed; otherwise `product`
-    // still holds C A^-1, whose first element is the same number where B is
-    // (1, 0, ..., 0).
-    Matrix row;
-    matrix64_copy(row, ss->c);
-    row->cols = 4;
-    matrix64_multiply_correctly(product, ss->b, row);
-    if (product->capacity > 0) ss->d->data[0] -= product->data[0];
-  }
-
-  matrix64_multiply_correctly(product, ss->b, inverse);
-  matrix64_scale(product, product, -bw);
-  pad(ss->b, product, product->cols, 2 * product->rows);
-
-  matrix64_scale(inverse, inverse, bw);
-  tie_states(ss->a, inverse, wo);
+  Matrix half;
+  matrix64_copy(half, ss->a);
+  tie_states(ss->a, half, wo);
+  matrix64_copy(half, ss->b);
+  pad(ss->b, half, half->cols, 2 * half->rows);
+  matrix64_copy(half, ss->c);
+  pad(ss->c, half, 2 * half->cols, half->rows);
 }

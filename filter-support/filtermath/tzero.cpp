@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 
 #include "internal.h"
 
@@ -54,12 +55,22 @@ void shift_identity(_matrix64 *s) {
   for (int32_t i = 0; i < n; ++i) matrix64_set(s, i + 1, i, 1.0);
 }
 
+// A negative pivot is left as it is, and x is then projected out, not reflected. With one
+// of next to nothing that leaves no inverse worth its digits: reflecting -x does.
+bool is_short(double pivot, const t_complex64list &x) {
+  constexpr double shortest = 1e-3;
+  double squares = 0.0;
+  for (const auto &value : x) squares += value.real() * value.real();
+  return pivot < 0.0 && -pivot < shortest * std::sqrt(squares);
+}
+
 // Multiplies T and the first n rows of S by the reflection I - beta u u^T that
 // maps the last row of T onto its last axis.
 void reflect(_matrix64 *t, _matrix64 *s, double tol) {
   const int32_t n = t->cols - 1;
   const double *last_row = &t->data[n * t->cols];
   t_complex64list x(last_row, last_row + t->cols);
+  if (is_short(x.back().real(), x)) std::transform(x.begin(), x.end(), x.begin(), std::negate<>());
   double beta = 0.0;
   double is_zero = 0.0;
   filtermath_ss_housh(x, n + 1, tol, &beta, &is_zero);
@@ -112,24 +123,27 @@ void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
   matrix64_multiply(quotient, inverse, af, false);
 }
 
-// A - B C / D, the state matrix of the inverse system, which has the same
-// eigenvalues ([Kai] 2.2); this needs D alone.
-void inverse_system(_matrix64 *quotient, const _statespace *ss) {
-  matrix64_copy(quotient, ss->a);
-  for (int32_t row = 0; row < ss->a->rows; ++row)
-    for (int32_t column = 0; column < ss->a->cols; ++column)
-      quotient->data[row * quotient->cols + column] -=
-          ss->b->data[row] * (ss->c->data[column] / ss->d->data[0]);
-}
-
-// The reflection leaves a negative pivot as it is, and with one of next to nothing
-// Bf has no inverse worth its digits.
-bool is_ill_posed(const _statespace *ss) {
-  constexpr double smallest_part = 1e-2;
-  const double pivot = ss->b->data[0];
-  double squares = ss->d->data[0] * ss->d->data[0];
-  for (int32_t i = 0; i < ss->b->rows; ++i) squares += ss->b->data[i] * ss->b->data[i];
-  return pivot < 0.0 && -pivot < smallest_part * std::sqrt(squares) && ss->d->data[0] != 0.0;
+// The zeros of a series are those of its sections: the eigenvalues of A - B C / D, the
+// state matrix of the inverse system ([Kai] 2.2). Nothing, if a section has no such.
+std::optional<t_complex64list> zeros_of_sections(const _statespace *ss) {
+  const filtermath::Series series = filtermath::sections_of(ss);
+  if (series.empty()) return std::nullopt;
+  Matrix quotient;
+  matrix64_resize(quotient, ss->a->cols, ss->a->rows);
+  matrix64_clear(quotient);
+  int32_t begin = 0;
+  for (const filtermath::Section &section : series) {
+    const double d = section.model->d->data[0];
+    if (d == 0.0) return std::nullopt;
+    const int32_t n = section.model->a->rows;
+    for (int32_t row = 0; row < n; ++row)
+      for (int32_t column = 0; column < n; ++column)
+        matrix64_set(quotient, begin + column, begin + row,
+                     matrix64_get(section.model->a, column, row) -
+                         section.model->b->data[row] * (section.model->c->data[column] / d));
+    begin += n;
+  }
+  return filtermath::eigenvalues(quotient);
 }
 
 }  // namespace
@@ -180,14 +194,13 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
   if (nu == 0) return;
   zpk->gain = ss->d->data[0];
 
-  Matrix quotient;
-  if (!filtermath::inverse_sections(ss, quotient)) {
-    if (is_ill_posed(ss))
-      inverse_system(quotient, ss);
-    else
-      pencil_quotient(quotient, s, tol);
+  std::optional<t_complex64list> zeros = zeros_of_sections(ss);
+  if (!zeros) {
+    Matrix quotient;
+    pencil_quotient(quotient, s, tol);
+    zeros = filtermath::eigenvalues(quotient);
   }
-  zpk->zeros = filtermath::eigenvalues(quotient);
+  zpk->zeros = std::move(*zeros);
   if (coefficients) {
     t_complex64list expanded;
     filtermath_poly(zpk->zeros, expanded);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "precise.h"
 #include "support.h"
 
 namespace {
@@ -97,6 +98,49 @@ TEST(Bilinear, AFeedThroughOutsideASeriesIsKept) {
   filtermath_bilinear(series.get(), 2.0);
   filtermath_bilinear(more.get(), 2.0);
   EXPECT_NEAR(more->d->data[0] - series->d->data[0], 1e-6, 1e-15);
+}
+
+// What is left of D ranges from nothing to far more than there was; half of it and about
+// as much are where another formula takes over.
+TEST(Bilinear, AFeedThroughKeepsItsDigitsWhateverIsLeftOfIt) {
+  for (const double pole : {-1e-3, -0.5, -4.0, -100.0, -1e5}) {
+    for (const double zero : {-1e-6, -1e-3, -0.5, -3.9, -4.1, -100.0, -1e5, 2.0}) {
+      // (s - zero) / (s - pole), with the difference in C alone.
+      const Model ss = model({{pole}}, {1.0}, {pole - zero}, 1.0);
+      const double expected = precise::discrete_feed_through(ss.get());
+      filtermath_bilinear(ss.get(), 2.0);
+      EXPECT_NEAR(ss->d->data[0], expected, 4e-16 * (1.0 + std::abs(pole / (4.0 - zero))) *
+                                                std::abs(expected))
+          << pole << ", " << zero;
+    }
+  }
+}
+
+TEST(Bilinear, AFeedThroughOfAnyModelIsTheSumToWithinItsRounding) {
+  for (std::size_t n = 1; n <= 6; ++n) {
+    for (const double d : {1e-9, 0.3, -0.7, 50.0}) {
+      std::vector<std::vector<double>> a(n, std::vector<double>(n));
+      std::vector<double> b(n);
+      std::vector<double> c(n);
+      for (std::size_t r = 0; r < n; ++r) {
+        for (std::size_t k = 0; k < n; ++k)
+          a[r][k] = std::sin(static_cast<double>(1 + 5 * r + 3 * k + 2 * r * k * k));
+        b[r] = 3.0 * std::cos(static_cast<double>(2 * r + 1));
+        c[r] = 3.0 * std::sin(static_cast<double>(r + 2));
+      }
+      const Model ss = model(a, b, c, d);
+      const double expected = precise::discrete_feed_through(ss.get());
+      filtermath_bilinear(ss.get(), 2.0);
+      EXPECT_NEAR(ss->d->data[0], expected, 1e-14 * (std::abs(d) + 10.0)) << n << ", " << d;
+    }
+  }
+}
+
+// Nothing is left of D here: the inverse system that would keep its digits has none.
+TEST(Bilinear, AFeedThroughOfNothingIsNothing) {
+  const Model ss = model({{-4.0}}, {1.0}, {-8.0}, 1.0);  // (s - 4) / (s + 4)
+  filtermath_bilinear(ss.get(), 2.0);
+  EXPECT_NEAR(ss->d->data[0], 0.0, 1e-16);
 }
 
 TEST(Bilinear, KeepsTheMatricesOfTheModel) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "filtermath/internal.h"
 #include "support.h"
 
 // The zeros of models that are a series of sections, and of ones that nearly are.
@@ -131,6 +132,131 @@ TEST(SeriesZeros, OfASectionWithoutFeedThroughAreThoseOfTheWholeModel) {
   const t_complex64list zeros = zeros_of(ss);
   ASSERT_EQ(zeros.size(), 2U);
   for (const Complex zero : zeros) EXPECT_LT(std::abs(response(ss, zero)), 1e-14);
+}
+
+// --- taking apart and putting together ------------------------------------------------
+
+std::size_t sections(const Model &ss) { return filtermath::sections_of(ss.get()).size(); }
+
+TEST(Series, ADesignIsOneBeforeAndAfterEachStep) {
+  for (const int order : {3, 4, 17, 60}) {
+    const auto count = static_cast<std::size_t>((order + 1) / 2);
+    for (const bool all_pole : {false, true}) {
+      const Zpk prototype = all_pole ? butterworth(order) : chebyshev2(order, 150.0);
+      const t_symbol *family = gensym(all_pole ? "butterworth" : "chebyshev-2");
+      const Model lowpass = realised(prototype);
+      const Model highpass = copy(lowpass.get());
+      const Model bandpass = copy(lowpass.get());
+      const Model bandstop = copy(lowpass.get());
+      EXPECT_EQ(sections(lowpass), count);
+      filtermath_lp2lp(lowpass.get(), 3.7);
+      filtermath_lp2hp(highpass.get(), 3.7);
+      filtermath_lp2bp(bandpass.get(), 3.7, 0.9);
+      filtermath_lp2bs(bandstop.get(), const_cast<t_symbol *>(family), 3.7, 0.9);
+      for (const Model *ss : {&lowpass, &highpass, &bandpass, &bandstop}) {
+        EXPECT_EQ(sections(*ss), count) << order;
+        filtermath_bilinear(ss->get(), 2.0);
+        EXPECT_EQ(sections(*ss), count) << order << ", digital";
+      }
+    }
+  }
+}
+
+TEST(Series, PutTogetherAgainIsTheModel) {
+  const Model ss = chebyshev2_digital("lowpass", 9, 60.0, 0.3);
+  const Model again(statespace_new());
+  filtermath::connect(filtermath::sections_of(ss.get()), again.get());
+  const auto expect_same = [](const _matrix64 *x, const _matrix64 *y) {
+    ASSERT_EQ(x->cols, y->cols);
+    ASSERT_EQ(x->rows, y->rows);
+    for (int32_t i = 0; i < x->capacity; ++i)
+      EXPECT_NEAR(x->data[i], y->data[i], 1e-14 * std::abs(x->data[i])) << i;
+  };
+  expect_same(again->a, ss->a);
+  expect_same(again->b, ss->b);
+  expect_same(again->c, ss->c);
+  expect_same(again->d, ss->d);
+}
+
+TEST(Series, OneSectionIsNone) {
+  EXPECT_EQ(sections(model({{0.5}}, {1.0}, {2.0}, 3.0)), 0U);
+  EXPECT_EQ(sections(model({{0.5, 1.0}, {-1.0, 0.5}}, {1.0, 1.0}, {2.0, 2.0}, 3.0)), 0U);
+  EXPECT_EQ(sections(model({}, {}, {}, 3.0)), 0U);
+}
+
+TEST(Series, SectionsThatAreNotTiedAreNone) {
+  EXPECT_EQ(sections(model({{0.5, 0.0}, {0.0, 0.25}}, {1.0, 1.0}, {2.0, 2.0}, 3.0)), 0U);
+}
+
+TEST(Series, AModelThatIsNotFiniteIsNone) {
+  for (const double bad : {not_a_number, infinity}) {
+    for (const std::size_t at : {0U, 1U, 2U, 3U}) {
+      if (at == 1U) continue;  // above the diagonal: no series at all
+      const Model ss = model({{0.5, 0.0}, {1.0, 0.25}}, {1.0, 2.0}, {3.0, 4.0}, 6.0);
+      ASSERT_EQ(sections(ss), 2U);
+      ss->a->data[at] = bad;
+      if (at == 2U) {
+        EXPECT_EQ(sections(ss), 0U) << bad;
+      }
+      ss->b->data[0] = bad;
+      EXPECT_EQ(sections(ss), 0U) << bad;
+    }
+  }
+}
+
+// Each number may be off by four units of rounding for each factor of its product. The
+// two sections here pass on 6 from input to output, which has three factors.
+TEST(Series, ANumberMayBeOffByItsRoundingAndNoMore) {
+  const double unit = std::numeric_limits<double>::epsilon();
+  const Model ss = model({{0.5, 0.0}, {1.0, 0.25}}, {1.0, 2.0}, {3.0, 4.0}, 6.0);
+  for (const double sign : {1.0, -1.0}) {
+    ss->d->data[0] = 6.0 * (1.0 + sign * 10.0 * unit);
+    EXPECT_EQ(sections(ss), 2U) << sign;
+    ss->d->data[0] = 6.0 * (1.0 + sign * 14.0 * unit);
+    EXPECT_EQ(sections(ss), 0U) << sign;
+  }
+}
+
+/** A series of first-order sections with feed-throughs of 1, each driven by all before. */
+Model first_order_series(std::size_t n) {
+  std::vector<std::vector<double>> a(n, std::vector<double>(n, 0.0));
+  for (std::size_t row = 0; row < n; ++row) {
+    for (std::size_t column = 0; column < row; ++column) a[row][column] = 1.0;
+    a[row][row] = 0.5;
+  }
+  return model(a, std::vector<double>(n, 1.0), std::vector<double>(n, 1.0), 1.0);
+}
+
+TEST(Series, EveryNumberCounts) {
+  constexpr std::size_t n = 6;
+  ASSERT_EQ(sections(first_order_series(n)), n);
+  const auto changed = [](std::size_t index, double factor) {
+    const Model ss = first_order_series(n);
+    if (index < n * n)
+      ss->a->data[index] *= factor;
+    else if (index < n * n + n)
+      ss->b->data[index - n * n] *= factor;
+    else if (index < n * n + 2 * n)
+      ss->c->data[index - n * n - n] *= factor;
+    else
+      ss->d->data[0] *= factor;
+    return sections(ss);
+  };
+  for (std::size_t index = 0; index <= n * n + 2 * n; ++index) {
+    // Any number does as a section's own: on the diagonal, the
+    // first input weight and the last output weight.
+    const bool any = (index < n * n && index % n >= index / n) || index == n * n ||
+                     index == n * n + 2 * n - 1;
+    EXPECT_EQ(changed(index, 1.0 + 1e-13), any ? n : 0U) << index;
+  }
+}
+
+// A section that feeds nothing through still is one; the zeros are then those of the whole.
+TEST(Series, ASectionMayFeedNothingThrough) {
+  const Model ss = model({{0.5, 0.0}, {1.0, 0.25}}, {1.0, 0.0}, {3.0, 4.0}, 0.0);
+  EXPECT_EQ(sections(ss), 2U);
+  filtermath_bilinear(ss.get(), 2.0);
+  EXPECT_EQ(sections(ss), 2U);
 }
 
 }  // namespace
