@@ -1,5 +1,9 @@
+#include <fast_float/fast_float.h>
+
+#include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cmath>
 
 #include <fmt/format.h>
 
@@ -7,6 +11,21 @@
 #include "state.h"
 
 namespace patchbay {
+namespace {
+
+// Standard libraries of other systems lack std::from_chars for doubles. What lies beyond the
+// doubles, and what is not 0 and rounds to it, is no number: it would become infinite or silent.
+std::optional<double> as_double(const char *begin, const char *end) {
+  double number = 0.0;
+  const auto [stop, error] = fast_float::from_chars(begin, end, number);
+  if (error != std::errc() || stop != end || !std::isfinite(number)) return std::nullopt;
+  const char *exponent = std::find_if(begin, end, [](char c) { return c == 'e' || c == 'E'; });
+  const bool is_zero = std::none_of(begin, exponent, [](char c) { return c >= '1' && c <= '9'; });
+  if (number == 0.0 && !is_zero) return std::nullopt;
+  return number;
+}
+
+}  // namespace
 
 // Numbers begin with a digit, a sign or a point; "inf" and "nan" are words.
 Value parse_word(const std::string &word) {
@@ -21,10 +40,7 @@ Value parse_word(const std::string &word) {
   if (auto [stop, error] = std::from_chars(digits, end, integer);
       error == std::errc() && stop == end && !(negative && integer == 0))
     return integer;
-  double number = 0.0;
-  if (auto [stop, error] = std::from_chars(digits, end, number);
-      error == std::errc() && stop == end)
-    return number;
+  if (const auto number = as_double(digits, end)) return *number;
   return word;
 }
 

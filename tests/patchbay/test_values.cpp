@@ -1,7 +1,9 @@
 // Values as text, and text as values.
 
+#include <bit>
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "host_test.h"
 
@@ -25,6 +27,46 @@ TEST(ParseLine, TellsIntegersFromNumbers) {
   EXPECT_EQ(parse_line("9223372036854775807 -9223372036854775808"),
             (Values{std::numeric_limits<t_long>::max(), std::numeric_limits<t_long>::min()}));
   EXPECT_EQ(parse_line("9223372036854775808"), Values{9223372036854775808.0});
+}
+
+// Decimal numbers on both sides of what decides to which double they are rounded.
+TEST(ParseLine, RoundsToTheNearestDouble) {
+  const std::pair<const char *, double> cases[] = {
+      {"9007199254740993.0", 9007199254740992.0},
+      {"9007199254740993.00000000000000000000000000001", 9007199254740994.0},
+      {"9007199254740995.0", 9007199254740996.0},
+      {"0.1000000000000000055511151231257827021181583404541015625", 0.1},
+      {"2.2250738585072011e-308", 0x0.fffffffffffffp-1022},
+      {"1.7976931348623157e308", std::numeric_limits<double>::max()},
+      {"1.7976931348623158e308", std::numeric_limits<double>::max()},
+      {"2.4703282292062328e-324", std::numeric_limits<double>::denorm_min()},
+      {"0e-999", 0.0},
+      {"0.000E999", 0.0},
+      {"-0.0", -0.0}};
+  for (const auto &[word, number] : cases) {
+    const Values read = parse_line(word);
+    ASSERT_TRUE(read.size() == 1 && std::holds_alternative<double>(read[0])) << word;
+    EXPECT_EQ(std::get<double>(read[0]), number) << word;
+    EXPECT_EQ(std::signbit(std::get<double>(read[0])), std::signbit(number)) << word;
+  }
+}
+
+TEST(ParseLine, TakesWhatIsBeyondTheDoublesAsASymbol) {
+  for (const char *word : {"1e999", "-1e999", "1.7976931348623159e308", "1e-999", "-1e-999",
+                           "2.4703282292062327e-324", "0.01e-400"})
+    EXPECT_EQ(parse_line(word), Values{word}) << word;
+}
+
+TEST(ParseLine, ReadsEveryNumberBack) {
+  std::mt19937_64 random(20);
+  for (int i = 0; i < 10000; ++i) {
+    const double number = std::bit_cast<double>(random());
+    if (!std::isfinite(number)) continue;
+    const Values read = parse_line(to_text(number));
+    ASSERT_EQ(read.size(), 1U);
+    const auto *whole = std::get_if<t_long>(&read[0]);
+    ASSERT_EQ(whole != nullptr ? static_cast<double>(*whole) : std::get<double>(read[0]), number);
+  }
 }
 
 TEST(ParseLine, TakesAllElseAsSymbols) {
