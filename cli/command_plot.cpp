@@ -15,6 +15,7 @@
 #include "settings_options.h"
 #include "subcommands.h"
 #include "title.h"
+#include "visible.h"
 
 namespace cli {
 namespace {
@@ -86,16 +87,9 @@ double floor_of(const Option &option, const std::vector<plot::Trace> &traces) {
   return floor;
 }
 
-// The middle of a long text says least. `part` is how many bytes are kept on each side.
-std::string shortened(const std::string &text, std::size_t part) {
-  if (text.size() <= 2 * part + 3) return text;
-  const auto is_inside = [&](std::size_t at) {
-    return (static_cast<unsigned char>(text[at]) & 0xc0U) == 0x80;
-  };
-  std::size_t head = part, tail = text.size() - part;
-  while (head > 0 && is_inside(head)) --head;
-  while (tail < text.size() - 1 && is_inside(tail)) ++tail;
-  return text.substr(0, head) + "\u2026" + text.substr(tail);
+// `part` is how many bytes are kept on each side.
+std::string brief(const std::string &text, std::size_t part) {
+  return shortened(visible(text), part, part, "\u2026");
 }
 
 plot::Trace saved_trace(const std::string &file) {
@@ -108,7 +102,7 @@ plot::Trace saved_trace(const std::string &file) {
   try {
     plot::Trace trace = plot::trace(design, what);
     const std::string name = std::filesystem::path(file).filename().string();
-    trace.name = fmt::format("{}: {}", shortened(name, file_part), title(design));
+    trace.name = fmt::format("{}: {}", brief(name, file_part), title(design));
     return trace;
   } catch (const Refusal &) {
     throw;
@@ -188,12 +182,11 @@ int plot_command(const Invocation &invocation) {
   }
   const bool one = figure.traces.size() == 1;
   figure.title =
-      shortened(caption.value().value_or(one ? figure.traces.front().name
-                                             : fmt::format("{} filters", figure.traces.size())),
-                title_part);
+      brief(caption.value().value_or(one ? figure.traces.front().name
+                                         : fmt::format("{} filters", figure.traces.size())),
+            title_part);
   for (std::size_t i = 0; i < figure.traces.size(); ++i)
-    figure.traces[i].name =
-        fmt::format("{}  {}", i + 1, shortened(figure.traces[i].name, name_part));
+    figure.traces[i].name = fmt::format("{}  {}", i + 1, brief(figure.traces[i].name, name_part));
   figure.frequencies = plot::whole_axis(figure.traces);
   figure.levels = plot::whole_levels(figure.traces, floor_of(floor, figure.traces));
   set_range(figure.frequencies, range);

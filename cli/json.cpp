@@ -51,7 +51,7 @@ class Writer {
     else if (json.is_object())
       write_object(json, depth);
     else
-      out_ += json.dump(-1, ' ', false, Json::error_handler_t::replace);
+      out_ += json_text(json);
   }
 
   std::string text() { return std::move(out_); }
@@ -72,15 +72,11 @@ class Writer {
     bool first = true;
     for (const auto &[key, value] : json.items()) {
       if (!first) out_ += pages_ ? "," : ", ";
-      out_ += newline + (pages_ ? "  " : "") + dumped(key) + ": ";
+      out_ += newline + (pages_ ? "  " : "") + json_text(key) + ": ";
       write(value, depth + 1);
       first = false;
     }
     out_ += newline + '}';
-  }
-
-  static std::string dumped(const std::string &key) {
-    return Json(key).dump(-1, ' ', false, Json::error_handler_t::replace);
   }
 
   bool pages_;

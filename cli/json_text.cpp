@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <set>
 #include <system_error>
 #include <vector>
@@ -12,6 +13,7 @@
 #include <fmt/format.h>
 
 #include "subcommand.h"
+#include "visible.h"
 
 namespace cli {
 namespace {
@@ -24,6 +26,10 @@ std::string without_label(std::string text) {
   const std::size_t label = text.find("] ");
   if (label != std::string::npos) text.erase(0, label + 2);
   return text;
+}
+
+std::string as_code(const Hidden &hidden) {
+  return fmt::format("\\u{:04x}", static_cast<std::uint32_t>(hidden.character.value()));
 }
 
 struct Descriptor {
@@ -39,6 +45,10 @@ struct Descriptor {
 }
 
 }  // namespace
+
+std::string json_text(const Json &value) {
+  return with_hidden(value.dump(-1, ' ', false, Json::error_handler_t::replace), as_code);
+}
 
 Json parse_json(const std::string &text, const std::string &name) {
   std::vector<std::set<std::string>> keys;  // of the objects and lists around the place

@@ -16,6 +16,7 @@
 #include "destination.h"
 #include "subcommand.h"
 #include "temporary.h"
+#include "visible.h"
 
 namespace cli {
 namespace {
@@ -27,33 +28,6 @@ mode_t new_file_mode() {
   const mode_t mask = umask(0);
   umask(mask);
   return static_cast<mode_t>(0666) & ~mask;
-}
-
-std::string printable(const std::string &text) {
-  std::string shown;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte == 0x7f)
-      shown += fmt::format("\\x{:02x}", byte);
-    else
-      shown += c;
-  }
-  return shown;
-}
-
-// UTF-8 characters are left whole.
-std::string shortened(const std::string &text) {
-  constexpr std::size_t head = 200;
-  constexpr std::size_t tail = 300;
-  if (text.size() <= head + tail) return text;
-  const auto is_inside = [&](std::size_t at) {
-    return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xc0U) == 0x80;
-  };
-  std::size_t left = head;
-  std::size_t right = text.size() - tail;
-  while (left > 0 && is_inside(left)) --left;
-  while (is_inside(right)) ++right;
-  return text.substr(0, left) + " ... " + text.substr(right);
 }
 
 bool is_folder(const std::filesystem::path &path) {
@@ -101,7 +75,9 @@ bool print(std::string_view text) {
   return true;
 }
 
-std::string shown(const std::string &sentence) { return shortened(printable(sentence)); }
+std::string shown(const std::string &sentence) {
+  return shortened(visible(sentence), 200, 300, " ... ");
+}
 
 void say(const std::string &sentence) {
   write_all(STDERR_FILENO, "veltane: " + shown(sentence) + '\n');

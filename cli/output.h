@@ -23,8 +23,8 @@ int write_all(int descriptor, std::string_view text);
  *  @return false when the reader has gone. Raises std::runtime_error when it cannot write. */
 bool print(std::string_view text);
 
-/** @return a sentence fit to be shown, whatever was quoted in it: control characters
- *  as \xNN, and the middle of a very long one left out. */
+/** @return a sentence fit to be shown, whatever was quoted in it: as by `visible`, and the
+ *  middle of a very long one left out. */
 std::string shown(const std::string &sentence);
 
 /** Writes "veltane: ", the sentence as `shown`, and a newline to standard error. */

@@ -10,6 +10,7 @@
 #include "manual.h"
 #include "options.h"
 #include "subcommand.h"
+#include "visible.h"
 
 namespace cli {
 namespace {
@@ -47,24 +48,26 @@ bool is_plain(char c) {
          std::string_view("-_./:=,+@%").find(c) != std::string_view::npos;
 }
 
-bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
+std::string in_hexadecimal(const Hidden &hidden) {
+  std::string text;
+  for (const char c : hidden.bytes) text += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
+  return text;
+}
 
-// As POSIX shells take it; with control characters as bash and its like do.
+// As POSIX shells take it; with what is not to be shown as bash and its like do.
 std::string quoted(const std::string &word) {
   if (!word.empty() && std::all_of(word.begin(), word.end(), is_plain)) return word;
-  const bool escaped = std::any_of(word.begin(), word.end(), is_control);
-  std::string text = escaped ? "$'" : "'";
+  const bool escaped = visible(word) != word;
+  std::string text;
   for (const char c : word) {
-    if (is_control(c))
-      text += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
-    else if (escaped && (c == '\'' || c == '\\'))
+    if (escaped && (c == '\'' || c == '\\'))
       text += std::string("\\") + c;
     else if (c == '\'')
       text += "'\\''";
     else
       text += c;
   }
-  return text + '\'';
+  return escaped ? "$'" + with_hidden(text, in_hexadecimal) + '\'' : '\'' + text + '\'';
 }
 
 }  // namespace

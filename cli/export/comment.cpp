@@ -2,19 +2,12 @@
 #include <cctype>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "export/export.h"
+#include "visible.h"
 
 namespace cli {
 namespace {
-
-// Some languages read no source that is not UTF-8, not even in a comment.
-std::string as_utf8(const std::string &text) {
-  using Json = nlohmann::json;
-  return Json::parse(Json(text).dump(-1, ' ', false, Json::error_handler_t::replace))
-      .get<std::string>();
-}
 
 std::string with_point(std::string text) {
   if (text.find_first_of(".e") == std::string::npos) text += ".0";
@@ -64,7 +57,7 @@ std::string comment(const Export &filter, const std::string &prefix, const Words
   lines.push_back("Made by: " + shell_line(filter.invocation));
   std::string text;
   for (const std::string &line : lines) {
-    text += prefix + as_utf8(line);
+    text += prefix + visible(line);
     text.erase(text.find_last_not_of(' ') + 1);
     text += '\n';
   }

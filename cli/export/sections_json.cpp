@@ -1,20 +1,14 @@
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "export/export.h"
+#include "json_text.h"
 
 namespace cli {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string json_text(const Json &value) {
-  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-std::string json_text(const Words &words) {
+std::string json_list(const Words &words) {
   std::string text;
-  for (const std::string &word : words) text += (text.empty() ? "" : ", ") + json_text(Json(word));
+  for (const std::string &word : words) text += (text.empty() ? "" : ", ") + json_text(word);
   return '[' + text + ']';
 }
 
@@ -25,15 +19,15 @@ std::string to_sections_json(const Export &filter) {
   const auto add = [&](const char *key, const std::string &value) {
     text += fmt::format("  \"{}\": {},\n", key, value);
   };
-  add("veltane", json_text(Json(VELTANE_VERSION)));
-  add("command", json_text(spoken(filter.invocation)));
-  add("filter", json_text(Json(filter.title)));
+  add("veltane", json_text(VELTANE_VERSION));
+  add("command", json_list(spoken(filter.invocation)));
+  add("filter", json_text(filter.title));
   add("samplerate", double_text(filter.samplerate));
-  add("equation", json_text(Json("y[n] = b0 x[n] + b1 x[n-1] + b2 x[n-2] - a1 y[n-1] - a2 y[n-2], "
-                                 "one section after the other")));
-  add("feedback", json_text(Json("subtracted")));
-  add("gain", json_text(filter.gain));
-  add("notes", json_text(filter.remarks));
+  add("equation", json_text("y[n] = b0 x[n] + b1 x[n-1] + b2 x[n-2] - a1 y[n-1] - a2 y[n-2], "
+                            "one section after the other"));
+  add("feedback", json_text("subtracted"));
+  add("gain", json_list(filter.gain));
+  add("notes", json_list(filter.remarks));
   add("columns", R"(["b0", "b1", "b2", "a1", "a2"])");
   text += "  \"sections\": [\n";
   const char *separator = "";

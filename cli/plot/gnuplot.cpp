@@ -21,8 +21,8 @@
 #include <fmt/format.h>
 
 #include "parent.h"
-#include "plot/shown.h"
 #include "temporary.h"
+#include "visible.h"
 
 namespace cli::plot {
 namespace {
@@ -192,7 +192,7 @@ std::string draw(const std::string &script, const Limits &limits) {
 
 std::string quoted(const std::string &text) {
   std::string out = "\"";
-  for (const char c : shown(text)) {
+  for (const char c : visible(text)) {
     const auto byte = static_cast<unsigned char>(c);
     // A digit after a number would be taken for a part of it.
     const bool plain = byte < 0x80 && (std::isalpha(byte) != 0 || c == ' ');

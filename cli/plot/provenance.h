@@ -11,8 +11,7 @@ namespace cli::plot {
  * @param title    its title
  * @param command  the command line that makes it
  * @return the picture with both in it: the elements `title` and `desc` of an SVG, the text chunks
- *         "Title" and "Description" of a PNG. What is not UTF-8 or no character of XML becomes
- *         U+FFFD.
+ *         "Title" and "Description" of a PNG. Both are changed as by `visible`.
  */
 std::string described(const std::string &picture, const std::string &title,
                       const std::string &command);

@@ -218,7 +218,7 @@ TEST_F(PlotCommand, NamesAndTitlesAreTextAndNothingElse) {
       "a.svg", R"(--compare x*.json x*.json --title "'; system 'touch stolen' #\"\`touch stolen\`
 <&> \$HOME %s {x}_y^z \\n")");
   EXPECT_TRUE(xml_is_well_formed(path("a.svg")));
-  EXPECT_THAT(svg, HasSubstr("'; system 'touch stolen' #\"`touch stolen` &lt;&amp;> $HOME %s "
+  EXPECT_THAT(svg, HasSubstr("'; system 'touch stolen' #\"`touch stolen`\\x0a&lt;&amp;> $HOME %s "
                              "{x}_y^z \\n</text>"));
   EXPECT_FALSE(fs::exists(path("stolen")));
 }
