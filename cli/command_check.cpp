@@ -53,34 +53,12 @@ analysis::Transfer transfer_of(const Published &published) {
   return transfer;
 }
 
-// The file's coefficients under its settings, completed by those of a new box.
-Design saved_design(patchbay::Host &host, const std::string &file, const Design &saved) {
-  if (saved.dictionary.empty())
-    throw Refusal(
-        fmt::format("'{}' has no \"dictionary\" to check; 'veltane check --from {}' "
-                    "checks a new design with its settings",
-                    file, file));
-  Design design = run_design(host, saved.settings);
-  design.dictionary = saved.dictionary;
-  return design;
-}
-
 Published read(const Design &design, const std::optional<std::string> &file) {
   try {
     return published(design);
   } catch (const std::runtime_error &error) {
     if (!file) throw;
     throw Refusal(fmt::format("'{}' cannot be checked: {}", *file, error.what()));
-  }
-}
-
-void check_names(const Subject &subject, const std::string &file) {
-  for (const char *name : {"topology", "response"}) {
-    const std::string &held =
-        std::string(name) == "topology" ? subject.published.topology : subject.published.response;
-    if (held != subject.setting(name))
-      throw Refusal(fmt::format("'{}' has settings for a {} and the coefficients of a {}", file,
-                                subject.setting(name), held));
   }
 }
 
@@ -96,15 +74,19 @@ Subject subject_of(patchbay::Host &host, const SettingsOptions &options,
                       "with --from {}, which designs anew",
                       *file, *file));
     const Design saved = read_saved(*file);
+    if (saved.dictionary.empty())
+      throw Refusal(
+          fmt::format("'{}' has no \"dictionary\" to check; 'veltane check --from {}' "
+                      "checks a new design with its settings",
+                      *file, *file));
     subject.requested = saved.settings;
-    subject.design = saved_design(host, *file, saved);
+    subject.design = saved_filter(host, *file, saved);
   } else {
     subject.design = run_design(host, subject.requested);
   }
   for (const auto &[name, values] : subject.requested)
     if (options.typed(name)) subject.typed.insert(name);
   subject.published = read(subject.design, file);
-  if (file) check_names(subject, *file);
   subject.whole =
       completed(subject.published, published(run_design(host, with_all_forms(subject.requested))));
   subject.band = band_of(subject.whole.response);

@@ -92,13 +92,15 @@ std::string brief(const std::string &text, std::size_t part) {
   return shortened(visible(text), part, part, "\u2026");
 }
 
-plot::Trace saved_trace(const std::string &file) {
+plot::Trace saved_trace(patchbay::Host &host, const std::string &file) {
   const std::string what = fmt::format("'{}'", file);
-  const Design design = read_saved(file);
-  if (design.dictionary.empty())
+  const Design saved = read_saved(file);
+  if (saved.dictionary.empty())
     throw Refusal(what +
                   " has settings and no filter; 'veltane design --format json -o FILE' "
                   "saves both");
+  const Design design = saved_filter(host, file, saved);
+  for (const std::string &remark : design.remarks) say(fmt::format("{}: {}", what, remark));
   try {
     plot::Trace trace = plot::trace(design, what);
     const std::string name = std::filesystem::path(file).filename().string();
@@ -177,7 +179,7 @@ int plot_command(const Invocation &invocation) {
     warn(figure.traces.back(), "the filter");
   }
   for (const std::string &other : saved) {
-    figure.traces.push_back(saved_trace(other));
+    figure.traces.push_back(saved_trace(host, other));
     warn(figure.traces.back(), fmt::format("'{}'", other));
   }
   const bool one = figure.traces.size() == 1;

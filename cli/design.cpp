@@ -107,6 +107,41 @@ struct BoxOwner {
   ~BoxOwner() { host.free(box); }
 };
 
+void set_attribute(patchbay::Host &host, patchbay::Box box, const AttributeInfo &attribute,
+                   const Values &given, std::vector<std::string> &remarks) {
+  check_room(attribute, given);
+  check_choice(attribute, given);
+  const Values values = switched(attribute, given);
+  try {
+    host.set(box, attribute.name, values);
+  } catch (const patchbay::Error &error) {
+    throw Refusal(error.what());
+  }
+  if (attribute.type == "symbol") return;
+  const Values used = host.get(box, attribute.name);
+  for (std::size_t i = 0; i < used.size(); ++i)
+    if (!same_number(values[i], used[i]))
+      remarks.push_back(fmt::format("{} takes {}: {} is used, not {}", attribute.name,
+                                    range(attribute), patchbay::to_text(used[i]),
+                                    patchbay::to_text(values[i])));
+}
+
+// Gives a box its settings. What it changes of them becomes remarks.
+void set_all(patchbay::Host &host, patchbay::Box box, const Settings &requested,
+             std::vector<std::string> &remarks) {
+  const std::vector<AttributeInfo> attributes = host.attributes(class_name);
+  for (const auto &[name, values] : requested)
+    set_attribute(host, box, named(attributes, name), values, remarks);
+  check_cutoffs(requested, patchbay::to_text(host.get(box, "response").at(0)), remarks);
+}
+
+void read_all(const patchbay::Host &host, patchbay::Box box, Design &design) {
+  for (const AttributeInfo &attribute : host.attributes(class_name))
+    design.settings.emplace_back(attribute.name, host.get(box, attribute.name));
+  const auto rate = std::get<t_long>(host.get(box, "samplerate").at(0));
+  design.samplerate = rate >= 1 ? static_cast<double>(rate) : audio_samplerate;
+}
+
 }  // namespace
 
 void load_module(patchbay::Host &host, const std::filesystem::path &module) {
@@ -118,46 +153,30 @@ void load_module(patchbay::Host &host, const std::filesystem::path &module) {
   }
 }
 
+Design accepted(patchbay::Host &host, const Settings &requested) {
+  const BoxOwner owner{host, host.make(class_name)};
+  Design design;
+  set_all(host, owner.box, requested, design.remarks);
+  read_all(host, owner.box, design);
+  return design;
+}
+
 Design run_design(patchbay::Host &host, const Settings &requested) {
-  const std::vector<AttributeInfo> attributes = host.attributes(class_name);
   const std::size_t posted = host.posts().size();
   host.set_samplerate(audio_samplerate);
   const BoxOwner owner{host, host.make(class_name)};
   const patchbay::Box box = owner.box;
   Design design;
-
-  for (const auto &[name, given] : requested) {
-    const AttributeInfo &attribute = named(attributes, name);
-    check_room(attribute, given);
-    check_choice(attribute, given);
-    const Values values = switched(attribute, given);
-    try {
-      host.set(box, name, values);
-    } catch (const patchbay::Error &error) {
-      throw Refusal(error.what());
-    }
-    if (attribute.type == "symbol") continue;
-    const Values used = host.get(box, name);
-    for (std::size_t i = 0; i < used.size(); ++i)
-      if (!same_number(values[i], used[i]))
-        design.remarks.push_back(fmt::format("{} takes {}: {} is used, not {}", name,
-                                             range(attribute), patchbay::to_text(used[i]),
-                                             patchbay::to_text(values[i])));
-  }
-
-  check_cutoffs(requested, patchbay::to_text(host.get(box, "response").at(0)), design.remarks);
+  set_all(host, box, requested, design.remarks);
   host.send(box, "bang");
   for (std::size_t i = posted; i < host.posts().size(); ++i)
     if (const std::string &text = host.posts()[i].text;
         design.remarks.empty() || design.remarks.back() != text)
       design.remarks.push_back(text);
-  for (const AttributeInfo &attribute : attributes)
-    design.settings.emplace_back(attribute.name, host.get(box, attribute.name));
   const auto published = host.dictionary(joined(host.get(box, "name"), " "));
   if (!published || published->empty()) throw_for(host.posts(), posted);
   design.dictionary = *published;
-  const auto rate = std::get<t_long>(host.get(box, "samplerate").at(0));
-  design.samplerate = rate >= 1 ? static_cast<double>(rate) : audio_samplerate;
+  read_all(host, box, design);
   return design;
 }
 

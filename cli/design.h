@@ -31,6 +31,15 @@ constexpr double audio_samplerate = 48000.0;
 void load_module(patchbay::Host &host, const std::filesystem::path &module);
 
 /**
+ * Settings as a box of the class `veltane` holds them: within the module's ranges, of its choices,
+ * and complete.
+ * @param requested  values, which may all be texts
+ * @return a design without a dictionary
+ * Raises Refusal when a value does not fit.
+ */
+Design accepted(patchbay::Host &host, const Settings &requested);
+
+/**
  * Makes a box of the class `veltane`, gives it the settings, bangs it, and
  * frees it.
  * @param requested  values, which may all be texts

@@ -52,16 +52,25 @@ std::string json_text(const Json &value) {
 
 Json parse_json(const std::string &text, const std::string &name) {
   std::vector<std::set<std::string>> keys;  // of the objects and lists around the place
+  std::size_t values = 0;
   const auto check = [&](int, Json::parse_event_t event, Json &parsed) {
     using Event = Json::parse_event_t;
+    if (event == Event::object_start || event == Event::array_start || event == Event::value)
+      if (++values > most_values)
+        throw Refusal(
+            fmt::format("{} holds more than {} values, and no design does", name, most_values));
     if (event == Event::object_start || event == Event::array_start) {
       keys.emplace_back();
       if (keys.size() > deepest)
         throw Refusal(fmt::format("{} nests deeper than {} levels", name, deepest));
     } else if (event == Event::object_end || event == Event::array_end) {
       keys.pop_back();
-    } else if (event == Event::key && !keys.back().insert(parsed.get<std::string>()).second) {
-      throw Refusal(fmt::format("{} has '{}' twice", name, parsed.get<std::string>()));
+    } else if (event == Event::key) {
+      if (!keys.back().insert(parsed.get<std::string>()).second)
+        throw Refusal(fmt::format("{} has '{}' twice", name, parsed.get<std::string>()));
+      if (keys.back().size() > most_keys)
+        throw Refusal(fmt::format("{} has an object of more than {} keys, and no design has one",
+                                  name, most_keys));
     }
     return true;
   };

@@ -10,11 +10,15 @@ namespace cli {
 
 using Json = nlohmann::ordered_json;
 
+/** What a document may hold. A design of order 200 has less than 5,000 values, and an object of it
+ *  less than 20 keys. */
+constexpr std::size_t most_values = 10000, most_keys = 1000;
+
 /**
  * Parses a text.
  * @param name  what it is called in a sentence
- * Raises Refusal when it is no JSON, nests deeper than 16 levels, or has a key
- * twice in an object.
+ * Raises Refusal when it is no JSON, nests deeper than 16 levels, has a key twice in an object,
+ * more than `most_keys` in one, or more than `most_values` in all, objects and lists included.
  */
 Json parse_json(const std::string &text, const std::string &name);
 

@@ -74,12 +74,33 @@ patchbay::Dictionary dictionary_of(const Json &object, const std::string &what) 
   return dictionary;
 }
 
-double samplerate_of(const Settings &settings) {
-  for (const auto &[name, values] : settings)
-    if (name == "samplerate" && values.size() == 1)
-      if (const auto *rate = std::get_if<t_long>(&values.front()); rate != nullptr && *rate >= 1)
-        return static_cast<double>(*rate);
-  return audio_samplerate;
+double highest_order(const patchbay::Host &host) {
+  for (const patchbay::AttributeInfo &attribute : host.attributes("veltane"))
+    if (attribute.name == "order" && attribute.highest) return *attribute.highest;
+  throw std::runtime_error("the module tells no highest order");
+}
+
+// A band response has two poles for each of its order, in one section of five numbers.
+void check_lengths(const patchbay::Host &host, const Design &saved, const std::string &what) {
+  const double highest = highest_order(host);
+  for (const auto &[key, entry] : saved.dictionary)
+    if (const auto *list = std::get_if<Values>(&entry);
+        list != nullptr && static_cast<double>(list->size()) > 5 * highest)
+      throw Refusal(
+          fmt::format("'{}' of {} has {} numbers, and a filter of order {} has {} at most", key,
+                      what, list->size(), highest, 5 * highest));
+}
+
+// The family and the response stand in both.
+void check_kind(const Design &design, const std::string &what) {
+  for (const auto &[key, entry] : design.dictionary) {
+    const auto *held = std::get_if<std::string>(&entry);
+    if (held == nullptr || (key != "topology" && key != "response")) continue;
+    for (const auto &[name, values] : design.settings)
+      if (name == key && values != Values{*held})
+        throw Refusal(fmt::format("{} has settings for a {} and the coefficients of a {}", what,
+                                  patchbay::to_text(values.at(0)), *held));
+  }
 }
 
 }  // namespace
@@ -94,9 +115,22 @@ Design read_saved(const std::string &file) {
   Design design;
   design.settings = settings_of(document["settings"], "\"settings\" of " + what);
   std::erase_if(design.settings, [](const auto &setting) { return setting.first == "name"; });
-  design.samplerate = samplerate_of(design.settings);
   if (document.contains("dictionary"))
     design.dictionary = dictionary_of(document["dictionary"], what);
+  return design;
+}
+
+Design saved_filter(patchbay::Host &host, const std::string &file, const Design &saved) {
+  const std::string what = fmt::format("'{}'", file);
+  check_lengths(host, saved, what);
+  Design design;
+  try {
+    design = accepted(host, saved.settings);
+  } catch (const Refusal &refusal) {
+    throw Refusal(fmt::format("{}: {}", what, refusal.what()));
+  }
+  design.dictionary = saved.dictionary;
+  check_kind(design, what);
   return design;
 }
 

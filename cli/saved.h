@@ -11,11 +11,21 @@ namespace cli {
 /**
  * Reads a design as `veltane design --format json` writes it.
  * @param file  its name; "-" for standard input
- * @return the design; its settings without the name of the dictionary, its
- *         dictionary empty where the file has none, null read as not a number
+ * @return the design; its settings as they stand in the file, without the name of the
+ *         dictionary, fit for nothing but `run_design` or `accepted`; its dictionary empty where
+ *         the file has none, null read as not a number
  * Raises Refusal when the file cannot be read or is no such design.
  */
 Design read_saved(const std::string &file);
+
+/**
+ * The filter of such a design under settings that the module can have: what it would not take is
+ * refused, what it would change is changed, and told in the remarks.
+ * @param saved  as `read_saved` returns it
+ * Raises Refusal when the settings do not fit, or the dictionary belongs to another family or
+ * response than they, or holds more than a filter of the highest order has.
+ */
+Design saved_filter(patchbay::Host &host, const std::string &file, const Design &saved);
 
 /**
  * Reads settings as they stand in such a design: an object with attributes as its

@@ -47,11 +47,14 @@ std::string frequency_tick_text(double hz, double step, const Axis &axis) {
   return tick_text(hz / prefix.factor, step / prefix.factor) + prefix.letter;
 }
 
-std::vector<double> multiples(const Axis &axis, double step) {
+// None where they cannot be told apart: an axis without a length, or one so far from 0 that steps
+// are lost in rounding.
+std::vector<double> multiples(const Axis &axis, double step, int most) {
   const double slack = 1e-9 * (axis.high - axis.low);
-  std::vector<double> list;
   const double first = std::ceil((axis.low - slack) / step);
   const double last = std::floor((axis.high + slack) / step);
+  std::vector<double> list;
+  if (!(last - first <= most && std::fabs(first) < 1e15 && std::fabs(last) < 1e15)) return list;
   for (double k = first; k <= last; ++k) list.push_back(k * step);
   return list;
 }
@@ -115,13 +118,13 @@ double rounded_down(double value) {
 std::vector<Tick> number_ticks(const Axis &axis, int most) {
   const double step = rounded_up((axis.high - axis.low) / most);
   std::vector<Tick> ticks;
-  for (const double at : multiples(axis, step)) ticks.push_back({at, tick_text(at, step)});
+  for (const double at : multiples(axis, step, most)) ticks.push_back({at, tick_text(at, step)});
   return ticks;
 }
 
 std::vector<Tick> degree_ticks(const Axis &axis, int most) {
   std::vector<Tick> ticks;
-  for (const double at : multiples(axis, degree_step((axis.high - axis.low) / most)))
+  for (const double at : multiples(axis, degree_step((axis.high - axis.low) / most), most))
     ticks.push_back({at, tick_text(at, 1.0)});
   return ticks;
 }
@@ -130,7 +133,7 @@ std::vector<Tick> frequency_ticks(const Axis &axis, int most) {
   if (axis.logarithmic && axis.high / axis.low > 10.0) return decade_ticks(axis, most);
   const double step = rounded_up((axis.high - axis.low) / most);
   std::vector<Tick> ticks;
-  for (const double at : multiples(axis, step))
+  for (const double at : multiples(axis, step, most))
     ticks.push_back({at, frequency_tick_text(at, step, axis)});
   return ticks;
 }

@@ -183,8 +183,8 @@ Square around_poles(const std::vector<Trace> &traces) {
   Complex outermost = 0.0;
   double least = std::numeric_limits<double>::infinity();
   for (const Trace &trace : traces)
-    for (const Complex &pole : trace.roots.poles) {
-      if (pole.imag() < 0.0) continue;
+    for (const Complex &below_or_above : trace.roots.poles) {
+      const Complex pole(below_or_above.real(), std::fabs(below_or_above.imag()));
       include(pole);
       const double inside = std::fabs(analysis::distance_inside(pole));
       if (inside >= least) continue;

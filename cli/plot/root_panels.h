@@ -15,8 +15,8 @@ struct Square {
   double half; /**< of its side */
 };
 
-/** @return the square around the poles on and above the real axis, and the point of the unit
- *  circle that is next to one. */
+/** @return the square around the poles on and above the real axis, or mirrored to there, and the
+ *  point of the unit circle that is next to one. */
 Square around_poles(const std::vector<Trace> &traces);
 
 /** All zeros and poles, with the multiplicity of those that are there several times. */

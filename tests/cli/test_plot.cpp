@@ -300,15 +300,17 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
   save("rootless.json", "--zpk-output off");
   write("broken.json", "{");
   write("settings.json", R"({"settings": {"order": 4}})");
-  write("strange.json", R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
-                        R"( {"topology": "t", "response": "sideways", "poles": [0.5, 0]}})");
+  write("strange.json",
+        R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
+        R"( {"topology": "chebyshev-2", "response": "sideways", "poles": [0.5, 0]}})");
   write("odd.json", R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
-                    R"( {"topology": "t", "response": "lowpass", "poles": [0.5]}})");
+                    R"( {"topology": "chebyshev-2", "response": "lowpass", "poles": [0.5]}})");
   write("endless.json",
         R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
-        R"( {"topology": "t", "response": "lowpass", "gain": null, "poles": [0.5, 0]}})");
-  write("circle.json", R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
-                       R"( {"topology": "t", "response": "lowpass", "gain": 1, "poles": [1, 0]}})");
+        R"( {"topology": "chebyshev-2", "response": "lowpass", "gain": null, "poles": [0.5, 0]}})");
+  write("circle.json",
+        R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
+        R"( {"topology": "chebyshev-2", "response": "lowpass", "gain": 1, "poles": [1, 0]}})");
   const auto before = files();
   const std::vector<std::array<const char *, 2>> cases{
       {"", "plot needs --output with a file whose name ends in .svg or .png"},
@@ -336,7 +338,8 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
       {"-o a.svg --compare broken.json", "'broken.json' is not JSON"},
       {"-o a.svg --compare settings.json", "'settings.json' has settings and no filter"},
       {"-o a.svg --compare rootless.json", "'rootless.json' has neither zeros and poles nor"},
-      {"-o a.svg --compare strange.json", "has the response 'sideways'"},
+      {"-o a.svg --compare strange.json",
+       "settings for a lowpass and the coefficients of a sideways"},
       {"-o a.svg --compare odd.json", "'odd.json': "},
       {"-o a.svg --compare endless.json", "'endless.json' has numbers that are not finite"},
       {"-o a.svg --compare circle.json", "'circle.json' has a pole on the unit circle"}};
@@ -348,6 +351,21 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
   }
   EXPECT_EQ(files(), before);
+}
+
+// No box has a ripple of 0, nor an axis without a length.
+TEST_F(PlotCommand, SavedSettingsAreClippedBeforeTheyAreDrawn) {
+  save("a.json", "--topology chebyshev-1");
+  std::string text = read_file(path("a.json"));
+  const std::string ripple = "\"passband_ripple\": ";
+  text.replace(text.find(ripple) + ripple.size(), std::string("0.5").size(), "0.0");
+  write("b.json", text);
+  const Outcome outcome = plot("--compare b.json -o a.svg");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(
+      outcome.err,
+      "veltane: 'b.json': passband_ripple takes numbers from 0.1 to 48: 0.1 is used, not 0\n");
+  EXPECT_THAT(read_file(path("a.svg")), HasSubstr("ripple asked for: 0.1 dB"));
 }
 
 TEST_F(PlotCommand, TheExamplesInTheHelpWork) {

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "plot/axis.h"
 #include "plot/figure.h"
 #include "plot/gnuplot.h"
 #include "plot/ranges.h"
+#include "plot/root_panels.h"
 #include "plot/series.h"
 #include "run_command.h"
 
@@ -18,6 +20,7 @@ using cli::plot::Trace;
 using cli::plot::whole_axis;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::SizeIs;
 
 namespace {
 
@@ -193,6 +196,31 @@ TEST(PlotAxis, NegativeNumbersHaveAMinusSignAndZeroHasNone) {
               ElementsAre("\u22120.4", "\u22120.2", "0.0", "0.2"));
   EXPECT_THAT(labels(cli::plot::degree_ticks({-800.0, 10.0, false}, 6)),
               ElementsAre("\u2212720", "\u2212540", "\u2212360", "\u2212180", "0"));
+}
+
+// No step is 0, and no tick is made that the next one does not differ from.
+TEST(PlotAxis, WithoutALengthHasNoEndOfTicks) {
+  const double huge = 1e300, inf = std::numeric_limits<double>::infinity();
+  const Axis axes[] = {{0.0, 0.0, false},   {-3.0, -3.0, false}, {1e20, 1e20 + 1e5, false},
+                       {2.0, 1.0, false},   {-inf, inf, false},  {0.0, inf, false},
+                       {-inf, -inf, false}, {0.0, NAN, false},   {huge, huge * (1 + 4e-16), false}};
+  for (const Axis &axis : axes)
+    for (auto *const ticks :
+         {cli::plot::number_ticks, cli::plot::degree_ticks, cli::plot::frequency_ticks})
+      EXPECT_LE(ticks(axis, 8).size(), 9U) << axis.low << " to " << axis.high;
+  EXPECT_THAT(cli::plot::number_ticks({0.0, 8.0, false}, 8), SizeIs(9));
+  EXPECT_THAT(cli::plot::number_ticks({1e14, 1e14 + 8, false}, 8), SizeIs(9));
+}
+
+TEST(PlotScript, PolesBelowTheAxisAloneHaveAPanel) {
+  Trace trace = traced(settings("butterworth", "lowpass", 2, {3000}));
+  const cli::plot::Square above = cli::plot::around_poles({trace});
+  std::erase_if(trace.roots.poles, [](const auto &pole) { return pole.imag() > 0.0; });
+  ASSERT_THAT(trace.roots.poles, SizeIs(1));
+  const cli::plot::Square below = cli::plot::around_poles({trace});
+  EXPECT_GT(below.half, 0.0);
+  EXPECT_EQ(below.half, above.half);
+  EXPECT_EQ(below.centre, above.centre);
 }
 
 TEST(PlotScript, NothingInATextIsACommand) {

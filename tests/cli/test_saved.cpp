@@ -5,11 +5,13 @@
 #include <nlohmann/json.hpp>
 #include <numbers>
 
+#include "json_text.h"
 #include "published.h"
 #include "run_command.h"
 #include "saved.h"
 #include "scratch_folder.h"
 
+using testing::AllOf;
 using testing::DoubleEq;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -25,7 +27,29 @@ class Saved : public ScratchFolder {
     const Outcome outcome =
         veltane("design --format json " + options + " -o " + path("saved.json"));
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    return cli::read_saved(path("saved.json"));
+    return filter(path("saved.json"));
+  }
+
+  static cli::Design filter(const std::string &file) {
+    patchbay::Host host;
+    cli::load_module(host, VELTANE_MODULE);
+    return cli::saved_filter(host, file, cli::read_saved(file));
+  }
+
+  // @param design  its settings and its dictionary, as JSON
+  cli::Design filter(const std::string &settings, const std::string &dictionary) const {
+    return filter(write(
+        "saved.json", "{\"settings\": {" + settings + "}, \"dictionary\": {" + dictionary + "}}"));
+  }
+
+  // What is said when it is refused; empty when it is not.
+  std::string refusal(const std::string &settings, const std::string &dictionary) const {
+    try {
+      filter(settings, dictionary);
+    } catch (const cli::Refusal &found) {
+      return found.what();
+    }
+    return "";
   }
 
   cli::Published published(const std::string &options) const {
@@ -134,9 +158,8 @@ TEST_F(Saved, UsedCutoffsAreThoseOfTheFilter) {
 }
 
 TEST_F(Saved, NullIsNoNumber) {
-  const auto file = write("saved.json", R"({"settings": {"order": 4, "samplerate": 8000},
-      "dictionary": {"schema": "veltane", "gain": null, "poles": [0.5, null]}})");
-  const cli::Design design = cli::read_saved(file);
+  const cli::Design design = filter(R"("order": 4, "samplerate": 8000)",
+                                    R"("schema": "veltane", "gain": null, "poles": [0.5, null])");
   EXPECT_EQ(design.samplerate, 8000.0);
   EXPECT_TRUE(std::isnan(std::get<double>(design.dictionary[1].second)));
   const auto &poles = std::get<patchbay::Values>(design.dictionary[2].second);
@@ -145,17 +168,104 @@ TEST_F(Saved, NullIsNoNumber) {
 }
 
 TEST_F(Saved, ADictionaryThatIsNoFiltersIsNotTakenForOne) {
-  const char *dictionaries[] = {R"({"schema": "veltane"})",
-                                R"({"topology": 3, "response": "lowpass"})",
-                                R"({"topology": "x", "response": "lowpass", "poles": [1]})",
-                                R"({"topology": "x", "response": "lowpass", "gain": "1"})",
-                                R"({"topology": "x", "response": "lowpass", "cascade": [1, 2]})"};
+  const char *dictionaries[] = {
+      R"("schema": "veltane")", R"("topology": 3, "response": "lowpass")",
+      R"("topology": "chebyshev-2", "response": "lowpass", "poles": [1])",
+      R"("topology": "chebyshev-2", "response": "lowpass", "gain": "1")",
+      R"("topology": "chebyshev-2", "response": "lowpass", "cascade": [1, 2])"};
   for (const char *text : dictionaries) {
-    const auto file = write("saved.json", std::string(R"({"settings": {"units": "hertz",
-        "frequency": [1000]}, "dictionary": )") +
-                                              text + "}");
-    EXPECT_THROW(cli::published(cli::read_saved(file)), std::runtime_error) << text;
+    const cli::Design design = filter(R"("units": "hertz", "frequency": [1000])", text);
+    EXPECT_THROW(cli::published(design), std::runtime_error) << text;
   }
+}
+
+TEST_F(Saved, AFilterHasOnlySettingsThatTheModuleCanHave) {
+  const cli::Design design = filter(
+      R"("passband_ripple": 0, "stopband_attenuation": 1e308, "order": 18446744073709551615)", "");
+  const auto held = [&](const std::string &name) {
+    for (const auto &[key, values] : design.settings)
+      if (key == name) return patchbay::to_text(values.at(0));
+    return std::string();
+  };
+  EXPECT_EQ(held("passband_ripple"), "0.1");
+  EXPECT_EQ(held("stopband_attenuation"), "240");
+  EXPECT_EQ(held("order"), "200");
+  EXPECT_EQ(held("topology"), "chebyshev-2") << "what is not there is that of a new box";
+  EXPECT_THAT(design.remarks, SizeIs(3));
+  EXPECT_THAT(refusal(R"("topology": "elliptic")", ""),
+              AllOf(HasSubstr("saved.json': topology cannot be 'elliptic'"),
+                    HasSubstr("butterworth, chebyshev-1, chebyshev-2")));
+  EXPECT_THAT(refusal(R"("order": "many")", ""), HasSubstr("takes an integer, not 'many'"));
+  EXPECT_THAT(refusal(R"("frequency": [1, 2, 3])", ""), HasSubstr("and 3 were given"));
+  EXPECT_THAT(refusal(R"("ordr": 3)", ""), HasSubstr("there is no setting 'ordr'"));
+}
+
+TEST_F(Saved, IntegersOfAnySizeAreClippedOnTheRightSide) {
+  for (const char *order : {"200", "201", "9223372036854775807", "9223372036854775808",
+                            "18446744073709551615", "18446744073709551616", "1e300"}) {
+    const cli::Design design = filter(std::string("\"order\": ") + order, "");
+    EXPECT_THAT(design.settings,
+                testing::Contains(std::pair(std::string("order"), patchbay::Values{t_long{200}})))
+        << order;
+  }
+  for (const char *order : {"2", "1", "-9223372036854775808", "-9223372036854775809", "-1e300"}) {
+    const cli::Design design = filter(std::string("\"order\": ") + order, "");
+    EXPECT_THAT(design.settings,
+                testing::Contains(std::pair(std::string("order"), patchbay::Values{t_long{2}})))
+        << order;
+  }
+}
+
+TEST_F(Saved, AFilterIsOfTheKindThatItsSettingsSay) {
+  EXPECT_EQ(
+      refusal(R"("response": "highpass")", R"("topology": "chebyshev-2", "response": "highpass")"),
+      "");
+  EXPECT_THAT(refusal("", R"("topology": "chebyshev-2", "response": "highpass")"),
+              HasSubstr("has settings for a lowpass and the coefficients of a highpass"));
+  EXPECT_THAT(refusal("", R"("topology": "butterworth", "response": "lowpass")"),
+              HasSubstr("has settings for a chebyshev-2 and the coefficients of a butterworth"));
+}
+
+// A bandpass of order 200 has 200 sections, each of five numbers.
+TEST_F(Saved, NoFilterIsLongerThanThatOfTheHighestOrder) {
+  const auto of_length = [](int count) {
+    std::string list = "1";
+    for (int i = 1; i < count; ++i) list += ", 1";
+    return "\"cascade\": [" + list + "]";
+  };
+  EXPECT_EQ(refusal("", of_length(1000)), "");
+  EXPECT_THAT(refusal("", of_length(1001)),
+              HasSubstr("has 1001 numbers, and a filter of order 200 has 1000 at most"));
+}
+
+TEST(Json, HoldsSoManyKeysAndValuesAndNoMore) {
+  const auto object = [](int keys) {
+    std::string text = "{";
+    for (int i = 0; i < keys; ++i) text += (i > 0 ? ",\"k" : "\"k") + std::to_string(i) + "\":1";
+    return text + "}";
+  };
+  const auto list = [](int values) {
+    std::string text = "[1";
+    for (int i = 1; i < values; ++i) text += ",1";
+    return text + "]";
+  };
+  const auto refusal = [](const std::string &text) -> std::string {
+    try {
+      cli::parse_json(text, "'x'");
+    } catch (const cli::Refusal &found) {
+      return found.what();
+    }
+    return "";
+  };
+  EXPECT_EQ(refusal(object(1000)), "");
+  EXPECT_EQ(refusal(object(1001)),
+            "'x' has an object of more than 1000 keys, and no design has one");
+  EXPECT_EQ(refusal(object(40000)), refusal(object(1001)));
+  EXPECT_EQ(refusal("[" + object(700) + "," + object(700) + "]"), "") << "of one object";
+  // The list itself is one of them.
+  EXPECT_EQ(refusal(list(9999)), "");
+  EXPECT_EQ(refusal(list(10000)), "'x' holds more than 10000 values, and no design does");
+  EXPECT_EQ(refusal("[" + list(5000) + "," + list(5000) + "]"), refusal(list(10000)));
 }
 
 TEST(Settings, AreReadFromALineWithHyphensOrUnderscores) {
