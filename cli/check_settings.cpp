@@ -119,8 +119,12 @@ void check_band(const Subject &subject, Verdict &verdict) {
     verdict.problem("cutoff", "the two cutoffs are in reverse order",
                     fmt::format("give the lower one first: --frequency {} {}", asked[1], asked[0]));
   else
-    verdict.problem("cutoff", "the two cutoffs are equal, so that there is no band between them",
-                    "give two cutoffs: --frequency LOWER UPPER");
+    verdict.problem(
+        "cutoff",
+        fmt::format(
+            "the two cutoffs are {}, so that there is no band between them",
+            asked[0] == asked[1] ? "equal" : "both " + subject.hz(subject.whole.cutoffs[0])),
+        "give two cutoffs: --frequency LOWER UPPER");
 }
 
 void check_cutoffs(const Subject &subject, Verdict &verdict) {
@@ -137,7 +141,10 @@ void check_cutoffs(const Subject &subject, Verdict &verdict) {
     text +=
         fmt::format(" ({}{}{} of the Nyquist frequency)", used[0], used.size() == 2 ? " and " : "",
                     used.size() == 2 ? fmt::format("{}", used[1]) : "");
-  verdict.fact("cutoff", text + ": " + meaning(subject));
+  // A filter that does not work has no level there.
+  Verdict unused;
+  if (check_health(subject, unused) && !subject.has_no_band()) text += ": " + meaning(subject);
+  verdict.fact("cutoff", text);
   if (units == "radians") {
     check_radians(subject, verdict);
   } else {

@@ -100,7 +100,7 @@ Verdict verdict_on(const Subject &subject) {
   Verdict verdict;
   verdict.title = title(subject.design);
   check_settings(subject, verdict);
-  if (!check_health(subject, verdict)) return verdict;
+  if (!check_health(subject, verdict) || subject.has_no_band()) return verdict;
   check_levels(subject, verdict);
   check_forms(subject, verdict);
   check_rounding(subject, verdict);

@@ -35,6 +35,8 @@ Reference reference_of(const Published &filter, double ripple_db) {
   const Band band = band_of(filter.response);
   std::vector<double> cutoffs = filter.cutoffs;
   std::sort(cutoffs.begin(), cutoffs.end());
+  if (analysis::has_two_edges(band) && cutoffs.at(0) == cutoffs.at(1))
+    throw Refusal("--normalise needs a band: the two cutoffs are equal");
   const double w = analysis::reference_frequency(band, cutoffs);
   const std::size_t order = filter.poles.size() / (analysis::has_two_edges(band) ? 2 : 1);
   const bool bottom = filter.topology == "chebyshev-1" && order % 2 == 0;

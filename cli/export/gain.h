@@ -17,7 +17,8 @@ struct Reference {
   std::string place; /**< such as "at DC" */
 };
 
-/** @param ripple_db  of a chebyshev-1 */
+/** @param ripple_db  of a chebyshev-1
+ *  Raises Refusal when two cutoffs are equal. */
 Reference reference_of(const Published &filter, double ripple_db);
 
 /**
