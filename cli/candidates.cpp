@@ -107,17 +107,14 @@ void measure(patchbay::Host &host, const Requirements &requirements, const Setti
         fmt::format("order {} does it, but its gain is too small for a number", candidate.order);
     return;
   }
-  const auto &[pass, stop, ripple, attenuation] = requirements.demand;
+  const analysis::Demand &demand = requirements.demand;
   candidate.ripple =
-      -analysis::extremes(sections, analysis::passband(requirements.band, pass)).lowest.db;
+      -analysis::extremes(sections, analysis::passband(requirements.band, demand.passband))
+           .lowest.db;
   candidate.attenuation =
-      -analysis::extremes(sections, analysis::stopband(requirements.band, stop)).highest.db;
-  if (!(candidate.ripple <= ripple + tolerance_db &&
-        candidate.attenuation >= attenuation - tolerance_db))
-    candidate.impossible = fmt::format(
-        "order {} should do it, but in double precision it loses {:.6g} dB in the passband and "
-        "{:.6g} dB in the stopband",
-        candidate.order, candidate.ripple, candidate.attenuation);
+      -analysis::extremes(sections, analysis::stopband(requirements.band, demand.stopband))
+           .highest.db;
+  candidate.impossible = shortfall(candidate, demand);
 }
 
 Candidate candidate(patchbay::Host &host, const Requirements &requirements, const Limits &limits,
@@ -159,6 +156,16 @@ Candidate candidate(patchbay::Host &host, const Requirements &requirements, cons
 }
 
 }  // namespace
+
+std::string shortfall(const Candidate &candidate, const analysis::Demand &demand) {
+  if (candidate.ripple <= demand.ripple + tolerance_db &&
+      candidate.attenuation >= demand.attenuation - tolerance_db)
+    return "";
+  return fmt::format(
+      "order {} should do it, but in double precision it loses {:.6g} dB in the passband and "
+      "{:.6g} dB in the stopband",
+      candidate.order, candidate.ripple, candidate.attenuation);
+}
 
 std::string name_of(analysis::Band band) {
   using analysis::Band;

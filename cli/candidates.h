@@ -23,6 +23,10 @@ struct Candidate {
 /** Designs the filter of least order of each family, and measures it from its sections. */
 std::vector<Candidate> candidates(patchbay::Host &host, const Requirements &requirements);
 
+/** @return why a filter that was designed and measured does not do what was demanded; empty when it
+ *  does, but for the rounding of its cutoffs, 1e-4 dB. */
+std::string shortfall(const Candidate &candidate, const analysis::Demand &demand);
+
 /** @return the response's name: lowpass, highpass, bandpass or bandstop. */
 std::string name_of(analysis::Band band);
 

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <numbers>
 
+#include "candidates.h"
 #include "run_command.h"
 
 using Json = nlohmann::ordered_json;
@@ -196,6 +197,48 @@ TEST(EstimateImpossible, LevelsAndGainsThatAFamilyCannotHaveAreNamed) {
                      HasSubstr("chebyshev-2  not possible: its attenuation is 240 dB or")));
   EXPECT_THAT(veltane("estimate --passband 20 --stopband 22 --ripple 1 --attenuation 100").out,
               HasSubstr("its gain is too small for a number"));
+}
+
+// What ten digits leave of a cutoff is no shortfall, and 1e-4 dB is the limit of that.
+TEST(EstimateImpossible, AFilterThatFallsShortOfEitherLevelIsNone) {
+  const analysis::Demand demand{{0.1}, {0.2}, 1.0, 60.0};
+  cli::Candidate candidate;
+  candidate.order = 7;
+  const auto shortfall = [&](double ripple, double attenuation) {
+    candidate.ripple = ripple;
+    candidate.attenuation = attenuation;
+    return cli::shortfall(candidate, demand);
+  };
+  EXPECT_EQ(shortfall(0.5, 80.0), "");
+  EXPECT_EQ(shortfall(1.00009, 59.99991), "");
+  EXPECT_EQ(shortfall(1.00011, 80.0),
+            "order 7 should do it, but in double precision it loses 1.00011 dB in the passband "
+            "and 80 dB in the stopband");
+  EXPECT_THAT(shortfall(0.5, 59.99989), HasSubstr("59.9999 dB in the stopband"));
+  EXPECT_NE(shortfall(std::nan(""), 80.0), "");
+  EXPECT_NE(shortfall(0.5, std::nan("")), "");
+}
+
+TEST(EstimateLimits, HaveTwoSides) {
+  const std::string edges = "estimate --passband 1000 --stopband 2000 ";
+  const auto estimate = [&](const char *levels) { return veltane(edges + levels); };
+  EXPECT_EQ(estimate("--ripple 1e-6 --attenuation 60").status, 0);
+  for (const char *ripple : {"9e-7", "1e-9", "0"}) {
+    const Outcome outcome =
+        estimate((std::string("--ripple ") + ripple + " --attenuation 60").c_str());
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr("the passband loses more than 0 dB, 1e-06 dB or more"));
+  }
+  EXPECT_EQ(estimate("--ripple 1 --attenuation 1000").status, 0);
+  EXPECT_EQ(estimate("--ripple 1 --attenuation 1000.1").status, 2);
+  EXPECT_EQ(estimate("--ripple 1 --attenuation 1.001").status, 0);
+  EXPECT_EQ(estimate("--ripple 1 --attenuation 1").status, 2);
+  const std::string family = "chebyshev-1  not possible: its ripple";
+  EXPECT_THAT(estimate("--ripple 0.0999 --attenuation 60").out, HasSubstr(family));
+  EXPECT_THAT(estimate("--ripple 0.1 --attenuation 60").out, testing::Not(HasSubstr(family)));
+  const std::string other = "chebyshev-2  not possible: its attenuation";
+  EXPECT_THAT(estimate("--ripple 1 --attenuation 240.1").out, HasSubstr(other));
+  EXPECT_THAT(estimate("--ripple 1 --attenuation 240").out, testing::Not(HasSubstr(other)));
 }
 
 namespace {

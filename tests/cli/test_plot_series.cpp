@@ -8,6 +8,7 @@
 #include "plot/axis.h"
 #include "plot/figure.h"
 #include "plot/gnuplot.h"
+#include "plot/panel.h"
 #include "plot/ranges.h"
 #include "plot/root_panels.h"
 #include "plot/series.h"
@@ -210,6 +211,25 @@ TEST(PlotAxis, WithoutALengthHasNoEndOfTicks) {
       EXPECT_LE(ticks(axis, 8).size(), 9U) << axis.low << " to " << axis.high;
   EXPECT_THAT(cli::plot::number_ticks({0.0, 8.0, false}, 8), SizeIs(9));
   EXPECT_THAT(cli::plot::number_ticks({1e14, 1e14 + 8, false}, 8), SizeIs(9));
+}
+
+// Below 2 % of the axis a line for the ripple would be hidden by the curve.
+TEST(PlotScript, ARippleHasALineWhereItCanBeSeen) {
+  const auto lines = [](double ripple) {
+    cli::plot::Figure figure;
+    figure.traces = {traced(settings("chebyshev-1", "lowpass", 3, {3000}))};
+    figure.traces[0].ripple = ripple;
+    figure.frequencies = whole_axis(figure.traces);
+    figure.levels = {-99.0, 1.0, false};
+    const std::string script = cli::plot::script(figure);
+    int count = 0;
+    for (std::size_t at = script.find(cli::plot::limit_style); at != std::string::npos;
+         at = script.find(cli::plot::limit_style, at + 1))
+      ++count;
+    return count;
+  };
+  EXPECT_EQ(lines(1.99), 2) << "in the key and in the enlarged passband";
+  EXPECT_EQ(lines(2.01), 3);
 }
 
 TEST(PlotScript, PolesBelowTheAxisAloneHaveAPanel) {
