@@ -47,15 +47,14 @@ std::string frequency_tick_text(double hz, double step, const Axis &axis) {
   return tick_text(hz / prefix.factor, step / prefix.factor) + prefix.letter;
 }
 
-// None where they cannot be told apart: an axis without a length, or one so far from 0 that steps
-// are lost in rounding.
+// None where an axis has no length, or none that is a number.
 std::vector<double> multiples(const Axis &axis, double step, int most) {
   const double slack = 1e-9 * (axis.high - axis.low);
   const double first = std::ceil((axis.low - slack) / step);
-  const double last = std::floor((axis.high + slack) / step);
+  const double count = std::floor((axis.high + slack) / step) - first;
   std::vector<double> list;
-  if (!(last - first <= most && std::fabs(first) < 1e15 && std::fabs(last) < 1e15)) return list;
-  for (double k = first; k <= last; ++k) list.push_back(k * step);
+  if (!(count <= most)) return list;
+  for (int i = 0; i <= count; ++i) list.push_back((first + i) * step);
   return list;
 }
 

@@ -195,6 +195,14 @@ TEST(Check, CutoffsOutOfRangeAreAProblem) {
   EXPECT_DOUBLE_EQ(nyquist.document["measured"]["cutoffs_hz"][0].get<double>(), 23997.6);
   EXPECT_THAT(nyquist.said("cutoff", "problem"), HasSubstr("23997.6 Hz is used"));
   EXPECT_THAT(checked("--frequency -5").said("cutoff", "problem"), HasSubstr("2.4 Hz is used"));
+  for (const char *within : {"0.0001", "0.9999"})
+    EXPECT_EQ(
+        checked(std::string("--units normalized --frequency ") + within).said("cutoff", "problem"),
+        "");
+  for (const char *beyond : {"0.0000999", "0.99991"})
+    EXPECT_NE(
+        checked(std::string("--units normalized --frequency ") + beyond).said("cutoff", "problem"),
+        "");
   EXPECT_THAT(checked("--frequency 0.25").said("cutoff", "problem"),
               HasSubstr("--units normalized"));
   EXPECT_THAT(checked("--units normalized --frequency 1000").said("cutoff", "problem"),

@@ -127,6 +127,24 @@ TEST(JsonText, EscapesWhatIsHiddenAndKeepsTheValue) {
   EXPECT_EQ(cli::json_text("\u00e9]]>\u2028"), "\"\u00e9]]\\u003e\\u2028\"");
 }
 
+// Wherever the text stands, and as many lines as without it.
+TEST(ExportComment, HidesNothing) {
+  const auto lines = [](const std::string &text) {
+    cli::Export filter{};
+    filter.title = "title " + text;
+    filter.gain = {"gain " + text};
+    filter.remarks = {"remark " + text};
+    std::istringstream comment(cli::comment(filter, "// ", {"layout " + text}));
+    cli::Words list;
+    for (std::string line; std::getline(comment, line);) list.push_back(line);
+    return list;
+  };
+  for (const std::string &text : hidden_texts()) {
+    EXPECT_EQ(lines(text).size(), lines("plain").size());
+    for (const std::string &line : lines(text)) EXPECT_EQ(visible(line), line);
+  }
+}
+
 TEST_F(VisibleTexts, NoneIsInASentence) {
   for (const std::string &text : hidden_texts()) {
     const Outcome outcome = veltane("design --topology " + shell_word(text));
