@@ -229,4 +229,13 @@ TEST(Demands, ThatCannotBeMetAreRefused) {
   EXPECT_THROW(with_order(Family::butterworth, {{0.2}, {0.3}, 1, 40}, 0), std::invalid_argument);
 }
 
+TEST(Demands, AreMetUpToAnOrderOfAMillion) {
+  const auto order = [](double gap) {
+    return least_order(Family::butterworth, {{0.5}, {0.5 + gap}, 1, 60}).order;
+  };
+  EXPECT_GT(order(2.5e-6), 900000U);
+  EXPECT_LE(order(2.5e-6), 1000000U);
+  EXPECT_THROW(order(2.3e-6), std::invalid_argument) << "1.05 million";
+}
+
 }  // namespace

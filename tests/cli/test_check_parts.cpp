@@ -1,6 +1,7 @@
 // What `veltane check` finds in filters that no design gives.
 
 #include <cmath>
+#include <limits>
 
 #include "run_command.h"
 #include "subject.h"
@@ -63,4 +64,22 @@ TEST(CheckTransfer, ANumeratorIsMultipliedOnlyWhereThatMakesTheFilter) {
   EXPECT_THAT(unstable, HasSubstr("it is unstable, with 2 poles outside the unit circle"));
   EXPECT_THAT(unstable, HasSubstr("take the sections, or several filters"));
   EXPECT_THAT(unstable, Not(HasSubstr("multiply")));
+}
+
+// A gain below the normal doubles has fewer digits than they.
+TEST(CheckGain, BelowTheNormalDoublesIsAProblem) {
+  const auto said_of = [](double gain) {
+    cli::Subject subject;
+    subject.sections = {{gain, 0.0, 0.0, -0.5, 0.0}};
+    subject.roots = {{0.0}, {0.5}, gain};
+    subject.whole.samplerate = 48000.0;
+    cli::Verdict verdict;
+    check_health(subject, verdict);
+    return said(verdict, "gain");
+  };
+  const double least = std::numeric_limits<double>::min();
+  EXPECT_EQ(said_of(least), "");
+  EXPECT_EQ(said_of(-least), "");
+  EXPECT_THAT(said_of(least / 2), HasSubstr("so small that it has lost digits"));
+  EXPECT_THAT(said_of(0.0), HasSubstr("the filter is silent"));
 }

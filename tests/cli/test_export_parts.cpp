@@ -82,3 +82,18 @@ TEST(Precision, SaysThatAFilterIsUnstable) {
   cli::check_cascade({{1.0, 0.0, 0.0, -1.8, 1.01}}, false, remarks);
   EXPECT_THAT(remarks, ElementsAre("this filter is not stable"));
 }
+
+TEST(Precision, SaysWhereASignalLeavesFewDigits) {
+  const auto remarks = [](double db, bool floats) {
+    const double gain = std::pow(10.0, db / 20);
+    cli::Words list;
+    cli::check_cascade({{gain, 0.0, 0.0, 0.0, 0.0}, {1 / gain, 0.0, 0.0, 0.0, 0.0}}, floats, list);
+    return list;
+  };
+  for (const double sign : {-1.0, 1.0}) {
+    EXPECT_THAT(remarks(sign * 399.9, true), testing::IsEmpty());
+    EXPECT_THAT(remarks(sign * 400.1, true), ElementsAre(HasSubstr("where floats have few")));
+    EXPECT_THAT(remarks(sign * 3999.9, false), testing::IsEmpty());
+    EXPECT_THAT(remarks(sign * 4000.1, false), ElementsAre(HasSubstr("where doubles have few")));
+  }
+}
