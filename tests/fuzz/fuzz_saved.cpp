@@ -1,5 +1,7 @@
 // A saved design: checked as it is, exported anew, and drawn up to what gnuplot gets.
 
+#include <sstream>
+
 #include "command.h"
 #include "fuzz.h"
 #include "plot/figure.h"
@@ -11,8 +13,12 @@ namespace {
 
 void draw(const std::string &file) {
   try {
-    const cli::Design design = cli::read_saved(file);
-    if (design.dictionary.empty()) return;
+    std::ostringstream printed;
+    patchbay::Host host(printed);
+    host.load(fuzz::module());
+    const cli::Design saved = cli::read_saved(file);
+    if (saved.dictionary.empty()) return;
+    const cli::Design design = cli::saved_filter(host, file, saved);
     cli::plot::Figure figure;
     figure.traces.push_back(cli::plot::trace(design, "the file"));
     figure.traces.back().name = cli::title(design);
