@@ -124,7 +124,7 @@ void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
 }
 
 // The zeros of a series are those of its sections: the eigenvalues of A - B C / D, the
-// state matrix of the inverse system ([Kai] 2.2). Nothing, if a section has no such.
+// state matrix of the inverse system ([Kai] 2.2). Nothing, if the model is no series.
 std::optional<t_complex64list> zeros_of_sections(const _statespace *ss) {
   const filtermath::Series series = filtermath::sections_of(ss);
   if (series.empty()) return std::nullopt;
@@ -134,7 +134,6 @@ std::optional<t_complex64list> zeros_of_sections(const _statespace *ss) {
   int32_t begin = 0;
   for (const filtermath::Section &section : series) {
     const double d = section.model->d->data[0];
-    if (d == 0.0) return std::nullopt;
     const int32_t n = section.model->a->rows;
     for (int32_t row = 0; row < n; ++row)
       for (int32_t column = 0; column < n; ++column)

@@ -70,6 +70,16 @@ TEST(SeriesZeros, AreExactAtTheDeepestStopband) {
       EXPECT_LT(worst_zero("lowpass", order, 240.0, edge), 1e-12) << order << " at " << edge;
 }
 
+// The first-order section of a highpass feeds next to nothing through at a high cutoff, and
+// its zero is its pole, of about -1, less what divides by that.
+TEST(SeriesZeros, OfAHighpassOfOddOrderKeepTheOneAtOne) {
+  for (const int order : {3, 5, 9, 33})
+    for (const double edge : {0.6, 0.9, 0.97, 0.99, 0.997, 0.999, 0.9999}) {
+      const t_complex64list zeros = zeros_of(chebyshev2_digital("highpass", order, 20.0, edge));
+      EXPECT_LT(distance_to_nearest(1.0, zeros), 2e-15) << order << " at " << edge;
+    }
+}
+
 // Each section's states in a basis of their own, the states in another order:
 // the same filter, and so the same zeros.
 TEST(SeriesZeros, DoNotDependOnTheBasisOfTheStates) {
