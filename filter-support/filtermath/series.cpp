@@ -112,7 +112,8 @@ bool is_tied(const SystemMatrix &m, int32_t r, const std::vector<double> &c, dou
     for (int32_t column = 0; column < m.columns(r); ++column) {
       const double expected = b[at(row)] * (d * c[at(column)]);
       const double error = m(m.rows_begin(s) + row, m.columns_begin(r) + column) - expected;
-      if (!(std::abs(error) <= rounding * (s - r) * std::abs(expected))) return false;
+      const double allowed = rounding * (s - r) * std::abs(expected);
+      if (!(std::abs(error) <= allowed && std::isfinite(allowed))) return false;
     }
   }
   return true;

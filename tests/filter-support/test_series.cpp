@@ -214,6 +214,12 @@ TEST(Series, AModelThatIsNotFiniteIsNone) {
   }
 }
 
+// The feed-throughs of 1e300 multiply to what no double holds, and so to no D.
+TEST(Series, AProductBeyondAllNumbersIsNone) {
+  for (const double d : {1.0, infinity})
+    EXPECT_EQ(sections(model({{0.5, 0.0}, {1e-300, 0.25}}, {1.0, 1e300}, {1.0, 1.0}, d)), 0U) << d;
+}
+
 // Each number may be off by four units of rounding for each factor of its product. The
 // two sections here pass on 6 from input to output, which has three factors.
 TEST(Series, ANumberMayBeOffByItsRoundingAndNoMore) {
