@@ -5,8 +5,14 @@
 
 namespace {
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr char stack[] = "512";  // red zones around what is there make frames some times larger
+#else
+constexpr char stack[] = "64";
+#endif
+
 Outcome on_a_small_stack(const std::string &arguments) {
-  return run("( ulimit -s 64; exec " + std::string(VELTANE_COMMAND) + ' ' + arguments + " )");
+  return run("( ulimit -s " + std::string(stack) + "; exec " + std::string(VELTANE_COMMAND) + ' ' + arguments + " )");
 }
 
 class SmallStack : public ScratchFolder {};
