@@ -15,7 +15,7 @@
 #include "settings_options.h"
 #include "subcommands.h"
 #include "title.h"
-#include "visible.h"
+#include "text/printable.h"
 
 namespace cli {
 namespace {
@@ -89,7 +89,7 @@ double floor_of(const Option &option, const std::vector<plot::Trace> &traces) {
 
 // `part` is how many bytes are kept on each side.
 std::string brief(const std::string &text, std::size_t part) {
-  return shortened(visible(text), part, part, "\u2026");
+  return text::shortened(text::printable(text), part, part, "\u2026");
 }
 
 plot::Trace saved_trace(patchbay::Host &host, const std::string &file) {

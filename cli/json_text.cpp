@@ -13,7 +13,7 @@
 #include <fmt/format.h>
 
 #include "subcommand.h"
-#include "visible.h"
+#include "text/printable.h"
 
 namespace cli {
 namespace {
@@ -28,7 +28,7 @@ std::string without_label(std::string text) {
   return text;
 }
 
-std::string as_code(const Hidden &hidden) {
+std::string as_code(const text::Hidden &hidden) {
   return fmt::format("\\u{:04x}", static_cast<std::uint32_t>(hidden.character.value()));
 }
 
@@ -47,7 +47,7 @@ struct Descriptor {
 }  // namespace
 
 std::string json_text(const Json &value) {
-  return with_hidden(value.dump(-1, ' ', false, Json::error_handler_t::replace), as_code);
+  return text::with_hidden(value.dump(-1, ' ', false, Json::error_handler_t::replace), as_code);
 }
 
 Json parse_json(const std::string &text, const std::string &name) {

@@ -29,7 +29,7 @@ Json parse_json(const std::string &text, const std::string &name);
  */
 std::string read_input(const std::string &file);
 
-/** @return a value as JSON on one line, in which `visible` would change nothing: what it would
+/** @return a value as JSON on one line, in which `text::printable` would change nothing: what it would
  *  change is written as its code. Texts that are not UTF-8 are made so. */
 std::string json_text(const Json &value);
 

@@ -4,13 +4,13 @@
 
 #include <string_view>
 
-#include "leftovers.h"
+#include "os/leftovers.h"
 #include "output.h"
 
 namespace cli {
 
 void end_without_memory() noexcept {
-  remove_leftovers();
+  os::remove_leftovers();
   for (const std::string_view part : {"veltane: ", no_memory, "\n"}) write_all(STDERR_FILENO, part);
   _exit(3);
 }

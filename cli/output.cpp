@@ -15,8 +15,8 @@
 
 #include "destination.h"
 #include "subcommand.h"
-#include "temporary.h"
-#include "visible.h"
+#include "os/temporary.h"
+#include "text/printable.h"
 
 namespace cli {
 namespace {
@@ -76,7 +76,7 @@ bool print(std::string_view text) {
 }
 
 std::string shown(const std::string &sentence) {
-  return shortened(visible(sentence), 200, 300, " ... ");
+  return text::shortened(text::printable(sentence), 200, 300, " ... ");
 }
 
 void say(const std::string &sentence) {
@@ -137,12 +137,12 @@ void OutputFile::open_in(const std::filesystem::path &folder) {
   const int error = errno;
   if (!old_) fail(error);
   way_ = Way::copy;
-  descriptor_ = open_temporary();
+  descriptor_ = os::open_temporary();
   if (descriptor_ < 0) fail(errno);
 }
 
 int OutputFile::make_named(const std::filesystem::path &folder) {
-  const SignalsHeld held;
+  const os::SignalsHeld held;
   std::string name = (folder / ".veltane-XXXXXX").string();
   const int descriptor = mkostemp(name.data(), O_CLOEXEC);
   if (descriptor >= 0) temporary_.take(std::move(name));
@@ -169,7 +169,7 @@ void OutputFile::give_name() {
   const std::string file = fmt::format("/proc/self/fd/{}", descriptor_);
   int error = 0;
   for (int attempt = 0; temporary_.name().empty() && error == 0; ++attempt) {
-    const SignalsHeld held;
+    const os::SignalsHeld held;
     std::string name =
         (target_.parent_path() / fmt::format(".veltane-{}-{}", getpid(), attempt)).string();
     if (linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
@@ -205,7 +205,7 @@ int OutputFile::take_place() {
 // Room is made before the old text is touched, and what could end the program waits: what is
 // left to go wrong is the disk itself.
 void OutputFile::copy_over() const {
-  const SignalsHeld held;
+  const os::SignalsHeld held;
   const int into = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
   if (into < 0) fail(errno);
   const off_t size = lseek(descriptor_, 0, SEEK_END);

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "leftovers.h"
+#include "os/leftovers.h"
 
 namespace cli {
 
@@ -23,7 +23,7 @@ int write_all(int descriptor, std::string_view text);
  *  @return false when the reader has gone. Raises std::runtime_error when it cannot write. */
 bool print(std::string_view text);
 
-/** @return a sentence fit to be shown, whatever was quoted in it: as by `visible`, and the
+/** @return a sentence fit to be shown, whatever was quoted in it: as by `text::printable`, and the
  *  middle of a very long one left out. */
 std::string shown(const std::string &sentence);
 
@@ -78,7 +78,7 @@ class OutputFile {
   std::filesystem::path shown_;     // as it was given
   std::filesystem::path target_;    // what it leads to
   std::optional<struct stat> old_;  // what was there
-  Leftover temporary_;              // where it has a name until it is complete
+  os::Leftover temporary_;              // where it has a name until it is complete
   Way way_ = Way::through;
   int descriptor_ = -1;
 };

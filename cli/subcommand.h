@@ -35,7 +35,7 @@ struct Invocation {
 /** @return all words, "veltane" included. */
 Words spoken(const Invocation &invocation);
 
-/** @return the same as one line for a shell, which `visible` leaves as it is, whatever the words
+/** @return the same as one line for a shell, which `text::printable` leaves as it is, whatever the words
  *  hold: fit for a comment. */
 std::string shell_line(const Invocation &invocation);
 

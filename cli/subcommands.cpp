@@ -10,7 +10,7 @@
 #include "manual.h"
 #include "options.h"
 #include "subcommand.h"
-#include "visible.h"
+#include "text/printable.h"
 
 namespace cli {
 namespace {
@@ -48,7 +48,7 @@ bool is_plain(char c) {
          std::string_view("-_./:=,+@%").find(c) != std::string_view::npos;
 }
 
-std::string in_hexadecimal(const Hidden &hidden) {
+std::string in_hexadecimal(const text::Hidden &hidden) {
   std::string text;
   for (const char c : hidden.bytes) text += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
   return text;
@@ -57,7 +57,7 @@ std::string in_hexadecimal(const Hidden &hidden) {
 // As POSIX shells take it; with what is not to be shown as bash and its like do.
 std::string quoted(const std::string &word) {
   if (!word.empty() && std::all_of(word.begin(), word.end(), is_plain)) return word;
-  const bool escaped = visible(word) != word;
+  const bool escaped = text::printable(word) != word;
   std::string text;
   for (const char c : word) {
     if (escaped && (c == '\'' || c == '\\'))
@@ -67,7 +67,7 @@ std::string quoted(const std::string &word) {
     else
       text += c;
   }
-  return escaped ? "$'" + with_hidden(text, in_hexadecimal) + '\'' : '\'' + text + '\'';
+  return escaped ? "$'" + text::with_hidden(text, in_hexadecimal) + '\'' : '\'' + text + '\'';
 }
 
 }  // namespace

@@ -15,7 +15,7 @@
 #include <fmt/format.h>
 
 #include "output.h"
-#include "parent.h"
+#include "os/child_process.h"
 
 namespace cli {
 namespace {
@@ -95,7 +95,7 @@ void Workers::launch(Batch &batch) {
     throw error;
   }
   if (batch.process == 0) {
-    end_with(parent);
+    os::end_with(parent);
     close(ends[0]);
     for (const Batch &other : batches_)
       if (other.pipe >= 0) close(other.pipe);

@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 
 #include "export/export.h"
-#include "visible.h"
+#include "text/printable.h"
 
 namespace cli {
 namespace {
@@ -57,7 +57,7 @@ std::string comment(const Export &filter, const std::string &prefix, const Words
   lines.push_back("Made by: " + shell_line(filter.invocation));
   std::string text;
   for (const std::string &line : lines) {
-    text += prefix + visible(line);
+    text += prefix + text::printable(line);
     text.erase(text.find_last_not_of(' ') + 1);
     text += '\n';
   }

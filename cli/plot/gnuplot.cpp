@@ -20,9 +20,9 @@
 
 #include <fmt/format.h>
 
-#include "parent.h"
-#include "temporary.h"
-#include "visible.h"
+#include "os/child_process.h"
+#include "os/temporary.h"
+#include "text/printable.h"
 
 namespace cli::plot {
 namespace {
@@ -40,7 +40,7 @@ struct Closer {
 using File = std::unique_ptr<std::FILE, Closer>;
 
 File temporary() {
-  const int descriptor = open_temporary();
+  const int descriptor = os::open_temporary();
   File file(descriptor < 0 ? nullptr : fdopen(descriptor, "w+"));
   if (!file) fail(errno);
   return file;
@@ -67,7 +67,7 @@ class Process {
     const pid_t parent = getpid();
     process_ = fork();
     if (process_ == 0) {
-      end_with(parent);
+      os::end_with(parent);
       become_gnuplot({fileno(in.get()), fileno(out.get()), fileno(err.get())}, ends[1], limits);
     }
     const int error = errno;
@@ -192,7 +192,7 @@ std::string draw(const std::string &script, const Limits &limits) {
 
 std::string quoted(const std::string &text) {
   std::string out = "\"";
-  for (const char c : visible(text)) {
+  for (const char c : text::printable(text)) {
     const auto byte = static_cast<unsigned char>(c);
     // A digit after a number would be taken for a part of it.
     const bool plain = byte < 0x80 && (std::isalpha(byte) != 0 || c == ' ');

@@ -27,7 +27,7 @@ std::string draw(const std::string &script, const Limits &limits = {});
 /**
  * A text as gnuplot takes it: in double quotes, with all but letters and spaces as
  * numbers, so that nothing in it is a command, a substitution or an end of the string. It is
- * changed as by `visible`.
+ * changed as by `text::printable`.
  */
 std::string quoted(const std::string &text);
 

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "visible.h"
+#include "text/printable.h"
 
 namespace cli::plot {
 namespace {
@@ -61,10 +61,10 @@ std::string described(const std::string &picture, const std::string &title,
   if (picture.starts_with("\x89PNG")) {
     constexpr std::size_t header = 8 + 25;  // the signature and the chunk that comes first
     return out.insert(
-        header, text_chunk("Title", visible(title)) + text_chunk("Description", visible(command)));
+        header, text_chunk("Title", text::printable(title)) + text_chunk("Description", text::printable(command)));
   }
-  replace_element(out, "title", visible(title));
-  replace_element(out, "desc", visible(command));
+  replace_element(out, "title", text::printable(title));
+  replace_element(out, "desc", text::printable(command));
   return out;
 }
 

@@ -11,7 +11,7 @@ namespace cli::plot {
  * @param title    its title
  * @param command  the command line that makes it
  * @return the picture with both in it: the elements `title` and `desc` of an SVG, the text chunks
- *         "Title" and "Description" of a PNG. Both are changed as by `visible`.
+ *         "Title" and "Description" of a PNG. Both are changed as by `text::printable`.
  */
 std::string described(const std::string &picture, const std::string &title,
                       const std::string &command);

@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "leftovers.h"
+#include "os/leftovers.h"
 #include "memory.h"
 #include "output.h"
 #include "run_command.h"
@@ -122,7 +122,7 @@ TEST_F(Unfinished, FilesGoWithoutMemory) {
   std::string file = write("unfinished", "half of");
   EXPECT_EXIT(
       {
-        cli::Leftover leftover;
+        os::Leftover leftover;
         leftover.take(std::move(file));
         cli::end_without_memory();
       },
@@ -134,7 +134,7 @@ TEST_F(Unfinished, FilesThatHaveTheirPlaceStay) {
   std::string file = write("finished", "whole");
   EXPECT_EXIT(
       {
-        cli::Leftover leftover;
+        os::Leftover leftover;
         leftover.take(std::move(file));
         leftover.release();
         cli::end_without_memory();

@@ -12,7 +12,7 @@
 #include "output.h"
 #include "run_command.h"
 #include "scratch_folder.h"
-#include "temporary.h"
+#include "os/temporary.h"
 
 using testing::ElementsAre;
 
@@ -217,7 +217,7 @@ TEST_F(OutputSystems, AFinishedFileOutlivesASignal) {
 
 TEST_F(OutputSystems, TemporaryFilesAreInTheFolderThatTmpdirNames) {
   const auto folder_of_one = [] {
-    const int file = cli::open_temporary();
+    const int file = os::open_temporary();
     EXPECT_GE(file, 0);
     const auto name = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file));
     close(file);

@@ -6,10 +6,10 @@
 #include "json_text.h"
 #include "run_command.h"
 #include "scratch_folder.h"
-#include "visible.h"
+#include "text/printable.h"
 
-using cli::shortened;
-using cli::visible;
+using text::shortened;
+using text::printable;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -25,7 +25,7 @@ std::string utf8(char32_t code) {
   return {static_cast<char>(0xf0U | code >> 18U), tail(12), tail(6), tail(0)};
 }
 
-bool is_shown(char32_t code) { return visible("a" + utf8(code) + "b") == "a" + utf8(code) + "b"; }
+bool is_shown(char32_t code) { return text::printable("a" + utf8(code) + "b") == "a" + utf8(code) + "b"; }
 
 const std::vector<std::string> &hidden_characters() {
   static const std::vector<std::string> list{"\x01",   "\x1b[2J", "\n",     "\t",     "\x7f",
@@ -72,26 +72,26 @@ TEST(Visible, HidesTheseCharactersAndNoOthers) {
 }
 
 TEST(Visible, WritesWhatItHidesAsItsCode) {
-  EXPECT_EQ(visible("a\n\x1b\x7f z"), "a\\x0a\\x1b\\x7f z");
-  EXPECT_EQ(visible(std::string(1, '\0')), "\\x00");
-  EXPECT_EQ(visible("\u0085\u2028\u202e"), "\\u0085\\u2028\\u202e");
-  EXPECT_EQ(visible("]]>"), "]]\\x3e");
-  EXPECT_EQ(visible("]>, ]]x>, >"), "]>, ]]x>, >");
-  EXPECT_EQ(visible(visible("\xff\u2028]]>")), visible("\xff\u2028]]>"));
+  EXPECT_EQ(text::printable("a\n\x1b\x7f z"), "a\\x0a\\x1b\\x7f z");
+  EXPECT_EQ(text::printable(std::string(1, '\0')), "\\x00");
+  EXPECT_EQ(text::printable("\u0085\u2028\u202e"), "\\u0085\\u2028\\u202e");
+  EXPECT_EQ(text::printable("]]>"), "]]\\x3e");
+  EXPECT_EQ(text::printable("]>, ]]x>, >"), "]>, ]]x>, >");
+  EXPECT_EQ(text::printable(text::printable("\xff\u2028]]>")), text::printable("\xff\u2028]]>"));
 }
 
 TEST(Visible, ReplacesBytesThatAreNoUtf8) {
-  EXPECT_EQ(visible("\xff"), "\\xff");
-  EXPECT_EQ(visible("\xc3("), "\\xc3(");
-  EXPECT_EQ(visible("\xe2\x80"), "\\xe2\\x80") << "cut off";
-  EXPECT_EQ(visible("\xc0\xaf"), "\\xc0\\xaf") << "overlong";
-  EXPECT_EQ(visible("\xe0\x9f\xbf"), "\\xe0\\x9f\\xbf") << "overlong";
-  EXPECT_EQ(visible("\xe0\xa0\x80"), "\xe0\xa0\x80");
-  EXPECT_EQ(visible("\xf0\x8f\xbf\xbf"), "\\xf0\\x8f\\xbf\\xbf") << "overlong";
-  EXPECT_EQ(visible("\xed\xa0\x80"), "\\xed\\xa0\\x80") << "a surrogate";
-  EXPECT_EQ(visible("\xed\xbf\xbf"), "\\xed\\xbf\\xbf") << "a surrogate";
-  EXPECT_EQ(visible("\xf4\x90\x80\x80"), "\\xf4\\x90\\x80\\x80") << "beyond the last character";
-  EXPECT_EQ(visible("\xf5\x80\x80\x80"), "\\xf5\\x80\\x80\\x80");
+  EXPECT_EQ(text::printable("\xff"), "\\xff");
+  EXPECT_EQ(text::printable("\xc3("), "\\xc3(");
+  EXPECT_EQ(text::printable("\xe2\x80"), "\\xe2\\x80") << "cut off";
+  EXPECT_EQ(text::printable("\xc0\xaf"), "\\xc0\\xaf") << "overlong";
+  EXPECT_EQ(text::printable("\xe0\x9f\xbf"), "\\xe0\\x9f\\xbf") << "overlong";
+  EXPECT_EQ(text::printable("\xe0\xa0\x80"), "\xe0\xa0\x80");
+  EXPECT_EQ(text::printable("\xf0\x8f\xbf\xbf"), "\\xf0\\x8f\\xbf\\xbf") << "overlong";
+  EXPECT_EQ(text::printable("\xed\xa0\x80"), "\\xed\\xa0\\x80") << "a surrogate";
+  EXPECT_EQ(text::printable("\xed\xbf\xbf"), "\\xed\\xbf\\xbf") << "a surrogate";
+  EXPECT_EQ(text::printable("\xf4\x90\x80\x80"), "\\xf4\\x90\\x80\\x80") << "beyond the last character";
+  EXPECT_EQ(text::printable("\xf5\x80\x80\x80"), "\\xf5\\x80\\x80\\x80");
 }
 
 // Characters of one to four bytes, cut at every place.
@@ -99,8 +99,8 @@ TEST(Shortened, CutsNoCharacter) {
   const std::string text = "a\u00e9\u20ac\U0001f600b\u00e9\u20ac\U0001f600c";
   for (std::size_t head = 0; head < text.size(); ++head)
     for (std::size_t tail = 0; head + tail < text.size(); ++tail) {
-      const std::string cut = shortened(text, head, tail, "|");
-      EXPECT_EQ(visible(cut), cut) << head << ' ' << tail;
+      const std::string cut = text::shortened(text, head, tail, "|");
+      EXPECT_EQ(text::printable(cut), cut) << head << ' ' << tail;
       EXPECT_LE(cut.size(), text.size());
       if (cut == text) continue;
       const std::size_t mark = cut.find('|');
@@ -113,14 +113,14 @@ TEST(Shortened, CutsNoCharacter) {
 }
 
 TEST(Shortened, LeavesWhatFits) {
-  EXPECT_EQ(shortened("123456789", 3, 3, "..."), "123456789");
-  EXPECT_EQ(shortened("1234567890", 3, 3, "..."), "123...890");
+  EXPECT_EQ(text::shortened("123456789", 3, 3, "..."), "123456789");
+  EXPECT_EQ(text::shortened("1234567890", 3, 3, "..."), "123...890");
 }
 
 TEST(JsonText, EscapesWhatIsHiddenAndKeepsTheValue) {
   for (const std::string &text : hidden_texts()) {
     const std::string json = cli::json_text("x" + text + "y");
-    EXPECT_EQ(visible(json), json);
+    EXPECT_EQ(text::printable(json), json);
   }
   for (const std::string &text : hidden_characters())
     EXPECT_EQ(cli::Json::parse(cli::json_text("x" + text + "y")), "x" + text + "y");
@@ -141,7 +141,7 @@ TEST(ExportComment, HidesNothing) {
   };
   for (const std::string &text : hidden_texts()) {
     EXPECT_EQ(lines(text).size(), lines("plain").size());
-    for (const std::string &line : lines(text)) EXPECT_EQ(visible(line), line);
+    for (const std::string &line : lines(text)) EXPECT_EQ(text::printable(line), line);
   }
 }
 
@@ -151,7 +151,7 @@ TEST_F(VisibleTexts, NoneIsInASentence) {
     EXPECT_EQ(outcome.status, 2);
     ASSERT_TRUE(outcome.err.ends_with('\n'));
     const std::string sentence = outcome.err.substr(0, outcome.err.size() - 1);
-    EXPECT_EQ(visible(sentence), sentence);
+    EXPECT_EQ(text::printable(sentence), sentence);
     EXPECT_THAT(sentence, HasSubstr("\\"));
   }
 }
@@ -166,7 +166,7 @@ TEST_F(VisibleTexts, NoneIsInAnExportedFile) {
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::string lines = outcome.out;
     lines.erase(std::remove(lines.begin(), lines.end(), '\n'), lines.end());
-    EXPECT_EQ(visible(lines), lines) << target.name;
+    EXPECT_EQ(text::printable(lines), lines) << target.name;
     if (std::string(target.name) == "json") continue;
     std::istringstream file(outcome.out);
     for (std::string line; std::getline(file, line);)
@@ -204,7 +204,7 @@ TEST_F(VisibleTexts, NoneIsInAPicture) {
   std::string svg = read_file(path("a.svg"));
   svg.erase(std::remove_if(svg.begin(), svg.end(), [](char c) { return c == '\n' || c == '\t'; }),
             svg.end());
-  EXPECT_EQ(visible(svg), svg);
+  EXPECT_EQ(text::printable(svg), svg);
   EXPECT_EQ(run("/usr/bin/python3 -c 'import sys, xml.dom.minidom; "
                 "xml.dom.minidom.parse(sys.argv[1])' " +
                 path("a.svg"))

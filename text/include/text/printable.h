@@ -1,13 +1,13 @@
 // Texts of others, such as names of files, made fit to be shown: in a terminal, in a comment of
 // a program, in a picture.
-#ifndef VELTANE_CLI_VISIBLE_H
-#define VELTANE_CLI_VISIBLE_H
+#ifndef TEXT_PRINTABLE_H
+#define TEXT_PRINTABLE_H
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace cli {
+namespace text {
 
 /** A part of a text that may not be shown as it is. */
 struct Hidden {
@@ -25,7 +25,7 @@ struct Hidden {
 std::string with_hidden(std::string_view text, std::string (*written)(const Hidden &hidden));
 
 /** @return the text in UTF-8 with all this as \xNN (bytes and ASCII) or \uNNNN (characters). */
-std::string visible(std::string_view text);
+std::string printable(std::string_view text);
 
 /**
  * Leaves the middle of a long text out, which says least. UTF-8 characters stay whole.
@@ -35,6 +35,6 @@ std::string visible(std::string_view text);
 std::string shortened(const std::string &text, std::size_t head, std::size_t tail,
                       const std::string &mark);
 
-}  // namespace cli
+}  // namespace text
 
 #endif

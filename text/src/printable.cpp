@@ -1,8 +1,8 @@
-#include "visible.h"
+#include "text/printable.h"
 
 #include <fmt/format.h>
 
-namespace cli {
+namespace text {
 namespace {
 
 struct Character {
@@ -62,7 +62,7 @@ std::string with_hidden(std::string_view text, std::string (*written)(const Hidd
   return out;
 }
 
-std::string visible(std::string_view text) { return with_hidden(text, escaped); }
+std::string printable(std::string_view text) { return with_hidden(text, escaped); }
 
 std::string shortened(const std::string &text, std::size_t head, std::size_t tail,
                       const std::string &mark) {
@@ -76,4 +76,4 @@ std::string shortened(const std::string &text, std::size_t head, std::size_t tai
   return text.substr(0, left) + mark + text.substr(right);
 }
 
-}  // namespace cli
+}  // namespace text

@@ -1,4 +1,4 @@
-#include "parent.h"
+#include "os/child_process.h"
 
 #include <signal.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <sys/prctl.h>
 #endif
 
-namespace cli {
+namespace os {
 
 void end_with(pid_t parent) {
 #ifdef __linux__
@@ -15,4 +15,4 @@ void end_with(pid_t parent) {
   if (getppid() != parent) _exit(1);
 }
 
-}  // namespace cli
+}  // namespace os

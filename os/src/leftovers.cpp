@@ -1,4 +1,4 @@
-#include "leftovers.h"
+#include "os/leftovers.h"
 
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 #include <atomic>
 #include <utility>
 
-namespace cli {
+namespace os {
 namespace {
 
 constexpr std::array<int, 3> ending_signals{SIGINT, SIGTERM, SIGHUP};
@@ -79,4 +79,4 @@ void Leftover::release() {
   name_.clear();
 }
 
-}  // namespace cli
+}  // namespace os

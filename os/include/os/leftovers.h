@@ -3,14 +3,14 @@
 // INT, TERM and HUP end the program without any destructor. From the first name on they remove
 // the names first and end it then, as they would have; one that was ignored, as by nohup, stays
 // ignored.
-#ifndef VELTANE_CLI_LEFTOVERS_H
-#define VELTANE_CLI_LEFTOVERS_H
+#ifndef OS_LEFTOVERS_H
+#define OS_LEFTOVERS_H
 
 #include <signal.h>
 
 #include <string>
 
-namespace cli {
+namespace os {
 
 /** Holds INT, TERM and HUP back for as long as it lives. */
 class SignalsHeld {
@@ -49,6 +49,6 @@ class Leftover {
  *  removes nothing. It allocates nothing. */
 void remove_leftovers() noexcept;
 
-}  // namespace cli
+}  // namespace os
 
 #endif

@@ -1,4 +1,4 @@
-#include "temporary.h"
+#include "os/temporary.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "leftovers.h"
+#include "os/leftovers.h"
 
-namespace cli {
+namespace os {
 
 std::filesystem::path temporary_folder() {
   std::error_code none;
@@ -27,4 +27,4 @@ int open_temporary() {
   return named;
 }
 
-}  // namespace cli
+}  // namespace os

@@ -1,10 +1,10 @@
 // Temporary files without a name, gone with the process however it ends.
-#ifndef VELTANE_CLI_TEMPORARY_H
-#define VELTANE_CLI_TEMPORARY_H
+#ifndef OS_TEMPORARY_H
+#define OS_TEMPORARY_H
 
 #include <filesystem>
 
-namespace cli {
+namespace os {
 
 /** @return the folder that TMPDIR names, or /tmp where it names none. */
 std::filesystem::path temporary_folder();
@@ -12,6 +12,6 @@ std::filesystem::path temporary_folder();
 /** @return the descriptor of a new file for reading and writing, or -1 with errno set. */
 int open_temporary();
 
-}  // namespace cli
+}  // namespace os
 
 #endif
