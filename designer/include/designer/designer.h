@@ -1,0 +1,67 @@
+// Settings in, a design out: boxes of the class `veltane`, made in patchbay with the real module.
+#ifndef DESIGNER_DESIGNER_H
+#define DESIGNER_DESIGNER_H
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "designer/limits.h"
+#include "designer/settings.h"
+#include "patchbay/host.h"
+
+namespace designer {
+
+/** What came out of a box. */
+struct Design {
+  Settings settings;                /**< all attributes in their order, as the box holds them */
+  patchbay::Dictionary dictionary;  /**< what it published */
+  std::vector<std::string> remarks; /**< a sentence for each setting that was changed on the way,
+                                         and what the box posted */
+  double samplerate = 0.0;          /**< in Hz, the one that the design is for */
+};
+
+/** A host with the module. As one host lives in a process at a time, so does one designer, and it
+ *  belongs to the thread that made it. */
+class Designer {
+ public:
+  /** @param module  the file. Raises Refusal when it is missing or has no class `veltane`. */
+  explicit Designer(const std::filesystem::path &module);
+
+  /** @return what the class declares of its attributes, in their order. */
+  const std::vector<patchbay::AttributeInfo> &attributes() const { return attributes_; }
+
+  /** @return the range of an attribute that has one. Raises std::runtime_error where it has none. */
+  Range range(const std::string &attribute) const;
+
+  /** @return the settings of a box that nobody has given any; its name is not a free one. */
+  Settings fresh();
+
+  /**
+   * Settings as a box holds them: within the module's ranges, of its choices, and complete.
+   * @return a design without a dictionary
+   * Raises Refusal when a value does not fit, or there is no such setting.
+   */
+  Design accepted(const Settings &requested);
+
+  /**
+   * Makes a box, gives it the settings, bangs it, and frees it.
+   * Raises Refusal as `accepted`, std::bad_alloc when the box had no memory to design, and
+   * std::runtime_error when it published nothing for another reason.
+   */
+  Design design(const Settings &requested);
+
+  /** Frees and unloads all; further calls of anything else raise patchbay::Error.
+   *  @return what broke the host's rules, a sentence each */
+  std::vector<std::string> close() { return host_.close(); }
+
+ private:
+  class Box;
+
+  patchbay::Host host_;
+  std::vector<patchbay::AttributeInfo> attributes_;
+};
+
+}  // namespace designer
+
+#endif

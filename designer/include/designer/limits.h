@@ -1,0 +1,27 @@
+// What the module does with settings and does not declare.
+#ifndef DESIGNER_LIMITS_H
+#define DESIGNER_LIMITS_H
+
+#include <array>
+
+namespace designer {
+
+/** Numbers from `lowest` to `highest`, both included. */
+struct Range {
+  double lowest;
+  double highest;
+};
+
+/** Where the module keeps cutoffs, as fractions of the Nyquist frequency. */
+inline constexpr Range cutoff_range{0.0001, 0.9999};
+
+/** The cutoffs that a new box has, as fractions of the Nyquist frequency. A box whose unit is radians
+ *  stays with them. */
+inline constexpr std::array fresh_cutoffs{0.125, 0.875};
+
+/** The sample rate that the module finds when its settings do not say one, in Hz. */
+inline constexpr double audio_samplerate = 48000.0;
+
+}  // namespace designer
+
+#endif

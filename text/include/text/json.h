@@ -1,0 +1,74 @@
+// Writing JSON: numbers with all their digits, texts without characters that may not be shown.
+#ifndef TEXT_JSON_H
+#define TEXT_JSON_H
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace text {
+
+/** A document as a tree, its keys in the order in which they were given. */
+using Json = nlohmann::ordered_json;
+
+enum class JsonLayout {
+  line, /**< all of it on one line */
+  page  /**< each member of an object on a line of its own, lists on one line each */
+};
+
+/**
+ * Writes a document from its beginning to its end, without a tree. Calls come in the order of the
+ * document; a value in an object follows its key.
+ *
+ * Numbers have 17 significant digits; those that are not finite become null. Texts are written so
+ * that `printable` would change nothing in them: what it would change becomes its code. Bytes that
+ * are not UTF-8 become U+FFFD.
+ */
+class JsonWriter {
+ public:
+  explicit JsonWriter(JsonLayout layout) : layout_(layout) {}
+
+  void begin_object();
+  void end_object();
+  void begin_list();
+  void end_list();
+  void key(std::string_view name);
+
+  void number(double value);
+  void integer(std::int64_t value);
+  void text(std::string_view value);
+  void texts(const std::vector<std::string> &values); /**< as a list */
+  void value(const Json &tree);
+
+  /** @return what has been written, which leaves the writer empty. */
+  std::string take();
+
+ private:
+  struct Level {
+    bool object;
+    bool empty;
+  };
+
+  void begin(char bracket, Level level);
+  void end(char bracket);
+  void separate();
+  void new_line();
+
+  JsonLayout layout_;
+  bool after_key_ = false;
+  std::vector<Level> levels_;
+  std::size_t objects_ = 0;  // of the levels: lists do not indent
+  std::string out_;
+};
+
+/** @return a document as a page, with a newline at its end. */
+std::string json_page(const Json &document);
+
+/** @return a text as a JSON string, written as by JsonWriter. */
+std::string json_string(std::string_view value);
+
+}  // namespace text
+
+#endif
