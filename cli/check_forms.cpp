@@ -5,10 +5,10 @@
 
 #include <fmt/format.h>
 
-#include "analysis/agreement.h"
-#include "analysis/encirclement.h"
 #include "analysis/grid.h"
+#include "analysis/level_difference.h"
 #include "analysis/pairing.h"
+#include "analysis/poles_outside.h"
 #include "check_limits.h"
 #include "subject.h"
 
@@ -25,8 +25,8 @@ const char *remedy(const Subject &subject) {
 }
 
 void check_roots(const Subject &subject, Verdict &verdict) {
-  const analysis::Difference found =
-      analysis::difference(subject.roots, subject.sections, audible_db);
+  const analysis::LevelDifference found =
+      analysis::level_difference(subject.roots, subject.sections, audible_db);
   verdict.measured["roots_to_sections_db"] = found.db;
   if (found.db > tolerance_db)
     verdict.problem("forms",
@@ -53,7 +53,7 @@ void check_pairs(const Subject &subject, Verdict &verdict) {
 struct Judgement {
   std::string text;
   std::string change;
-  analysis::Difference difference{0.0, 0.0};
+  analysis::LevelDifference difference{0.0, 0.0};
 };
 
 constexpr char take_sections[] = "take the sections, or several filters of a low order in a row";
@@ -63,7 +63,7 @@ Judgement judge(const Subject &subject, Verdict &verdict) {
   const auto outside =
       analysis::poles_outside(transfer.denominator, analysis::grid(subject.sections, {0.0, 1.0}));
   Judgement found;
-  found.difference = analysis::difference(subject.sections, transfer, audible_db);
+  found.difference = analysis::level_difference(subject.sections, transfer, audible_db);
   verdict.measured["transfer_function_db"] = found.difference.db;
   verdict.measured["transfer_function_poles_outside"] = outside ? Json(*outside) : Json(nullptr);
   if (!outside)
@@ -85,7 +85,8 @@ Judgement judge(const Subject &subject, Verdict &verdict) {
   if (outside != 0U || !std::isfinite(factor) || factor == 0) return found;
   analysis::Transfer scaled = transfer;
   for (double &coefficient : scaled.numerator) coefficient *= factor;
-  if (analysis::difference(subject.sections, scaled, audible_db).db > tolerance_db) return found;
+  if (analysis::level_difference(subject.sections, scaled, audible_db).db > tolerance_db)
+    return found;
   found.text = fmt::format(
       "its numerator has the wrong scale: it is {:.3g} dB from the sections "
       "everywhere",

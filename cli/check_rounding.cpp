@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "analysis/peaks.h"
+#include "analysis/cascade_peaks.h"
 #include "analysis/rounding.h"
 #include "check_limits.h"
 #include "subject.h"
@@ -45,13 +45,13 @@ void tell_gain(const Subject &subject, const Range &between, Verdict &verdict) {
 
 // What goes wrong in single precision, or nothing.
 std::string float_trouble(const Subject &subject, const Range &between,
-                          const analysis::Change &change) {
-  if (change.silent) return "the gain is too small for a float, and the filter silent";
-  if (!change.stability.stable)
+                          const analysis::RoundingEffect &effect) {
+  if (effect.silent) return "the gain is too small for a float, and the filter silent";
+  if (!effect.stability.stable)
     return "rounding the sections puts a pole on the unit circle or outside";
-  if (!(change.response.db <= float_tolerance_db))
+  if (!(effect.response.db <= float_tolerance_db))
     return fmt::format("rounding the sections changes the level by {:.3g} dB at {}",
-                       change.response.db, subject.hz(change.response.w));
+                       effect.response.db, subject.hz(effect.response.w));
   if (std::max(-between.lowest, between.highest) > float_range_db)
     return fmt::format("peaks between sections are from {} to {} dB", rounded(between.lowest),
                        rounded(between.highest));
@@ -59,16 +59,17 @@ std::string float_trouble(const Subject &subject, const Range &between,
 }
 
 void check_float(const Subject &subject, const Range &between, Verdict &verdict) {
-  const analysis::Change change = analysis::float_rounding(subject.sections, audible_db);
-  const std::string trouble = float_trouble(subject, between, change);
+  const analysis::RoundingEffect effect =
+      analysis::float_rounding_effect(subject.sections, audible_db);
+  const std::string trouble = float_trouble(subject, between, effect);
   verdict.measured["float_safe"] = trouble.empty();
-  verdict.measured["float_db"] = change.response.db;
-  verdict.measured["float_stable"] = change.stability.stable;
-  verdict.measured["float_pole_movement"] = change.pole_movement;
+  verdict.measured["float_db"] = effect.response.db;
+  verdict.measured["float_stable"] = effect.stability.stable;
+  verdict.measured["float_pole_movement"] = effect.pole_movement;
   if (trouble.empty())
     verdict.fact("float",
                  fmt::format("safe: rounding the sections changes the level by at most {:.2g} dB",
-                             change.response.db));
+                             effect.response.db));
   else
     verdict.note("float", "not safe: " + trouble,
                  "keep coefficients and signals in double precision");

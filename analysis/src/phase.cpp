@@ -4,7 +4,7 @@
 #include <numbers>
 
 #include "analysis/stability.h"
-#include "evaluate.h"
+#include "factored_response.h"
 
 namespace analysis {
 namespace {
@@ -21,7 +21,7 @@ Side side_of(const Complex &root, double tolerance) {
 
 // The continuous phase of 1 - root / z. That of a root above or on the real axis begins in
 // (-pi, pi], that of its conjugate with the opposite.
-Wide root_phase(const Point &z, const Complex &root, Side side) {
+Wide root_phase(const CirclePoint &z, const Complex &root, Side side) {
   const WideComplex distance = from_root(z, root);
   if (side == Side::inside)
     return std::atan2(distance.imag() * z.cos - distance.real() * z.sin,
@@ -53,7 +53,7 @@ long surplus_turns(long quarters) {
 }
 
 double unwrapped(const Roots &filter, bool negative, double w) {
-  const Point z = point_at(w);
+  const CirclePoint z = circle_point(w);
   const auto missing =
       static_cast<Wide>(filter.poles.size()) - static_cast<Wide>(filter.zeros.size());
   Wide phase = (negative ? pi : 0) - missing * z.angle;
@@ -72,7 +72,7 @@ double unwrapped(const Roots &filter, bool negative, double w) {
 }
 
 // The delay of 1 - root / z.
-Wide root_delay(const Point &z, const Complex &root, double tolerance) {
+Wide root_delay(const CirclePoint &z, const Complex &root, double tolerance) {
   const double inside = distance_inside(root);
   if (std::fabs(inside) <= tolerance) return 0.5L;
   const Wide area = static_cast<Wide>(inside) * (2 - static_cast<Wide>(inside));  // 1 - r^2
@@ -80,13 +80,13 @@ Wide root_delay(const Point &z, const Complex &root, double tolerance) {
 }
 
 // The delay of 1 / (z + a1 + a2 / z).
-Wide denominator_delay(const Point &z, double a1, double a2) {
+Wide denominator_delay(const CirclePoint &z, double a1, double a2) {
   const Wide second = a2;
   return (1 - second) * plus_cosine(z, 1 + second, a1) / std::norm(quadratic_at(z, 1.0, a1, a2));
 }
 
 // The delay of b0 z + b1 + b2 / z.
-Wide numerator_delay(const Point &z, const Section &section) {
+Wide numerator_delay(const CirclePoint &z, const Section &section) {
   const Roots roots = roots_of({Section{section.b0, section.b1, section.b2, 1.0, 1.0}});
   Wide delay = 1 - static_cast<Wide>(roots.zeros.size());
   for (const Complex &zero : roots.zeros) delay += root_delay(z, zero, on_circle);
@@ -95,9 +95,13 @@ Wide numerator_delay(const Point &z, const Section &section) {
 
 }  // namespace
 
-double wrapped_phase(const Roots &filter, double w) { return evaluate(filter, w).angle(); }
-double wrapped_phase(const Sections &filter, double w) { return evaluate(filter, w).angle(); }
-double wrapped_phase(const Transfer &filter, double w) { return evaluate(filter, w).angle(); }
+double wrapped_phase(const Roots &filter, double w) { return factored_response(filter, w).angle(); }
+double wrapped_phase(const Sections &filter, double w) {
+  return factored_response(filter, w).angle();
+}
+double wrapped_phase(const Transfer &filter, double w) {
+  return factored_response(filter, w).angle();
+}
 
 double unwrapped_phase(const Roots &filter, double w) {
   return unwrapped(filter, std::signbit(filter.gain), w);
@@ -111,7 +115,7 @@ double unwrapped_phase(const Sections &filter, double w) {
 }
 
 double group_delay(const Roots &filter, double w) {
-  const Point z = point_at(w);
+  const CirclePoint z = circle_point(w);
   Wide delay = static_cast<Wide>(filter.poles.size()) - static_cast<Wide>(filter.zeros.size());
   for (const Complex &zero : filter.zeros) delay += root_delay(z, zero, on_circle);
   for (const Complex &pole : filter.poles) delay -= root_delay(z, pole, 0.0);
@@ -119,7 +123,7 @@ double group_delay(const Roots &filter, double w) {
 }
 
 double group_delay(const Sections &filter, double w) {
-  const Point z = point_at(w);
+  const CirclePoint z = circle_point(w);
   Wide delay = 0;
   for (const Section &section : filter)
     delay += numerator_delay(z, section) + denominator_delay(z, section.a1, section.a2);

@@ -44,7 +44,7 @@ Sections rounded_to_float(const Sections &filter) {
   return rounded;
 }
 
-Change change(const Sections &before, const Sections &after, double floor_db) {
+RoundingEffect rounding_effect(const Sections &before, const Sections &after, double floor_db) {
   if (before.size() != after.size())
     throw std::invalid_argument("filters with unlike numbers of sections cannot be compared");
   Movement furthest{0.0, 0.0};
@@ -53,12 +53,12 @@ Change change(const Sections &before, const Sections &after, double floor_db) {
     furthest = further(furthest, moved(before[i], after[i]));
     silent = silent || (after[i].b0 == 0 && after[i].b1 == 0 && after[i].b2 == 0);
   }
-  return {furthest.distance, furthest.ratio, stability(after), difference(before, after, floor_db),
-          silent};
+  return {furthest.distance, furthest.ratio, stability(after),
+          level_difference(before, after, floor_db), silent};
 }
 
-Change float_rounding(const Sections &filter, double floor_db) {
-  return change(filter, rounded_to_float(filter), floor_db);
+RoundingEffect float_rounding_effect(const Sections &filter, double floor_db) {
+  return rounding_effect(filter, rounded_to_float(filter), floor_db);
 }
 
 }  // namespace analysis

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 
 #include "analysis/band.h"
-#include "analysis/peaks.h"
+#include "analysis/cascade_peaks.h"
 #include "analysis/response.h"
 
 namespace cli {

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "analysis/peaks.h"
+#include "analysis/cascade_peaks.h"
 #include "analysis/rounding.h"
 #include "analysis/stability.h"
 
@@ -57,17 +57,17 @@ analysis::Sections in_floats(const analysis::Sections &sections, const std::stri
             "--for {} holds floats, which reach from 1.2e-38 to 3.4e38, and section {} has the "
             "coefficient {:.3g}; --spread-gain may help",
             target, i + 1, value));
-  const analysis::Change change = analysis::float_rounding(sections, floor_db);
+  const analysis::RoundingEffect effect = analysis::float_rounding_effect(sections, floor_db);
   const analysis::Stability before = analysis::stability(sections);
-  if (before.stable && !change.stability.stable)
+  if (before.stable && !effect.stability.stable)
     throw Refusal(fmt::format(
         "--for {} holds floats, in which this filter is unstable: its outermost pole is {:.2g} "
         "inside the unit circle; a target with doubles holds it",
         target, before.margin));
-  if (!(change.response.db <= noticeable_db))
+  if (!(effect.response.db <= noticeable_db))
     remarks.push_back(
         fmt::format("rounding to floats changes the level by up to {:.2g} dB, most at {:.6g} Hz",
-                    change.response.db, change.response.w * samplerate / 2));
+                    effect.response.db, effect.response.w * samplerate / 2));
   return analysis::rounded_to_float(sections);
 }
 

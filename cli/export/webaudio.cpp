@@ -1,6 +1,6 @@
 #include <fmt/format.h>
 
-#include "analysis/agreement.h"
+#include "analysis/level_difference.h"
 #include "export/export.h"
 #include "export/lists.h"
 
@@ -29,7 +29,7 @@ void check(const Export &filter, const analysis::Transfer &lists) {
         fmt::format("an IIRFilterNode takes {} coefficients a list, and this filter with its {} "
                     "poles has {}; {}",
                     most_coefficients, count - 1, count, instead));
-  const double lost = analysis::difference(filter.sections, lists, floor_db).db;
+  const double lost = analysis::level_difference(filter.sections, lists, floor_db).db;
   if (!is_stable(lists))
     throw Refusal(fmt::format(
         "lists of doubles for one IIRFilterNode would make this filter unstable; {}", instead));

@@ -1,9 +1,9 @@
 // Agreement of the forms, peaks within the cascade, rounding to floats, and the pairing of poles.
 #include <gmock/gmock.h>
 
-#include "analysis/agreement.h"
+#include "analysis/cascade_peaks.h"
+#include "analysis/level_difference.h"
 #include "analysis/pairing.h"
-#include "analysis/peaks.h"
 #include "analysis/response.h"
 #include "analysis/rounding.h"
 #include "data.h"
@@ -12,24 +12,25 @@ namespace {
 
 using namespace analysis;
 
-TEST(Agreement, OfSectionsWithTheirRootsIsClose) {
+TEST(LevelDifference, OfSectionsWithTheirRootsIsClose) {
   for (const data::Case &one : data::cases())
-    EXPECT_LT(difference(one.roots, one.sections, 120).db, one.order > 8 ? 1e-4 : 1e-7) << one.name;
+    EXPECT_LT(level_difference(one.roots, one.sections, 120).db, one.order > 8 ? 1e-4 : 1e-7)
+        << one.name;
 }
 
-TEST(Agreement, SeesATransferFunctionBreakDown) {
+TEST(LevelDifference, SeesATransferFunctionBreakDown) {
   const data::Case &good = data::named("butterworth lowpass of order 4");
-  EXPECT_LT(difference(good.roots, good.transfer, 100).db, 1e-8);
-  EXPECT_LT(difference(good.sections, good.transfer, 100).db, 1e-8);
+  EXPECT_LT(level_difference(good.roots, good.transfer, 100).db, 1e-8);
+  EXPECT_LT(level_difference(good.sections, good.transfer, 100).db, 1e-8);
   const data::Case &narrow = data::named("chebyshev-2 bandpass of order 4");
-  EXPECT_GT(difference(narrow.roots, narrow.transfer, 120).db, 10);
+  EXPECT_GT(level_difference(narrow.roots, narrow.transfer, 120).db, 10);
 }
 
-TEST(Agreement, IsTheDifferenceAtThePlaceItNames) {
+TEST(LevelDifference, IsTheDifferenceAtThePlaceItNames) {
   const data::Case &one = data::named("chebyshev-1 lowpass of order 8");
   Sections other = one.sections;
   other[1].a1 *= 1.0001;
-  const Difference found = difference(one.sections, other, 120);
+  const LevelDifference found = level_difference(one.sections, other, 120);
   EXPECT_GT(found.db, 0.01);
   EXPECT_NEAR(found.db, std::fabs(level_db(one.sections, found.w) - level_db(other, found.w)),
               1e-12);
@@ -40,22 +41,22 @@ TEST(Agreement, IsTheDifferenceAtThePlaceItNames) {
   }
 }
 
-TEST(Agreement, LevelsBelowTheFloorCountAsTheFloor) {
+TEST(LevelDifference, LevelsBelowTheFloorCountAsTheFloor) {
   // 1 + z^-1 has no level at w = 1, the other has -80 dB: that counts only above the floor
   const Sections zero{{1, 1, 0, 0, 0}}, other{{1, 0.9998, 0, 0, 0}};
-  EXPECT_LT(difference(zero, other, 60).db, 0.01);
+  EXPECT_LT(level_difference(zero, other, 60).db, 0.01);
   // peak 6.02 dB, floor -113.98 dB, against 20 log10 0.0002 = -73.98 dB
-  EXPECT_NEAR(difference(zero, other, 120).db, 40.0, 0.01);
-  EXPECT_NEAR(difference(zero, Sections{{1e-3, 1e-3, 0, 0, 0}}, 120).db, 60.0, 1e-9);
+  EXPECT_NEAR(level_difference(zero, other, 120).db, 40.0, 0.01);
+  EXPECT_NEAR(level_difference(zero, Sections{{1e-3, 1e-3, 0, 0, 0}}, 120).db, 60.0, 1e-9);
 }
 
-TEST(Agreement, WithWhatIsNoNumberIsNone) {
+TEST(LevelDifference, WithWhatIsNoNumberIsNone) {
   const double nan = std::nan("");
-  EXPECT_TRUE(std::isinf(difference(Roots{}, Sections{{nan, 0, 0, 0, 0}}, 120).db));
-  EXPECT_TRUE(std::isinf(difference(Roots{}, Transfer{{1}, {nan}}, 120).db));
+  EXPECT_TRUE(std::isinf(level_difference(Roots{}, Sections{{nan, 0, 0, 0, 0}}, 120).db));
+  EXPECT_TRUE(std::isinf(level_difference(Roots{}, Transfer{{1}, {nan}}, 120).db));
 }
 
-TEST(Peaks, OfSectionsAreThoseOfTheClosedFormula) {
+TEST(CascadePeaks, OfSectionsAreThoseOfTheClosedFormula) {
   for (const data::Case &one : data::cases()) {
     const std::vector<double> expected = one.column("section_peaks");
     const std::vector<Peak> found = section_peaks(one.sections);
@@ -65,7 +66,7 @@ TEST(Peaks, OfSectionsAreThoseOfTheClosedFormula) {
   }
 }
 
-TEST(Peaks, OfTheRunningProductAreThoseOfADenseSearch) {
+TEST(CascadePeaks, OfTheRunningProductAreThoseOfADenseSearch) {
   std::size_t checked = 0;
   for (const data::Case &one : data::cases()) {
     if (!one.record.contains("running_peaks") || one.cutoffs[0] < 0.01) continue;
@@ -79,7 +80,7 @@ TEST(Peaks, OfTheRunningProductAreThoseOfADenseSearch) {
   EXPECT_GE(checked, 7U);
 }
 
-TEST(Peaks, OfTheWholeProductAreThePassband) {
+TEST(CascadePeaks, OfTheWholeProductAreThePassband) {
   for (const data::Case &one : data::cases()) {
     const std::vector<Peak> found = running_peaks(one.sections);
     EXPECT_NEAR(found.back().db - one.lift, 0.0, one.order > 8 ? 1e-4 : 1e-8) << one.name;
@@ -94,46 +95,50 @@ TEST(Peaks, OfTheWholeProductAreThePassband) {
 TEST(FloatRounding, MovesPolesAsFarAsTheRootsOfTheFloatsSay) {
   for (const data::Case &one : data::cases()) {
     const double expected = one.number("float_movement");
-    EXPECT_NEAR(float_rounding(one.sections, 120).pole_movement, expected, 1e-9 * expected + 1e-16)
+    EXPECT_NEAR(float_rounding_effect(one.sections, 120).pole_movement, expected,
+                1e-9 * expected + 1e-16)
         << one.name;
   }
 }
 
 TEST(FloatRounding, HurtsNarrowFiltersAndNoBroadOnes) {
-  const Change broad = float_rounding(data::named("butterworth bandstop of order 3").sections, 120);
+  const RoundingEffect broad =
+      float_rounding_effect(data::named("butterworth bandstop of order 3").sections, 120);
   EXPECT_TRUE(broad.stability.stable);
   EXPECT_FALSE(broad.silent);
   EXPECT_LT(broad.response.db, 0.01);
   EXPECT_LT(broad.worst_ratio, 1e-5);
-  const Change narrow =
-      float_rounding(data::named("chebyshev-2 lowpass of order 200").sections, 120);
+  const RoundingEffect narrow =
+      float_rounding_effect(data::named("chebyshev-2 lowpass of order 200").sections, 120);
   EXPECT_GT(narrow.worst_ratio, 1.0);
   EXPECT_GT(narrow.response.db, 10.0);
 }
 
 TEST(FloatRounding, ALostGainIsSilence) {
-  const Change lost = float_rounding(data::named("butterworth lowpass of order 190").sections, 120);
+  const RoundingEffect lost =
+      float_rounding_effect(data::named("butterworth lowpass of order 190").sections, 120);
   EXPECT_TRUE(lost.silent);
   EXPECT_NEAR(lost.response.db, 120.0, 1e-3);
 }
 
 TEST(FloatRounding, WhatAreFloatsAlreadyDoesNotChange) {
   const Sections floats{{0.5, 0.25, 0.125, -0.5, 0.75}};
-  const Change none = float_rounding(floats, 120);
+  const RoundingEffect none = float_rounding_effect(floats, 120);
   EXPECT_EQ(none.pole_movement, 0.0);
   EXPECT_EQ(none.response.db, 0.0);
   EXPECT_EQ(rounded_to_float({{0.1, 0, 0, 0, 0}})[0].b0, static_cast<double>(0.1F));
-  EXPECT_THROW(change(floats, {}, 120), std::invalid_argument);
+  EXPECT_THROW(rounding_effect(floats, {}, 120), std::invalid_argument);
 }
 
 TEST(FloatRounding, FollowsPolesThatTradeTheirRank) {
   // poles near 0.5 and -0.5, of which first one and then the other is the larger
-  const Change small = change({{1, 0, 0, 1e-9, -0.25}}, {{1, 0, 0, -1e-9, -0.25}}, 120);
+  const RoundingEffect small =
+      rounding_effect({{1, 0, 0, 1e-9, -0.25}}, {{1, 0, 0, -1e-9, -0.25}}, 120);
   EXPECT_NEAR(small.pole_movement, 1e-9, 1e-15);
 }
 
 TEST(FloatRounding, CanMakeAFilterUnstable) {
-  const Change change = float_rounding({{1, 0, 0, 0, 1 - 1e-9}}, 120);
+  const RoundingEffect change = float_rounding_effect({{1, 0, 0, 0, 1 - 1e-9}}, 120);
   EXPECT_FALSE(change.stability.stable);
   EXPECT_GE(change.worst_ratio, 1.0);
 }

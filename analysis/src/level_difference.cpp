@@ -1,4 +1,4 @@
-#include "analysis/agreement.h"
+#include "analysis/level_difference.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,13 +11,13 @@ namespace analysis {
 namespace {
 
 template <class Trusted, class Other>
-Difference largest(const Trusted &trusted, const Other &other, double floor_db) {
+LevelDifference largest(const Trusted &trusted, const Other &other, double floor_db) {
   const std::vector<double> at = grid(trusted, {0.0, 1.0});
   std::vector<double> levels;
   for (const double w : at) levels.push_back(level_db(trusted, w));
   const double floor = *std::max_element(levels.begin(), levels.end()) - floor_db;
 
-  Difference found{0.0, 0.0};
+  LevelDifference found{0.0, 0.0};
   for (std::size_t i = 0; i < at.size(); ++i) {
     const double level = level_db(other, at[i]);
     if (std::isnan(levels[i]) || std::isnan(level))
@@ -31,19 +31,19 @@ Difference largest(const Trusted &trusted, const Other &other, double floor_db) 
 
 }  // namespace
 
-Difference difference(const Roots &trusted, const Sections &other, double floor_db) {
+LevelDifference level_difference(const Roots &trusted, const Sections &other, double floor_db) {
   return largest(trusted, other, floor_db);
 }
 
-Difference difference(const Roots &trusted, const Transfer &other, double floor_db) {
+LevelDifference level_difference(const Roots &trusted, const Transfer &other, double floor_db) {
   return largest(trusted, other, floor_db);
 }
 
-Difference difference(const Sections &trusted, const Transfer &other, double floor_db) {
+LevelDifference level_difference(const Sections &trusted, const Transfer &other, double floor_db) {
   return largest(trusted, other, floor_db);
 }
 
-Difference difference(const Sections &trusted, const Sections &other, double floor_db) {
+LevelDifference level_difference(const Sections &trusted, const Sections &other, double floor_db) {
   return largest(trusted, other, floor_db);
 }
 

@@ -1,6 +1,6 @@
 /** How loud it gets inside a cascade. */
-#ifndef ANALYSIS_PEAKS_H
-#define ANALYSIS_PEAKS_H
+#ifndef ANALYSIS_CASCADE_PEAKS_H
+#define ANALYSIS_CASCADE_PEAKS_H
 
 #include "analysis/extremes.h"
 #include "analysis/filter.h"

@@ -1,4 +1,4 @@
-#include "analysis/encirclement.h"
+#include "analysis/poles_outside.h"
 
 #include <cmath>
 #include <numbers>

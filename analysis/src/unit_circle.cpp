@@ -1,4 +1,4 @@
-#include "point.h"
+#include "unit_circle.h"
 
 #include <cmath>
 #include <numbers>
@@ -15,8 +15,8 @@ Wide twice_sine_squared(Wide angle) {
 
 }  // namespace
 
-Point point_at(double w) {
-  Point z{};
+CirclePoint circle_point(double w) {
+  CirclePoint z{};
   const Wide rest = 1 - static_cast<Wide>(w);
   z.angle = pi * w;
   z.beyond_one = twice_sine_squared(pi * w / 2);
@@ -35,17 +35,17 @@ Point point_at(double w) {
   return z;
 }
 
-Wide plus_cosine(const Point &z, Wide constant, Wide factor) {
+Wide plus_cosine(const CirclePoint &z, Wide constant, Wide factor) {
   if (z.cos > 0.75L) return (constant + factor) - factor * z.beyond_one;
   if (z.cos < -0.75L) return (constant - factor) + factor * z.beyond_minus_one;
   return constant + factor * z.cos;
 }
 
-WideComplex from_root(const Point &z, const Complex &root) {
+WideComplex from_root(const CirclePoint &z, const Complex &root) {
   return {plus_cosine(z, -static_cast<Wide>(root.real()), 1), z.sin - root.imag()};
 }
 
-WideComplex quadratic_at(const Point &z, double c0, double c1, double c2) {
+WideComplex quadratic_at(const CirclePoint &z, double c0, double c1, double c2) {
   const Wide first = c0;
   return {plus_cosine(z, c1, first + c2), (first - c2) * z.sin};
 }

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "analysis/encirclement.h"
+#include "analysis/poles_outside.h"
 
 using analysis::Complex;
 using analysis::poles_outside;
@@ -37,7 +37,7 @@ std::vector<double> product(const std::vector<Complex> &roots) {
 
 }  // namespace
 
-TEST(Encirclement, CountsEachPoleOutside) {
+TEST(PolesOutside, CountsEachPoleOutside) {
   const Complex inside = std::polar(0.9, 1.0), outside = std::polar(1.1, 2.0);
   EXPECT_EQ(poles_outside(product({inside, 0.5, -0.99}), even_steps(16)), 0U);
   EXPECT_EQ(poles_outside(product({inside, 1.5}), even_steps(16)), 1U);
@@ -46,19 +46,19 @@ TEST(Encirclement, CountsEachPoleOutside) {
   EXPECT_EQ(poles_outside(product({outside, 3.0, -2.0}), even_steps(16)), 4U);
 }
 
-TEST(Encirclement, TellsPolesThatAlmostTouchTheCircle) {
+TEST(PolesOutside, TellsPolesThatAlmostTouchTheCircle) {
   const double near = 1e-9;
   EXPECT_EQ(poles_outside(product({std::polar(1 - near, 0.7), -0.3}), even_steps(8)), 0U);
   EXPECT_EQ(poles_outside(product({std::polar(1 + near, 0.7), -0.3}), even_steps(8)), 2U);
   EXPECT_EQ(poles_outside(product({Complex(1 + near), -0.3}), even_steps(8)), 1U);
 }
 
-TEST(Encirclement, IsUnknownWhereThePolynomialVanishes) {
+TEST(PolesOutside, IsUnknownWhereThePolynomialVanishes) {
   EXPECT_EQ(poles_outside({1.0, -1.0}, even_steps(8)), std::nullopt) << "a pole at 1";
   EXPECT_EQ(poles_outside({1.0, 0.0, 1.0}, even_steps(8)), std::nullopt) << "a pair at +-i";
 }
 
-TEST(Encirclement, DoesNotMindALeadingFactor) {
+TEST(PolesOutside, DoesNotMindALeadingFactor) {
   std::vector<double> polynomial = product({std::polar(1.1, 2.0), 0.5});
   for (double &coefficient : polynomial) coefficient *= -1e-100;
   EXPECT_EQ(poles_outside(polynomial, even_steps(16)), 2U);

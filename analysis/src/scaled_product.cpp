@@ -1,4 +1,4 @@
-#include "product.h"
+#include "scaled_product.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,23 +36,23 @@ Wide squared(const WideComplex &value) {
 
 }  // namespace
 
-void Product::Scaled::multiply(WideComplex factor) {
+void ScaledProduct::Scaled::multiply(WideComplex factor) {
   exponent += normalise(factor);
   mantissa = plain_product(mantissa, factor);
   exponent += normalise(mantissa);
 }
 
-void Product::multiply(WideComplex factor) { numerator_.multiply(factor); }
+void ScaledProduct::multiply(WideComplex factor) { numerator_.multiply(factor); }
 
-void Product::divide(WideComplex factor) { denominator_.multiply(factor); }
+void ScaledProduct::divide(WideComplex factor) { denominator_.multiply(factor); }
 
-WideComplex Product::quotient() const {
+WideComplex ScaledProduct::quotient() const {
   const WideComplex product = plain_product(numerator_.mantissa, std::conj(denominator_.mantissa));
   const Wide size = squared(denominator_.mantissa);
   return {product.real() / size, product.imag() / size};
 }
 
-Complex Product::value() const {
+Complex ScaledProduct::value() const {
   const WideComplex mantissa = quotient();
   const int exponent =
       static_cast<int>(std::clamp(numerator_.exponent - denominator_.exponent, -100000L, 100000L));
@@ -60,7 +60,7 @@ Complex Product::value() const {
           static_cast<double>(std::ldexp(mantissa.imag(), exponent))};
 }
 
-double Product::db() const {
+double ScaledProduct::db() const {
   const Wide mantissa =
       10 * std::log10(squared(numerator_.mantissa) / squared(denominator_.mantissa));
   const auto exponent = static_cast<Wide>(numerator_.exponent - denominator_.exponent);
@@ -68,7 +68,7 @@ double Product::db() const {
                                             std::numbers::ln10_v<Wide>);
 }
 
-double Product::angle() const {
+double ScaledProduct::angle() const {
   const WideComplex mantissa = quotient();
   const auto angle = static_cast<double>(std::atan2(mantissa.imag(), mantissa.real()));
   return angle <= -std::numbers::pi ? std::numbers::pi : angle;

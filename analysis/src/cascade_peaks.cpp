@@ -1,4 +1,4 @@
-#include "analysis/peaks.h"
+#include "analysis/cascade_peaks.h"
 
 #include "analysis/grid.h"
 #include "analysis/response.h"

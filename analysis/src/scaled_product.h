@@ -1,13 +1,13 @@
 /** A complex product with its binary exponent beside it, so that no number of factors
  *  overflows or vanishes. */
-#ifndef ANALYSIS_PRODUCT_H
-#define ANALYSIS_PRODUCT_H
+#ifndef ANALYSIS_SCALED_PRODUCT_H
+#define ANALYSIS_SCALED_PRODUCT_H
 
-#include "point.h"
+#include "unit_circle.h"
 
 namespace analysis {
 
-class Product {
+class ScaledProduct {
  public:
   void multiply(WideComplex factor);
   void divide(WideComplex factor);

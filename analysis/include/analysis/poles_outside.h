@@ -1,6 +1,6 @@
 /** How many poles of a transfer function are outside the unit circle. */
-#ifndef ANALYSIS_ENCIRCLEMENT_H
-#define ANALYSIS_ENCIRCLEMENT_H
+#ifndef ANALYSIS_POLES_OUTSIDE_H
+#define ANALYSIS_POLES_OUTSIDE_H
 
 #include <cstddef>
 #include <optional>

@@ -1,13 +1,13 @@
 /** How far two forms of a filter agree. */
-#ifndef ANALYSIS_AGREEMENT_H
-#define ANALYSIS_AGREEMENT_H
+#ifndef ANALYSIS_LEVEL_DIFFERENCE_H
+#define ANALYSIS_LEVEL_DIFFERENCE_H
 
 #include "analysis/filter.h"
 
 namespace analysis {
 
 /** The largest difference between two levels, and where. */
-struct Difference {
+struct LevelDifference {
   double db; /**< not negative; infinite where a form's level is not a number */
   double w;
 };
@@ -18,10 +18,10 @@ struct Difference {
  * stopband that rises above the floor in one form only does.
  * @param floor_db  positive
  */
-Difference difference(const Roots &trusted, const Sections &other, double floor_db);
-Difference difference(const Roots &trusted, const Transfer &other, double floor_db);
-Difference difference(const Sections &trusted, const Transfer &other, double floor_db);
-Difference difference(const Sections &trusted, const Sections &other, double floor_db);
+LevelDifference level_difference(const Roots &trusted, const Sections &other, double floor_db);
+LevelDifference level_difference(const Roots &trusted, const Transfer &other, double floor_db);
+LevelDifference level_difference(const Sections &trusted, const Transfer &other, double floor_db);
+LevelDifference level_difference(const Sections &trusted, const Sections &other, double floor_db);
 
 }  // namespace analysis
 
