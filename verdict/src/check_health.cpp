@@ -1,0 +1,89 @@
+// Whether a filter works at all, and how long it rings.
+
+#include <cmath>
+#include <limits>
+
+#include <fmt/format.h>
+
+#include "checks.h"
+#include "health.h"
+#include "remedies.h"
+
+namespace verdict {
+namespace {
+
+constexpr char fix_the_cutoffs[] = "fix the cutoffs first";
+
+const char *remedy(const FilterUnderTest &filter) {
+  if (filter.published.has_no_band()) return fix_the_cutoffs;
+  if (filter.origin == Origin::saved) return design_it_again;
+  return "a lower --order, or cutoffs further from 0, from the Nyquist frequency and apart";
+}
+
+Findings ringing(const FilterUnderTest &filter, const analysis::Stability &stability) {
+  const double samples = analysis::ringing_samples(stability);
+  const double milliseconds =
+      analysis::ringing_milliseconds(stability, filter.published.samplerate);
+  Findings findings;
+  findings.measured["ringing_samples"] = samples;
+  findings.measured["ringing_ms"] = milliseconds;
+  findings.fact(
+      "ringing",
+      fmt::format("{:.0f} samples, {} ms, until the slowest pole is 60 dB down", std::ceil(samples),
+                  milliseconds < 1000 ? fmt::format("{:.3g}", milliseconds)
+                                      : fmt::format("{:.0f}", milliseconds)));
+  return findings;
+}
+
+Findings stability(const FilterUnderTest &filter) {
+  const analysis::Stability worst = worst_stability(filter.forms);
+  Findings findings;
+  findings.measured["stable"] = worst.stable;
+  findings.measured["margin"] = worst.margin;
+  if (!worst.stable) {
+    findings.problem("stability",
+                     fmt::format("unstable: a pole is {:.3g} outside the unit circle, so that the "
+                                 "output grows without end",
+                                 -worst.margin),
+                     remedy(filter));
+    return findings;
+  }
+  findings.fact(
+      "stability",
+      fmt::format("stable: the outermost pole is {:.3g} inside the unit circle", worst.margin));
+  findings += ringing(filter, worst);
+  return findings;
+}
+
+Findings gain(const FilterUnderTest &filter) {
+  Findings findings;
+  findings.measured["gain"] = filter.forms.roots.gain;
+  const double smallest = smallest_gain(filter.forms);
+  if (smallest >= std::numeric_limits<double>::min()) return findings;
+  findings.problem("gain",
+                   smallest == 0
+                       ? "it is 0, because it is too small for a number: the filter is silent"
+                       : fmt::format("{:.3g} is so small that it has lost digits", smallest),
+                   filter.published.has_no_band()
+                       ? fix_the_cutoffs
+                       : "a lower --order, a higher cutoff or a wider band, or several filters of "
+                         "a lower order in a row");
+  return findings;
+}
+
+}  // namespace
+
+Findings check_health(const FilterUnderTest &filter) {
+  Findings findings;
+  const bool finite = is_finite(filter.forms);
+  findings.measured["finite"] = finite;
+  if (!finite) {
+    findings.problem("numbers", "not all of them are finite", remedy(filter));
+    return findings;
+  }
+  findings += stability(filter);
+  findings += gain(filter);
+  return findings;
+}
+
+}  // namespace verdict
