@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "analysis/cascade_gain.h"
 #include "export/export.h"
 #include "export/gain.h"
 #include "export/precision.h"
@@ -83,7 +84,7 @@ void scale(Export &filter, const Published &published, const Design &design, boo
     filter.gain.emplace_back("Level: as designed (--normalise is off).");
   if (!cascade) return;
   if (spread) {
-    spread_gain(filter.sections);
+    filter.sections = analysis::with_gain_spread(filter.sections);
     filter.gain.emplace_back(
         "Gain: spread by powers of two, so that what each section but the last hands on peaks "
         "between -3.01 and +3.01 dB (--spread-gain).");

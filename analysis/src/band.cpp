@@ -80,6 +80,10 @@ double reference_frequency(Band band, const std::vector<double> &cutoffs) {
   return band == Band::bandpass ? band_centre(cutoffs[0], cutoffs[1]) : 0.0;
 }
 
+double reference_level(Family family, std::size_t order, double ripple_db) {
+  return family == Family::chebyshev_1 && order % 2 == 0 ? -ripple_db : 0.0;
+}
+
 Levels levels(const Roots &filter, Band band, const std::vector<double> &cutoffs) {
   return all_levels(filter, band, cutoffs);
 }

@@ -1,4 +1,4 @@
-// Scaling a cascade: its level, and where in the cascade the gain is.
+// The level that a design ought to have, and setting it.
 #ifndef VELTANE_CLI_EXPORT_GAIN_H
 #define VELTANE_CLI_EXPORT_GAIN_H
 
@@ -27,13 +27,6 @@ Reference reference_of(const Published &filter, double ripple_db);
  * Raises Refusal when the filter is silent there or the factor is no double.
  */
 double normalise(analysis::Sections &sections, const Reference &reference);
-
-/**
- * Distributes the gain: the response from the input to the output of each section but
- * the last gets a peak between -3.01 and +3.01 dB. Sections are multiplied by powers of
- * two, which rounds nothing, and the whole filter stays what it was.
- */
-void spread_gain(analysis::Sections &sections);
 
 }  // namespace cli
 

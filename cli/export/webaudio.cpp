@@ -1,8 +1,9 @@
 #include <fmt/format.h>
 
+#include "analysis/expansion.h"
 #include "analysis/level_difference.h"
+#include "analysis/schur_cohn.h"
 #include "export/export.h"
-#include "export/lists.h"
 
 namespace cli {
 namespace {
@@ -30,7 +31,7 @@ void check(const Export &filter, const analysis::Transfer &lists) {
                     "poles has {}; {}",
                     most_coefficients, count - 1, count, instead));
   const double lost = analysis::level_difference(filter.sections, lists, floor_db).db;
-  if (!is_stable(lists))
+  if (!analysis::schur_cohn_stable(lists.denominator))
     throw Refusal(fmt::format(
         "lists of doubles for one IIRFilterNode would make this filter unstable; {}", instead));
   if (!(lost <= most_lost_db))
@@ -47,7 +48,7 @@ std::string context_line(const Export &filter) {
 }  // namespace
 
 std::string to_webaudio(const Export &filter) {
-  const analysis::Transfer lists = expanded(filter.sections);
+  const analysis::Transfer lists = analysis::expanded(filter.sections);
   check(filter, lists);
   Words layout{"H(z) = sum of feedforward[k] z^-k / sum of feedback[k] z^-k",
                "y[n] = sum of feedforward[k] x[n-k] - sum from k = 1 of feedback[k] y[n-k]",

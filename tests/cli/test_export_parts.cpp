@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "export/gain.h"
-#include "export/lists.h"
 #include "export/precision.h"
 #include "run_command.h"
 
@@ -41,32 +40,6 @@ TEST(Reference, ReversedCutoffsHaveTheSameCentre) {
   EXPECT_NEAR(centre, 0.5, 1e-15);
   filter.cutoffs = {0.75, 0.25};
   EXPECT_EQ(cli::reference_of(filter, 0.0).w, centre);
-}
-
-TEST(SpreadGain, KeepsAWholeThatIsNotAtFullLevel) {
-  // Peaks of 4096 and 4096 * 8 at DC.
-  Sections sections{{1024.0, 2048.0, 1024.0, 0.0, 0.0}, {2.0, 4.0, 2.0, 0.0, 0.0}};
-  cli::spread_gain(sections);
-  EXPECT_EQ(sections[0].b1, 0.5) << "a peak of 1";
-  EXPECT_EQ(sections[1].b1, 4.0 * 4096.0);
-  EXPECT_EQ(sections[1].b0 + sections[1].b2, sections[1].b1);
-}
-
-TEST(Lists, MultiplySectionsOutAndDropWhatFirstOrderLeavesEmpty) {
-  // (1 + 2d + 3d^2)(4 + 5d) and (1 - 0.5d + 0.25d^2)(1 + 0.5d), d = z^-1
-  const analysis::Transfer lists =
-      cli::expanded({{1.0, 2.0, 3.0, -0.5, 0.25}, {4.0, 5.0, 0.0, 0.5, 0.0}});
-  EXPECT_THAT(lists.numerator, ElementsAre(4.0, 13.0, 22.0, 15.0));
-  EXPECT_THAT(lists.denominator, ElementsAre(1.0, 0.0, 0.0, 0.125));
-}
-
-TEST(Lists, StableMeansAllPolesInside) {
-  EXPECT_TRUE(cli::is_stable({{1.0}, {1.0, -1.8, 0.99}}));
-  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, -1.8, 1.01}}));
-  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, -2.0, 1.0}})) << "on the circle";
-  // Poles 0.5, 0.5 and 1.1: the last coefficient alone tells nothing.
-  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, -2.1, 1.35, -0.275}}));
-  EXPECT_FALSE(cli::is_stable({{1.0}, {1.0, NAN, 0.5}}));
 }
 
 TEST(Precision, RefusesWhatIsNoFilter) {

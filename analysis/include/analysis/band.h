@@ -2,6 +2,8 @@
 #ifndef ANALYSIS_BAND_H
 #define ANALYSIS_BAND_H
 
+#include <cstddef>
+
 #include "analysis/filter.h"
 
 namespace analysis {
@@ -42,6 +44,16 @@ std::vector<Interval> stopband(Band band, const std::vector<double> &edges);
 /** Where the prototype's zero frequency ends up: 0, 1 (highpass), the centre (bandpass), and
  *  0 for a bandstop, which has the same level at 1. */
 double reference_frequency(Band band, const std::vector<double> &cutoffs);
+
+/**
+ * The level at the reference frequency of a filter whose passband peaks at 0 dB: 0, but the bottom
+ * of the ripple for a chebyshev-1 of even order, as T_n(0)^2 is 1 for even n in its prototype's
+ * |H|^2 = 1 / (1 + e^2 T_n^2).
+ * Source: Parks & Burrus, Digital Filter Design, chapter 7.
+ * @param order      of the lowpass prototype
+ * @param ripple_db  of a chebyshev-1, positive; others do not use it
+ */
+double reference_level(Family family, std::size_t order, double ripple_db);
 
 /** Levels in dB at the frequencies that everyone asks for. */
 struct Levels {

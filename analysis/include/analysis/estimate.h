@@ -8,8 +8,6 @@
 
 namespace analysis {
 
-enum class Family { butterworth, chebyshev_1, chebyshev_2 };
-
 /** What a filter has to do. Frequencies are fractions of the Nyquist frequency. */
 struct Demand {
   std::vector<double> passband; /**< edges: one, or two ascending */

@@ -42,6 +42,8 @@ struct Transfer {
   std::vector<double> denominator;
 };
 
+enum class Family { butterworth, chebyshev_1, chebyshev_2 };
+
 enum class Band { lowpass, highpass, bandpass, bandstop };
 
 /** @return whether the response has two edges: bandpass and bandstop have, the others one. */

@@ -1,10 +1,8 @@
-#include "export/lists.h"
+#include "analysis/expansion.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 
-namespace cli {
+namespace analysis {
 namespace {
 
 using Polynomial = std::vector<long double>;
@@ -24,12 +22,12 @@ std::vector<double> rounded(const Polynomial &p) {
 
 }  // namespace
 
-analysis::Transfer expanded(const analysis::Sections &sections) {
+Transfer expanded(const Sections &filter) {
   Polynomial numerator{1.0L};
   Polynomial denominator{1.0L};
-  for (const analysis::Section &s : sections) {
-    numerator = product(numerator, {s.b0, s.b1, s.b2});
-    denominator = product(denominator, {1.0, s.a1, s.a2});
+  for (const auto &[b0, b1, b2, a1, a2] : filter) {
+    numerator = product(numerator, {b0, b1, b2});
+    denominator = product(denominator, {1.0, a1, a2});
   }
   // A section of first order has nothing in its last places.
   while (denominator.size() > 1 && denominator.back() == 0.0L && numerator.back() == 0.0L) {
@@ -39,17 +37,4 @@ analysis::Transfer expanded(const analysis::Sections &sections) {
   return {rounded(numerator), rounded(denominator)};
 }
 
-bool is_stable(const analysis::Transfer &lists) {
-  Polynomial a(lists.denominator.begin(), lists.denominator.end());
-  while (a.size() > 1) {
-    const long double k = a.back() / a.front();
-    if (!(std::abs(k) < 1.0L)) return false;
-    Polynomial lower;
-    for (std::size_t i = 0; i + 1 < a.size(); ++i)
-      lower.push_back((a[i] - k * a[a.size() - 1 - i]) / (1.0L - k * k));
-    a = lower;
-  }
-  return true;
-}
-
-}  // namespace cli
+}  // namespace analysis

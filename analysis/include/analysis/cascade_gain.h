@@ -1,0 +1,42 @@
+/** Scaling a cascade: its level, and where in it the gain stands. */
+#ifndef ANALYSIS_CASCADE_GAIN_H
+#define ANALYSIS_CASCADE_GAIN_H
+
+#include <optional>
+
+#include "analysis/filter.h"
+
+namespace analysis {
+
+/**
+ * The factor that makes the level of a filter `db` at w.
+ *
+ * Cost: proportional to the number of sections.
+ * Accuracy: that of `level_db`, some 1e-12 relative.
+ * @return none where the filter is silent or infinite at w, or the factor is no normal double
+ */
+std::optional<double> gain_factor(const Sections &filter, double w, double db);
+
+/**
+ * The filter with the numerator of its first section multiplied. Each coefficient is rounded once,
+ * which shows in the level only close to a zero of that section.
+ * @param filter  at least one section
+ */
+Sections scaled(Sections filter, double factor);
+
+/**
+ * The filter with its gain distributed: the response from the input to the output of each section
+ * but the last gets a peak between -3.0103 and +3.0103 dB. Each numerator is multiplied by a power
+ * of two, and the powers cancel, so that the whole filter stays what it was to the bit unless a
+ * coefficient leaves the range of normal doubles. From a section on whose output has no finite
+ * peak, a pole on the circle or an empty numerator, the gain is as given.
+ *
+ * Cost: that of `running_peaks`, proportional to n^2 for n sections.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.8 (scaling in
+ * fixed-point implementations of IIR systems), with the scale factors rounded to powers of two.
+ */
+Sections with_gain_spread(Sections filter);
+
+}  // namespace analysis
+
+#endif
