@@ -61,22 +61,29 @@ class Finder {
   std::vector<double> found_;
 };
 
+enum class Which { first, last };
+
 template <class Filter>
-double one_of(const Filter &filter, double db, const Interval &range, bool last) {
+double crossing(const Filter &filter, double db, const Interval &range, Which which) {
   const std::vector<double> found = Finder(filter, db).within(range);
   if (found.empty()) return std::numeric_limits<double>::quiet_NaN();
-  return last ? found.back() : found.front();
+  return which == Which::last ? found.back() : found.front();
 }
 
 template <class Filter>
 std::vector<double> half_power(const Filter &filter, Band band, const std::vector<double> &cutoffs,
                                double reference_db) {
   const double db = reference_db - half_power_db;
-  passband(band, cutoffs);  // raises for cutoffs that are none
-  if (!has_two_edges(band)) return {one_of(filter, db, {0.0, 1.0}, band == Band::lowpass)};
-  const double centre = band_centre(cutoffs[0], cutoffs[1]);
-  const bool stops = band == Band::bandstop;
-  return {one_of(filter, db, {0.0, centre}, stops), one_of(filter, db, {centre, 1.0}, !stops)};
+  passband(band, cutoffs);  // raises unless the cutoffs fit the response
+  const auto first = [&](const Interval &range) {
+    return crossing(filter, db, range, Which::first);
+  };
+  const auto last = [&](const Interval &range) { return crossing(filter, db, range, Which::last); };
+  if (band == Band::lowpass) return {last({0.0, 1.0})};
+  if (band == Band::highpass) return {first({0.0, 1.0})};
+  const Interval below{0.0, band_centre(cutoffs[0], cutoffs[1])}, above{below.high, 1.0};
+  if (band == Band::bandstop) return {last(below), first(above)};
+  return {first(below), last(above)};
 }
 
 }  // namespace

@@ -7,14 +7,17 @@
 namespace analysis {
 namespace {
 
-// The roots of c0 z^2 + c1 z + c2, and the first coefficient that is not zero.
-std::vector<Complex> roots_of_numerator(double c0, double c1, double c2, double &leading) {
-  leading = c0;
-  if (c0 != 0.0) return quadratic_roots(c1 / c0, c2 / c0);
-  leading = c1;
-  if (c1 != 0.0) return {Complex(-c2 / c1)};
-  leading = c2;
-  return {};
+/** A polynomial as its roots and its first coefficient that is not zero, or 0. */
+struct Factors {
+  std::vector<Complex> roots;
+  double leading;
+};
+
+// Of c0 z^2 + c1 z + c2.
+Factors factors_of(double c0, double c1, double c2) {
+  if (c0 != 0.0) return {quadratic_roots(c1 / c0, c2 / c0), c0};
+  if (c1 != 0.0) return {{Complex(-c2 / c1)}, c1};
+  return {{}, c2};
 }
 
 bool drop_origin(std::vector<Complex> &roots) {
@@ -64,8 +67,7 @@ std::vector<Complex> quadratic_roots(double p, double q) {
 Roots roots_of(const Sections &sections) {
   Roots roots;
   for (const Section &section : sections) {
-    double leading = 0.0;
-    std::vector<Complex> zeros = roots_of_numerator(section.b0, section.b1, section.b2, leading);
+    auto [zeros, leading] = factors_of(section.b0, section.b1, section.b2);
     std::vector<Complex> poles = quadratic_roots(section.a1, section.a2);
     while (has_origin(zeros) && drop_origin(poles)) drop_origin(zeros);
     roots.zeros.insert(roots.zeros.end(), zeros.begin(), zeros.end());

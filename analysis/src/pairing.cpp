@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace analysis {
 namespace {
@@ -46,8 +47,10 @@ class Matching {
   std::vector<std::vector<std::size_t>> choices_;
 };
 
-// Takes the two real poles that fit the section best out of the list.
-bool take_two(std::vector<Complex> &real, const Section &section, double tolerance) {
+// Places in the list, ascending, of the two real poles that fit the section best.
+std::optional<std::pair<std::size_t, std::size_t>> best_two(const std::vector<Complex> &real,
+                                                            const Section &section,
+                                                            double tolerance) {
   std::size_t best_i = 0, best_j = 0;
   double best = std::numeric_limits<double>::infinity();
   for (std::size_t i = 0; i < real.size(); ++i)
@@ -55,10 +58,8 @@ bool take_two(std::vector<Complex> &real, const Section &section, double toleran
       const double found = mismatch(section, real[i], real[j]);
       if (found < best) best = found, best_i = i, best_j = j;
     }
-  if (!(best <= tolerance)) return false;
-  real.erase(real.begin() + static_cast<std::ptrdiff_t>(best_j));
-  real.erase(real.begin() + static_cast<std::ptrdiff_t>(best_i));
-  return true;
+  if (!(best <= tolerance)) return std::nullopt;
+  return std::pair{best_i, best_j};
 }
 
 }  // namespace
@@ -74,8 +75,15 @@ Pairing pairing(const std::vector<Complex> &poles, const Sections &filter, doubl
 
   Pairing found{true, {}, {}};
   Matching matching(upper, filter, tolerance);
-  for (std::size_t s = 0; s < filter.size(); ++s)
-    if (!matching.place(s) && !take_two(real, filter[s], tolerance)) found.strangers.push_back(s);
+  for (std::size_t s = 0; s < filter.size(); ++s) {
+    if (matching.place(s)) continue;
+    if (const auto two = best_two(real, filter[s], tolerance)) {
+      real.erase(real.begin() + static_cast<std::ptrdiff_t>(two->second));
+      real.erase(real.begin() + static_cast<std::ptrdiff_t>(two->first));
+    } else {
+      found.strangers.push_back(s);
+    }
+  }
   for (std::size_t p = 0; p < upper.size(); ++p)
     if (!matching.has_owner(p)) found.missing.push_back(upper[p]);
   found.missing.insert(found.missing.end(), real.begin(), real.end());

@@ -52,7 +52,13 @@ long surplus_turns(long quarters) {
   return static_cast<long>(std::ceil((static_cast<double>(quarters) - 2) / 4));
 }
 
-double unwrapped(const Roots &filter, bool negative, double w) {
+enum class Sign { positive, negative };
+
+Sign sign_of(double gain) { return std::signbit(gain) ? Sign::negative : Sign::positive; }
+
+// By the roots of a filter; the gain is what its sign says.
+double unwrapped(const Roots &filter, Sign gain, double w) {
+  const bool negative = gain == Sign::negative;
   const CirclePoint z = circle_point(w);
   const auto missing =
       static_cast<Wide>(filter.poles.size()) - static_cast<Wide>(filter.zeros.size());
@@ -104,14 +110,14 @@ double wrapped_phase(const Transfer &filter, double w) {
 }
 
 double unwrapped_phase(const Roots &filter, double w) {
-  return unwrapped(filter, std::signbit(filter.gain), w);
+  return unwrapped(filter, sign_of(filter.gain), w);
 }
 
 double unwrapped_phase(const Sections &filter, double w) {
-  bool negative = false;
-  for (const Section &section : filter)
-    if (std::signbit(roots_of({section}).gain)) negative = !negative;
-  return unwrapped(roots_of(filter), negative, w);
+  // The product of the gains may be 0, the product of their signs is not.
+  double sign = 1.0;
+  for (const Section &section : filter) sign *= std::copysign(1.0, roots_of({section}).gain);
+  return unwrapped(roots_of(filter), sign_of(sign), w);
 }
 
 double group_delay(const Roots &filter, double w) {

@@ -16,14 +16,18 @@ Wide largest_part(const WideComplex &value) {
   return std::max(std::fabs(value.real()), std::fabs(value.imag()));
 }
 
-// Takes a power of two out of the value where it leaves the bounds.
-long normalise(WideComplex &value) {
+// The exponent of the power of two to take out of a value that leaves the bounds.
+int surplus_exponent(const WideComplex &value) {
   const Wide size = largest_part(value);
   if (!(size > large || size < small) || size == 0 || std::isinf(size)) return 0;
   int exponent = 0;
   std::frexp(size, &exponent);
-  value = {std::ldexp(value.real(), -exponent), std::ldexp(value.imag(), -exponent)};
   return exponent;
+}
+
+WideComplex without_exponent(const WideComplex &value, int exponent) {
+  if (exponent == 0) return value;
+  return {std::ldexp(value.real(), -exponent), std::ldexp(value.imag(), -exponent)};
 }
 
 WideComplex plain_product(const WideComplex &x, const WideComplex &y) {
@@ -36,15 +40,17 @@ Wide squared(const WideComplex &value) {
 
 }  // namespace
 
-void ScaledProduct::Scaled::multiply(WideComplex factor) {
-  exponent += normalise(factor);
-  mantissa = plain_product(mantissa, factor);
-  exponent += normalise(mantissa);
+void ScaledProduct::Scaled::multiply(const WideComplex &factor) {
+  const int of_factor = surplus_exponent(factor);
+  const WideComplex product = plain_product(mantissa, without_exponent(factor, of_factor));
+  const int of_product = surplus_exponent(product);
+  mantissa = without_exponent(product, of_product);
+  exponent += of_factor + of_product;
 }
 
-void ScaledProduct::multiply(WideComplex factor) { numerator_.multiply(factor); }
+void ScaledProduct::multiply(const WideComplex &factor) { numerator_.multiply(factor); }
 
-void ScaledProduct::divide(WideComplex factor) { denominator_.multiply(factor); }
+void ScaledProduct::divide(const WideComplex &factor) { denominator_.multiply(factor); }
 
 WideComplex ScaledProduct::quotient() const {
   const WideComplex product = plain_product(numerator_.mantissa, std::conj(denominator_.mantissa));

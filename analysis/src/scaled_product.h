@@ -9,8 +9,8 @@ namespace analysis {
 
 class ScaledProduct {
  public:
-  void multiply(WideComplex factor);
-  void divide(WideComplex factor);
+  void multiply(const WideComplex &factor);
+  void divide(const WideComplex &factor);
 
   /** The product itself, rounded to doubles. */
   Complex value() const;
@@ -28,7 +28,7 @@ class ScaledProduct {
     WideComplex mantissa{1, 0};
     long exponent = 0;
 
-    void multiply(WideComplex factor);
+    void multiply(const WideComplex &factor);
   };
 
   Scaled numerator_, denominator_;
