@@ -54,7 +54,7 @@ struct Case {
   std::vector<double> at;
   json record;
 
-  /** A column of the record; what there is no number for is not a number. */
+  /** A column of the record; null is NaN. */
   std::vector<double> column(const std::string &key) const {
     std::vector<double> values;
     for (const json &value : record.at(key))

@@ -40,7 +40,7 @@ TEST(Stability, RealPolesNearOneKeepTheirDistance) {
   EXPECT_DOUBLE_EQ(stability(Sections{{1, 0, 0, 5, 6}}).margin, -2.0);
 }
 
-TEST(Stability, NoPolesAreStableAndWhatIsNoNumberIsNot) {
+TEST(Stability, NoPolesAreStableAndNaNIsNot) {
   EXPECT_EQ(stability(Roots{}).radius, 0.0);
   EXPECT_TRUE(stability(Sections{}).stable);
   const double nan = std::numeric_limits<double>::quiet_NaN();
