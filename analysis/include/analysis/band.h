@@ -15,11 +15,15 @@ struct Interval {
 
 /**
  * tan(pi w / 2): the analog frequency that the bilinear transform puts at w.
+ * Accuracy: to the last digits at both ends; infinite at 1 and nowhere else.
  * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 7.1.2.
  */
 double prewarped(double w);
 
-/** The inverse of `prewarped`, with all its digits at both ends. */
+/**
+ * The inverse of `prewarped`: `unwarped(prewarped(w))` is w but for 4 units in the last place.
+ * @param analog  not negative
+ */
 double unwarped(double analog);
 
 /**
@@ -27,6 +31,7 @@ double unwarped(double analog);
  * theirs. A band response has there what its lowpass prototype has at 0 (bandpass) or at
  * infinity (bandstop).
  * Source: Parks & Burrus, Digital Filter Design, chapter 7.
+ * @param low, high  above 0, below 1, in either order
  */
 double band_centre(double low, double high);
 
@@ -34,15 +39,24 @@ double band_centre(double low, double high);
  * What lies inside the edges of the passband, edges included.
  * @param edges  one, or for bandpass and bandstop two in ascending order
  * @return one interval, two for a bandstop
- * Raises std::invalid_argument when the edges are not as said and between 0 and 1.
+ * Raises std::invalid_argument unless the edges are as many as the response has, between 0 and 1,
+ * both excluded, and strictly ascending.
  */
 std::vector<Interval> passband(Band band, const std::vector<double> &edges);
 
-/** What lies beyond the edges of the stopband: one interval, two for a bandpass. As above. */
+/**
+ * What lies beyond the edges of the stopband, edges included.
+ * @param edges  those of the stopband, as many as for `passband`
+ * @return one interval, two for a bandpass
+ * Raises std::invalid_argument as `passband` does.
+ */
 std::vector<Interval> stopband(Band band, const std::vector<double> &edges);
 
-/** Where the prototype's zero frequency ends up: 0, 1 (highpass), the centre (bandpass), and
- *  0 for a bandstop, which has the same level at 1. */
+/**
+ * Where the prototype's zero frequency ends up: 0, 1 (highpass), the centre (bandpass), and
+ * 0 for a bandstop, which has the same level at 1.
+ * Raises std::invalid_argument as `passband` does.
+ */
 double reference_frequency(Band band, const std::vector<double> &cutoffs);
 
 /**
@@ -60,11 +74,14 @@ struct Levels {
   double dc;                   /**< at 0 */
   double nyquist;              /**< at 1 */
   double reference;            /**< at the reference frequency */
-  double centre;               /**< at the band centre; without two cutoffs not a number */
+  double centre;               /**< at the band centre; NaN without two cutoffs */
   std::vector<double> cutoffs; /**< at each cutoff */
 };
 
-/** Raises std::invalid_argument as `passband` does. */
+/**
+ * Cost: proportional to n. Accuracy: that of `level_db`.
+ * Raises std::invalid_argument as `passband` does.
+ */
 Levels levels(const Roots &filter, Band band, const std::vector<double> &cutoffs);
 Levels levels(const Sections &filter, Band band, const std::vector<double> &cutoffs);
 

@@ -11,9 +11,15 @@ namespace analysis {
 inline constexpr double half_power_db = 3.0102999566398120;
 
 /**
- * All frequencies within `range` at which the level crosses `db`, ascending, each refined
- * until two neighbouring doubles enclose it. Between two points of the grid and the extrema
+ * All frequencies within `range` at which the level crosses `db`, each refined until two
+ * neighbouring doubles enclose it. Between two points of the grid and the extrema
  * between them the level is monotone, so that two crossings beside an extremum are found as well.
+ *
+ * Cost: proportional to n^2, and to n for each crossing.
+ * Accuracy: the level at what is returned is within 1e-11 dB of `db`; how far that is in w depends
+ * on the slope.
+ * @param range  ascending within 0..1
+ * @return ascending; empty where the level is never crossed
  */
 std::vector<double> crossings(const Roots &filter, double db, const Interval &range);
 std::vector<double> crossings(const Sections &filter, double db, const Interval &range);
@@ -26,7 +32,11 @@ std::vector<double> crossings(const Sections &filter, double db, const Interval 
  * @param cutoffs       one, or for bandpass and bandstop two in ascending order
  * @param reference_db  usually the level at the reference frequency, or the highest in the
  *                      passband
- * @return as many as there are cutoffs, ascending; not a number where there is none
+ *
+ * Cost: that of `crossings`.
+ * Accuracy: 1e-9 relative, against the inverse of the families' square laws; for sections of a
+ * high order, that of the sections.
+ * @return as many as there are cutoffs, ascending; NaN where the level is not crossed
  * Raises std::invalid_argument as `passband` does.
  */
 std::vector<double> half_power_points(const Roots &filter, Band band,

@@ -8,7 +8,12 @@
  *
  * All functions are pure. A number that is not finite gives results that are not
  * finite; std::invalid_argument is raised only where a header says so, and its
- * text is one sentence.
+ * text is one sentence. Results belong to the caller; arguments are only read.
+ *
+ * In what is said of costs, n is the number of poles. Accuracies are those that
+ * tests/analysis holds: against mpmath in 60 digits, or the reference named, for
+ * designs of 4 to 400 poles with cutoffs from 0.0008 to 0.8. The doubles given are
+ * taken as exact.
  */
 #ifndef ANALYSIS_FILTER_H
 #define ANALYSIS_FILTER_H
@@ -46,25 +51,28 @@ enum class Family { butterworth, chebyshev_1, chebyshev_2 };
 
 enum class Band { lowpass, highpass, bandpass, bandstop };
 
-/** @return whether the response has two edges: bandpass and bandstop have, the others one. */
+/** True for bandpass and bandstop, which have two edges; the others have one. */
 bool has_two_edges(Band band);
 
 /**
  * Roots from a flat list: real part, imaginary part, real part, ...
- * Raises std::invalid_argument when the count is odd.
+ * Raises std::invalid_argument when the count of numbers is odd.
+ * @return half as many roots, in the same order
  */
 std::vector<Complex> roots_from_list(const std::vector<double> &values);
 
 /**
  * Sections from a flat list of b0 b1 b2 a1 a2, b0 ...
- * Raises std::invalid_argument when the count is no multiple of 5.
+ * Raises std::invalid_argument when the count of numbers is not a multiple of 5.
+ * @return a fifth as many sections, in the same order
  */
 Sections sections_from_list(const std::vector<double> &values);
 
 /**
- * The two roots of z^2 + p z + q, to the last digits even when they are nearly equal:
- * the discriminant p^2 - 4 q is computed without rounding before the square root.
- * The larger in modulus comes first, of a conjugate pair the one above the real axis.
+ * The two roots of z^2 + p z + q. The larger in modulus comes first, of a conjugate pair the one
+ * above the real axis.
+ * Accuracy: to the last digits even when they are nearly equal, as the square in the discriminant
+ * p^2 - 4 q is not rounded before the difference.
  * Source: Kahan, "On the Cost of Floating-Point Computation Without Extra-Precise
  * Arithmetic" (2004).
  */
@@ -74,7 +82,8 @@ std::vector<Complex> quadratic_roots(double p, double q);
  * The roots of all sections, in the order of the sections, without the common zeros and
  * poles at z = 0 that a first-order section has. A numerator that begins with zeros has
  * fewer roots; one that is all zeros makes the gain 0. The gain is the product of the
- * leading coefficients, and can be too small or too large for a double.
+ * leading coefficients; where that is too small or too large for a double, it is 0 or infinite.
+ * Cost: proportional to n. Accuracy: that of `quadratic_roots`.
  */
 Roots roots_of(const Sections &sections);
 

@@ -8,11 +8,13 @@
 
 namespace analysis {
 
-/** Each coefficient rounded to the nearest float. A gain below 1e-45 becomes 0, one above
- *  3.4e38 infinite. */
+/**
+ * Each coefficient rounded to the nearest float, by its value as a double. A gain below 7e-46
+ * becomes 0, one above 3.4e38 infinite. Cost: proportional to n.
+ */
 Sections rounded_to_float(const Sections &filter);
 
-/** The effect of changed coefficients. */
+/** What rounded coefficients do to a filter. */
 struct RoundingEffect {
   double pole_movement;     /**< how far the pole moves that moves most, in the z plane */
   double worst_ratio;       /**< the largest movement relative to the pole's own distance from the
@@ -23,13 +25,19 @@ struct RoundingEffect {
 };
 
 /**
- * Compares sections with changed ones, section by section.
- * @param floor_db  as for `level_difference`
- * Raises std::invalid_argument when their numbers differ.
+ * Compares sections with rounded ones, section by section.
+ *
+ * Cost: proportional to n^2.
+ * Accuracy: the movement of poles 1e-9 relative and 1e-16; the rest is that of `stability` and
+ * `level_difference`.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.7 (the effects
+ * of coefficient quantization).
+ * @param floor_db  positive, as for `level_difference`
+ * Raises std::invalid_argument when the numbers of sections differ.
  */
 RoundingEffect rounding_effect(const Sections &before, const Sections &after, double floor_db);
 
-/** The effect of rounding to floats. */
+/** The effect of `rounded_to_float`, as above. */
 RoundingEffect float_rounding_effect(const Sections &filter, double floor_db);
 
 }  // namespace analysis
