@@ -30,6 +30,23 @@ TEST(HalfPower, PointsOfSectionsAreThoseOfTheirRoots) {
   }
 }
 
+// A lowpass of z^2 passes around 0 and, mirrored, around 1: a bandstop whose ripples are crossed.
+TEST(HalfPower, OfABandstopAreThoseNextToTheCentre) {
+  const data::Case &low = data::named("chebyshev-1 lowpass of order 8");
+  Roots stop{{}, {}, low.roots.gain};
+  for (const Complex &zero : low.roots.zeros)
+    stop.zeros.insert(stop.zeros.end(), {std::sqrt(zero), -std::sqrt(zero)});
+  for (const Complex &pole : low.roots.poles)
+    stop.poles.insert(stop.poles.end(), {std::sqrt(pole), -std::sqrt(pole)});
+  const std::vector<double> ripples = crossings(low.roots, -0.25, {0.0, 1.0});
+  ASSERT_EQ(ripples.size(), 8U);
+  const std::vector<double> found =
+      half_power_points(stop, Band::bandstop, {0.1, 0.9}, half_power_db - 0.25);
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_NEAR(found[0], ripples.back() / 2, 1e-12);
+  EXPECT_NEAR(found[1], 1 - ripples.back() / 2, 1e-12);
+}
+
 TEST(HalfPower, OfAFilterThatHasNoneIsNotANumber) {
   EXPECT_TRUE(
       std::isnan(half_power_points(Sections{{1, 0, 0, 0, 0}}, Band::lowpass, {0.3}, 0.0)[0]));

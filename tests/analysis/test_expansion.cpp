@@ -56,12 +56,13 @@ TEST(Expansion, OfNoSectionsIsOne) {
 }
 
 TEST(Expansion, RoundsOnce) {
-  // (1 + x d)(1 + y d): the middle coefficient x + y is rounded only once in any case, but the last
-  // one, of three factors, loses a digit when each product is rounded to a double.
-  const double x = 1 + 0x1p-30, y = 1 + 0x1p-33, z = 1 - 0x1p-52;
+  // The last coefficient is the product of three factors, which loses its last digit when the
+  // product of the first two is rounded to a double.
+  const double x = 1 + 215 * 0x1p-30, y = 1 + 97 * 0x1p-30, z = 1 + 500 * 0x1p-30;
   const Transfer found = expanded({{1, x, 0, 0, 0}, {1, y, 0, 0, 0}, {1, z, 0, 0, 0}});
-  const long double exact = static_cast<long double>(x) * y * z;
-  EXPECT_EQ(found.numerator.back(), static_cast<double>(exact));
+  const double once = static_cast<double>(static_cast<long double>(x) * y * z);
+  ASSERT_NE(once, x * y * z);
+  EXPECT_EQ(found.numerator[3], once);
 }
 
 }  // namespace

@@ -95,6 +95,16 @@ TEST(Phase, ZerosOutsideTheCircleTurnTheOtherWay) {
   EXPECT_NEAR(unwrapped_phase(Roots{{}, std::vector<Complex>(3), 1.0}, 0.9), -2.7 * pi, 1e-12);
 }
 
+TEST(Phase, SectionsOfANegativeGainBeginAtHalfATurn) {
+  const Section positive{1, 0, 0, -0.5, 0}, negative{-1, 0, 0, -0.5, 0};
+  EXPECT_NEAR(unwrapped_phase(Sections{negative, positive}, 0.0), pi, 1e-12);
+  EXPECT_NEAR(unwrapped_phase(Sections{negative, negative}, 0.0), 0.0, 1e-12);
+  // whose product is no double but 0
+  const Section small{-1e-300, 0, 0, -0.5, 0};
+  EXPECT_NEAR(unwrapped_phase(Sections{small, small}, 0.0), 0.0, 1e-12);
+  EXPECT_NEAR(unwrapped_phase(Sections{small, small, small}, 0.0), pi, 1e-12);
+}
+
 TEST(Phase, ZerosAtOneBeginWithinHalfATurn) {
   for (int count = 1; count < 12; ++count) {
     const std::size_t n = static_cast<std::size_t>(count);
