@@ -1,11 +1,10 @@
 // What `veltane check` says of a filter.
 
-#include <cmath>
-#include <complex>
 #include <nlohmann/json.hpp>
 #include <numbers>
 #include <set>
 
+#include "../cascade_response.h"
 #include "run_command.h"
 #include "scratch_folder.h"
 
@@ -53,17 +52,6 @@ Checked checked(const std::string &arguments) {
 
 Json dictionary(const std::string &arguments) {
   return Json::parse(veltane("design --format json " + arguments).out)["dictionary"];
-}
-
-// The level of a cascade, multiplied section by section.
-double level_db(const Json &cascade, double hz, double samplerate = 48000.0) {
-  const std::complex<double> x = std::polar(1.0, -2.0 * std::numbers::pi * hz / samplerate);
-  std::complex<double> response = 1.0;
-  for (std::size_t i = 0; i < cascade.size(); i += 5) {
-    const auto c = [&](std::size_t k) { return cascade[i + k].get<double>(); };
-    response *= (c(0) + c(1) * x + c(2) * x * x) / (1.0 + c(3) * x + c(4) * x * x);
-  }
-  return 20.0 * std::log10(std::abs(response));
 }
 
 using SavedCheck = ScratchFolder;
@@ -123,12 +111,12 @@ TEST(Check, MeasuresWhatTheSectionsDo) {
         "--topology butterworth --order 5 --response highpass --frequency 5000"}) {
     const Checked verdict = checked(options);
     EXPECT_EQ(verdict.status, 0) << options;
-    const Json cascade = dictionary(options)["cascade"];
+    const auto cascade = dictionary(options)["cascade"].get<std::vector<double>>();
+    const auto level_db = [&](double hz) { return cascade_level_db(cascade, hz, 48000.0); };
     const Json &points = verdict.document["measured"]["half_power_hz"];
     ASSERT_FALSE(points.empty());
-    for (const Json &hz : points) EXPECT_NEAR(level_db(cascade, hz), -3.0103, 1e-4) << options;
-    EXPECT_NEAR(level_db(cascade, verdict.measured("reference_hz")),
-                verdict.measured("reference_db"), 1e-9);
+    for (const Json &hz : points) EXPECT_NEAR(level_db(hz), -3.0103, 1e-4) << options;
+    EXPECT_NEAR(level_db(verdict.measured("reference_hz")), verdict.measured("reference_db"), 1e-9);
   }
 }
 

@@ -1,10 +1,10 @@
 // What `veltane estimate` promises, measured on the filters that its commands make.
 
 #include <cmath>
-#include <complex>
 #include <nlohmann/json.hpp>
 #include <numbers>
 
+#include "../cascade_response.h"
 #include "candidates.h"
 #include "run_command.h"
 
@@ -57,16 +57,6 @@ std::string typed(const Json &command) {
   return text;
 }
 
-double level_db(const Json &cascade, double hz, double samplerate) {
-  const std::complex<double> x = std::polar(1.0, -2.0 * std::numbers::pi * hz / samplerate);
-  std::complex<double> response = 1.0;
-  for (std::size_t i = 0; i < cascade.size(); i += 5) {
-    const auto c = [&](std::size_t k) { return cascade[i + k].get<double>(); };
-    response *= (c(0) + c(1) * x + c(2) * x * x) / (1.0 + c(3) * x + c(4) * x * x);
-  }
-  return 20.0 * std::log10(std::abs(response));
-}
-
 struct Reached {
   double ripple = -1e9, attenuation = 1e9;
 };
@@ -76,14 +66,14 @@ Reached measured(const std::string &design, const Demand &demand) {
   const Outcome outcome = veltane(design + "--format json");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "") << "nothing is clipped";
-  const Json cascade = Json::parse(outcome.out)["dictionary"]["cascade"];
+  const auto cascade = Json::parse(outcome.out)["dictionary"]["cascade"].get<std::vector<double>>();
   Edges at = demand.pass;
   at.insert(at.end(), demand.stop.begin(), demand.stop.end());
   constexpr int steps = 20000;
   for (int i = 0; i <= steps; ++i) at.push_back(demand.samplerate / 2 * i / steps);
   Reached reached;
   for (const double hz : at) {
-    const double loss = -level_db(cascade, hz, demand.samplerate);
+    const double loss = -cascade_level_db(cascade, hz, demand.samplerate);
     if (demand.passes(hz)) reached.ripple = std::max(reached.ripple, loss);
     if (demand.stops(hz)) reached.attenuation = std::min(reached.attenuation, loss);
   }
