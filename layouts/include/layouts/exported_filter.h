@@ -1,0 +1,40 @@
+// A filter as it goes into a file: scaled as asked, and fit for what the target computes with.
+#ifndef LAYOUTS_EXPORTED_FILTER_H
+#define LAYOUTS_EXPORTED_FILTER_H
+
+#include <string>
+#include <vector>
+
+#include "analysis/filter.h"
+#include "designer/designer.h"
+#include "layouts/request.h"
+#include "layouts/target.h"
+
+namespace layouts {
+
+/** What goes into the file. */
+struct ExportedFilter {
+  std::string title;                /**< the settings on one line */
+  double samplerate = 0.0;          /**< in Hz */
+  std::string identifier;           /**< as in Request */
+  std::vector<std::string> command; /**< as in Request */
+  std::vector<std::string> scaling; /**< sentences that say what level it has and where its gain
+                                         is, each with its full stop */
+  std::vector<std::string> remarks; /**< what a user of the file has to know, without full stops */
+  analysis::Sections sections;      /**< finite, at least one, none silent; for a target with floats
+                                         each coefficient is a float's value */
+};
+
+/**
+ * Makes a filter ready for a target: takes the published sections to the last bit, scales them as
+ * asked, and rounds them where the target holds floats.
+ * @param design  with its sections; see `with_sections`
+ * Raises designer::Refusal when the target cannot do what is asked or cannot hold this filter, and
+ * std::runtime_error when the design is not as the module publishes one.
+ */
+ExportedFilter exported_filter(const designer::Design &design, const Target &target,
+                               const Request &request);
+
+}  // namespace layouts
+
+#endif

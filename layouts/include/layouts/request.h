@@ -1,0 +1,46 @@
+// What is asked of an exported file beside its target.
+#ifndef LAYOUTS_REQUEST_H
+#define LAYOUTS_REQUEST_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "layouts/target.h"
+
+namespace layouts {
+
+enum class Level {
+  as_designed,
+  normalised /**< 0 dB where the lowpass prototype has DC, or the bottom of the ripple there, so
+                  that its top is 0 dB */
+};
+
+/** Where in a cascade the gain is. */
+enum class Gain {
+  in_first_section, /**< as it was published */
+  spread            /**< by powers of two, so that the signal is near its full level between all
+                         sections; for targets with sections only */
+};
+
+struct Request {
+  std::string identifier; /**< what the filter is called in the file: ASCII letters, digits
+                                         and single underscores; see `identifier_for` */
+  std::vector<std::string> command; /**< the words that make the file again, the program's name
+                                         included */
+  Level level = Level::as_designed;
+  Gain gain = Gain::in_first_section;
+};
+
+/** @param stem  the name of a file without folder and ending; empty where there is no file
+ *  @return a name that is not a word of any language: "veltane_" and the stem's ASCII letters and
+ *  digits, with one underscore for what stands between them; veltane_filter where it has none. */
+std::string identifier_for(std::string_view stem);
+
+/** Raises Refusal when the target cannot do what is asked, whatever the filter. It costs nothing,
+ *  and can be asked before the filter is designed. */
+void check(const Request &request, const Target &target);
+
+}  // namespace layouts
+
+#endif

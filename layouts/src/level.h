@@ -1,0 +1,36 @@
+// The level that a filter ought to have.
+#ifndef LAYOUTS_LEVEL_H
+#define LAYOUTS_LEVEL_H
+
+#include <string>
+
+#include "analysis/filter.h"
+#include "designer/published_filter.h"
+
+namespace layouts {
+
+/** A level, and where a filter has it. */
+struct ReferenceLevel {
+  double w;          /**< a fraction of the Nyquist frequency */
+  double db;         /**< 0, and minus the ripple for a chebyshev-1 of even order, whose ripple
+                          has its bottom there and its top at 0 dB */
+  std::string place; /**< such as "at DC" */
+};
+
+/** Raises designer::Refusal when two cutoffs are equal. */
+ReferenceLevel reference_level(const designer::PublishedFilter &filter);
+
+struct NormalisedFilter {
+  analysis::Sections sections;
+  double factor; /**< of the first section */
+};
+
+/**
+ * Multiplies the first section so that the level is the reference's.
+ * Raises designer::Refusal when the filter is silent there or the factor is not a normal double.
+ */
+NormalisedFilter normalised(analysis::Sections sections, const ReferenceLevel &reference);
+
+}  // namespace layouts
+
+#endif

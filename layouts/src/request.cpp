@@ -1,0 +1,35 @@
+#include "layouts/request.h"
+
+#include <fmt/format.h>
+
+#include "designer/refusal.h"
+
+namespace layouts {
+namespace {
+
+// In ASCII whatever the locale: not every language takes other letters.
+bool is_letter_or_digit(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+}  // namespace
+
+std::string identifier_for(std::string_view stem) {
+  std::string name = "veltane_";
+  for (const char c : stem)
+    if (is_letter_or_digit(c))
+      name += c;
+    else if (name.back() != '_')
+      name += '_';
+  while (name.back() == '_') name.pop_back();
+  return name == "veltane" ? "veltane_filter" : name;
+}
+
+void check(const Request &request, const Target &target) {
+  if (request.gain == Gain::spread && target.form != Form::sections)
+    throw designer::Refusal(fmt::format(
+        "--spread-gain needs sections, which --for {} does not have; --for {}-sections has them",
+        target.name, target.name));
+}
+
+}  // namespace layouts
