@@ -1,5 +1,5 @@
 // What `veltane export` writes, whatever the target. That the target's own program
-// reads it so is checked by export/check_target.py.
+// reads it so is checked by tests/layouts/check_target.py.
 
 #include <cmath>
 #include <complex>

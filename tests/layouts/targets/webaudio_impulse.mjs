@@ -1,4 +1,4 @@
-// Prints what exported JavaScript makes of an impulse: node impulse.mjs FILE NAME COUNT
+// Prints what exported JavaScript makes of an impulse: node webaudio_impulse.mjs FILE NAME COUNT
 //
 // Node has no Web Audio. The class below is IIRFilterNode as the Web Audio text defines
 // it: at most 20 coefficients a list, feedback[0] not 0, not all of feedforward 0, and

@@ -2,10 +2,18 @@
 """Exports filters for one target, runs them in its own program on an impulse, and
 compares what comes out with the response of the closed-form roots.
 
-  check_target.py --veltane PROGRAM TARGET
+  check_target.py --veltane PROGRAM NAME
+
+targets/NAME.py says how: the ENDING of the target's files; TOLERANCE, how far a sample may be from
+the expected one, as a fraction of the largest; and impulse_responses, which takes files, their
+names for the filter, a sample rate and a count, and returns the responses in the same order. A
+target that does not take every filter has MOST_POLES, one that does not take sections has
+SECTIONS = False.
 """
 
 import argparse
+import importlib.util
+import math
 import pathlib
 import subprocess
 import sys
@@ -31,16 +39,26 @@ CASES = [
 ]
 
 
-def exported(veltane, target, case, file):
+def program_of(name):
+    """The module of targets/NAME.py. The folder is not a place to import from: some targets are
+    called like modules of Python."""
+    specification = importlib.util.spec_from_file_location(
+        f"target_{name}", programs.TARGETS / f"{name}.py")
+    module = importlib.util.module_from_spec(specification)
+    specification.loader.exec_module(module)
+    return module
+
+
+def export(veltane, name, program, case, file):
     """Writes the file. Returns false when this target has no room for the filter."""
     family, response, order, cutoffs, options = case
-    if target == "webaudio":
-        if order > 19:
-            return False
+    if order * len(cutoffs) > getattr(program, "MOST_POLES", math.inf):
+        return False
+    if not getattr(program, "SECTIONS", True):
         options = [option for option in options if option != "--spread-gain"]
     subprocess.run(
-        [veltane, "export", "--for", target, "--topology", family, "--response", response,
-         "--order", str(order), "--frequency", *map(str, cutoffs), "--samplerate",
+        [veltane, "export", "--for", name.replace("_", "-"), "--topology", family, "--response",
+         response, "--order", str(order), "--frequency", *map(str, cutoffs), "--samplerate",
          str(SAMPLERATE), "--passband-ripple", str(RIPPLE), "--stopband-attenuation",
          str(ATTENUATION), *options, "-o", str(file)], check=True)
     return True
@@ -49,21 +67,21 @@ def exported(veltane, target, case, file):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--veltane", required=True, help="the built command")
-    parser.add_argument("target", choices=programs.TARGETS)
+    parser.add_argument("name", help="the target's, with underscores")
     arguments = parser.parse_args()
-    ending, function, tolerance = programs.TARGETS[arguments.target]
+    program = program_of(arguments.name)
 
     failures = 0
     with tempfile.TemporaryDirectory() as folder:
         cases, files, names = [], [], []
         for number, case in enumerate(CASES):
-            file = pathlib.Path(folder) / f"case-{number}{ending}"
-            if exported(arguments.veltane, arguments.target, case, file):
+            file = pathlib.Path(folder) / f"case-{number}{program.ENDING}"
+            if export(arguments.veltane, arguments.name, program, case, file):
                 cases.append(case)
                 files.append(file)
                 names.append(f"veltane_case_{number}")
         try:
-            responses = function(files, names, SAMPLERATE, COUNT)
+            responses = program.impulse_responses(files, names, SAMPLERATE, COUNT)
         except programs.Missing as missing:
             print(missing)
             return 1
@@ -73,11 +91,11 @@ def main():
                                                RIPPLE, ATTENUATION, COUNT)
             largest = max(abs(value) for value in wanted)
             worst = max(abs(a - b) for a, b in zip(got, wanted, strict=True)) / largest
-            fine = worst <= tolerance
+            fine = worst <= program.TOLERANCE
             failures += not fine
             print(f"{'good' if fine else 'WRONG'}: {family} {response} of order {order}: "
-                  f"off by {worst:.1e} of the largest sample, {tolerance:.0e} allowed")
-    print(f"{arguments.target}: {len(cases)} filters, {failures} wrong")
+                  f"off by {worst:.1e} of the largest sample, {program.TOLERANCE:.0e} allowed")
+    print(f"{arguments.name}: {len(cases)} filters, {failures} wrong")
     return 1 if failures or len(cases) < 5 else 0
 
 

@@ -5,7 +5,7 @@ import sys
 
 from mpmath import mp, mpf
 
-sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "reference"))
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "reference"))
 import closed_form  # noqa: E402
 
 
