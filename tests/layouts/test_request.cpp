@@ -1,0 +1,46 @@
+#include "layouts/request.h"
+
+#include <gmock/gmock.h>
+
+#include "designer/refusal.h"
+
+using layouts::identifier_for;
+
+TEST(IdentifierFor, KeepsLettersAndDigitsWithSingleUnderscores) {
+  EXPECT_EQ(identifier_for("2nd-low__pass!"), "veltane_2nd_low_pass");
+  EXPECT_EQ(identifier_for("_band"), "veltane_band");
+  EXPECT_EQ(identifier_for("int"), "veltane_int") << "not a word of a language";
+}
+
+TEST(IdentifierFor, TakesLettersOfAsciiOnly) {
+  EXPECT_EQ(identifier_for("caf\u00e9 1"), "veltane_caf_1");
+  EXPECT_EQ(identifier_for("\xe9\xff"), "veltane_filter");
+}
+
+TEST(IdentifierFor, HasANameForFilesWithoutOne) {
+  EXPECT_EQ(identifier_for(""), "veltane_filter");
+  EXPECT_EQ(identifier_for("--"), "veltane_filter");
+}
+
+TEST(Check, SpreadsGainOverSectionsOnly) {
+  layouts::Request request;
+  request.gain = layouts::Gain::spread;
+  for (const layouts::Target &target : layouts::targets()) {
+    if (target.form == layouts::Form::sections)
+      EXPECT_NO_THROW(layouts::check(request, target)) << target.name;
+    else
+      EXPECT_THROW(layouts::check(request, target), designer::Refusal) << target.name;
+  }
+}
+
+TEST(Check, NamesATargetThatHasSections) {
+  layouts::Request request;
+  request.gain = layouts::Gain::spread;
+  try {
+    layouts::check(request, layouts::target_named("webaudio"));
+    FAIL() << "lists have no sections";
+  } catch (const designer::Refusal &refusal) {
+    EXPECT_THAT(refusal.what(), testing::HasSubstr("--for webaudio-sections has them"));
+    EXPECT_EQ(layouts::target_named("webaudio-sections").form, layouts::Form::sections);
+  }
+}

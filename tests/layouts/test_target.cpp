@@ -1,0 +1,93 @@
+#include "layouts/target.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "designer/refusal.h"
+#include "layouts/exported_filter.h"
+
+using layouts::Arithmetic;
+using layouts::Target;
+using testing::HasSubstr;
+
+TEST(Targets, AreFoundByNamesOfTheirOwn) {
+  std::set<std::string> names;
+  for (const Target &target : layouts::targets()) {
+    EXPECT_TRUE(names.insert(target.name).second) << target.name;
+    EXPECT_EQ(&layouts::target_named(target.name), &target);
+    EXPECT_STRNE(target.summary, "") << target.name;
+  }
+}
+
+TEST(Targets, AnotherNameIsRefusedWithTheList) {
+  for (const char *name : {"", "C", "matlab", "c_float"}) {
+    try {
+      layouts::target_named(name);
+      FAIL() << name;
+    } catch (const designer::Refusal &refusal) {
+      EXPECT_THAT(refusal.what(), HasSubstr("--for cannot be '" + std::string(name) + "'"));
+      for (const Target &target : layouts::targets())
+        EXPECT_THAT(refusal.what(), HasSubstr(target.name));
+    }
+  }
+}
+
+// One third takes all digits there are. A float's value has 9 of them.
+TEST(Targets, WriteTheDigitsOfTheirArithmetic) {
+  const double third = static_cast<double>(1.0F / 3.0F);
+  layouts::ExportedFilter filter;
+  filter.title = "a filter";
+  filter.identifier = "veltane_filter";
+  filter.sections = {{third, 0.5, 0.0, 0.25, 0.0}};
+  for (const Target &target : layouts::targets()) {
+    const std::string file = target.write(filter);
+    EXPECT_THAT(file, HasSubstr("0.3333333")) << target.name;
+    EXPECT_EQ(file.find("0.33333334326744080") != std::string::npos ||
+                  file.find("0.3333333432674408") != std::string::npos,
+              target.arithmetic == Arithmetic::doubles)
+        << target.name;
+  }
+}
+
+TEST(Targets, WriteNoNegativeZero) {
+  layouts::ExportedFilter filter;
+  filter.identifier = "veltane_filter";
+  filter.sections = {{1.0, 0.5, 0.0, 0.25, 0.0}};
+  for (const Target &target : layouts::targets())
+    EXPECT_THAT(target.write(filter), testing::Not(HasSubstr("-0.0"))) << target.name;
+}
+
+namespace {
+
+// Poles at radius 0.5: lists hold it well.
+layouts::ExportedFilter of_poles(std::size_t count) {
+  layouts::ExportedFilter filter;
+  filter.identifier = "veltane_filter";
+  for (std::size_t i = 0; i + 1 < count; i += 2)
+    filter.sections.push_back({0.25, 0.5, 0.25, 0.0, 0.25});
+  if (count % 2 == 1) filter.sections.push_back({0.5, 0.5, 0.0, 0.5, 0.0});
+  return filter;
+}
+
+}  // namespace
+
+TEST(WebAudio, OneNodeTakesNineteenPolesAndAChainAny) {
+  const Target &node = layouts::target_named("webaudio");
+  EXPECT_NO_THROW(node.write(of_poles(19)));
+  EXPECT_THROW(node.write(of_poles(20)), designer::Refusal);
+  EXPECT_NO_THROW(layouts::target_named("webaudio-sections").write(of_poles(200)));
+}
+
+TEST(WebAudio, RefusesListsThatRoundingSpoils) {
+  layouts::ExportedFilter filter;
+  filter.identifier = "veltane_filter";
+  filter.sections.assign(9, {1.0, 2.0, 1.0, -1.9998, 0.99980002});
+  try {
+    layouts::target_named("webaudio").write(filter);
+    FAIL() << "the poles are close to 1";
+  } catch (const designer::Refusal &refusal) {
+    EXPECT_THAT(refusal.what(), HasSubstr("lists of doubles for one IIRFilterNode would m"));
+    EXPECT_THAT(refusal.what(), HasSubstr("--for webaudio-sections"));
+  }
+}
