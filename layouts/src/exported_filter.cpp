@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 
+#include "analysis/cascade_gain.h"
 #include "designer/published_filter.h"
 #include "designer/title.h"
 #include "floats.h"
-#include "gain.h"
 #include "level.h"
 #include "soundness.h"
 
@@ -21,17 +21,17 @@ ScaledFilter at_level(const designer::PublishedFilter &filter, Level level) {
   if (level == Level::as_designed)
     return {filter.sections, "Level: as designed (--normalise is off)."};
   const ReferenceLevel reference = reference_level(filter);
-  NormalisedFilter set = normalised(filter.sections, reference);
+  const double factor = normalising_factor(filter.sections, reference);
   const std::string why = reference.db < 0.0 ? ", the bottom of the ripple, whose top is 0 dB" : "";
-  return {std::move(set.sections),
+  return {analysis::scaled(filter.sections, factor),
           fmt::format("Level: multiplied by {:.17g}, which makes it {:g} dB {}{} (--normalise).",
-                      set.factor, reference.db, reference.place, why)};
+                      factor, reference.db, reference.place, why)};
 }
 
 ScaledFilter with_gain(analysis::Sections sections, Gain gain) {
   if (gain == Gain::in_first_section)
     return {std::move(sections), "Gain: all of it in the first section (--spread-gain is off)."};
-  return {with_spread_gain(std::move(sections)),
+  return {analysis::with_gain_spread(std::move(sections)),
           "Gain: spread by powers of two, so that what each section but the last hands on peaks "
           "between -3.01 and +3.01 dB (--spread-gain)."};
 }
@@ -43,8 +43,11 @@ ExportedFilter exported_filter(const designer::Design &design, const Target &tar
   check(request, target);
   const designer::PublishedFilter published = designer::published_filter(design);
   check_sections(published.sections);
-  ExportedFilter filter{
-      designer::title(design), design.samplerate, request.identifier, request.command, {}, {}, {}};
+  ExportedFilter filter;
+  filter.title = designer::title(design);
+  filter.samplerate = design.samplerate;
+  filter.identifier = request.identifier;
+  filter.command = request.command;
   ScaledFilter scaled = at_level(published, request.level);
   filter.scaling.push_back(scaled.sentence);
   if (target.form == Form::sections) {

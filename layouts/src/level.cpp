@@ -1,10 +1,9 @@
 #include "level.h"
 
-#include <cmath>
-
 #include <fmt/format.h>
 
 #include "analysis/band.h"
+#include "analysis/cascade_gain.h"
 #include "analysis/response.h"
 #include "designer/refusal.h"
 
@@ -30,19 +29,17 @@ ReferenceLevel reference_level(const designer::PublishedFilter &filter) {
   if (filter.has_two_cutoffs() && cutoffs[0] == cutoffs[1])
     throw designer::Refusal("--normalise needs a band: the two cutoffs are equal");
   const double w = analysis::reference_frequency(filter.response, cutoffs);
-  const bool bottom = filter.family == designer::Family::chebyshev_1 && filter.order % 2 == 0;
-  return {w, bottom ? -filter.passband_ripple : 0.0, place_of(filter, w)};
+  const double db = analysis::reference_level(filter.family, filter.order, filter.passband_ripple);
+  return {w, db, place_of(filter, w)};
 }
 
-NormalisedFilter normalised(analysis::Sections sections, const ReferenceLevel &reference) {
-  const double level = analysis::level_db(sections, reference.w);
-  const double factor = std::pow(10.0, (reference.db - level) / 20.0);
-  if (!std::isnormal(factor))
-    throw designer::Refusal(fmt::format(
-        "--normalise cannot set the level {}: it is {:.6g} dB there", reference.place, level));
-  analysis::Section &first = sections.front();
-  for (double *b : {&first.b0, &first.b1, &first.b2}) *b *= factor;
-  return {std::move(sections), factor};
+double normalising_factor(const analysis::Sections &filter, const ReferenceLevel &reference) {
+  const auto factor = analysis::gain_factor(filter, reference.w, reference.db);
+  if (!factor)
+    throw designer::Refusal(
+        fmt::format("--normalise cannot set the level {}: it is {:.6g} dB there", reference.place,
+                    analysis::level_db(filter, reference.w)));
+  return *factor;
 }
 
 }  // namespace layouts

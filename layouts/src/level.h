@@ -20,16 +20,9 @@ struct ReferenceLevel {
 /** Raises designer::Refusal when two cutoffs are equal. */
 ReferenceLevel reference_level(const designer::PublishedFilter &filter);
 
-struct NormalisedFilter {
-  analysis::Sections sections;
-  double factor; /**< of the first section */
-};
-
-/**
- * Multiplies the first section so that the level is the reference's.
- * Raises designer::Refusal when the filter is silent there or the factor is not a normal double.
- */
-NormalisedFilter normalised(analysis::Sections sections, const ReferenceLevel &reference);
+/** @return what the filter is multiplied by so that its level is the reference's.
+ *  Raises designer::Refusal when the filter is silent there or no normal double does it. */
+double normalising_factor(const analysis::Sections &filter, const ReferenceLevel &reference);
 
 }  // namespace layouts
 

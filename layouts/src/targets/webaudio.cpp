@@ -2,11 +2,12 @@
 
 #include <fmt/format.h>
 
+#include "analysis/expansion.h"
 #include "analysis/level_difference.h"
+#include "analysis/schur_cohn.h"
 #include "comment.h"
 #include "designer/refusal.h"
 #include "javascript.h"
-#include "lists.h"
 #include "targets.h"
 
 namespace layouts {
@@ -29,7 +30,7 @@ void check(const ExportedFilter &filter, const analysis::Transfer &lists) {
                     "poles has {}; {}",
                     most_coefficients, count - 1, count, instead));
   const double lost = analysis::level_difference(filter.sections, lists, floor_db).db;
-  if (!is_stable(lists))
+  if (!analysis::schur_cohn_stable(lists.denominator))
     throw designer::Refusal(fmt::format(
         "lists of doubles for one IIRFilterNode would make this filter unstable; {}", instead));
   if (!(lost <= most_lost_db))
@@ -39,7 +40,7 @@ void check(const ExportedFilter &filter, const analysis::Transfer &lists) {
 }
 
 std::string write(const ExportedFilter &filter) {
-  const analysis::Transfer lists = expanded(filter.sections);
+  const analysis::Transfer lists = analysis::expanded(filter.sections);
   check(filter, lists);
   const std::vector<std::string> usage{
       "H(z) = sum of feedforward[k] z^-k / sum of feedback[k] z^-k",
