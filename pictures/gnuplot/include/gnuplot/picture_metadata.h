@@ -1,0 +1,35 @@
+// What a picture's file says of the picture: its title, the command that made it, its size.
+#ifndef GNUPLOT_PICTURE_METADATA_H
+#define GNUPLOT_PICTURE_METADATA_H
+
+#include <string>
+
+namespace gnuplot {
+
+/** Texts of others, which are changed as by `text::printable` when they are put into a picture. */
+struct Description {
+  std::string title;
+  std::string command; /**< the command line that makes the picture */
+};
+
+/**
+ * @param picture  a whole SVG or PNG file, as gnuplot writes it
+ * @return the picture with its description: the elements `title` and `desc` of an SVG, the text
+ *         chunks "Title" and "Description" of a PNG
+ */
+std::string described(const std::string &picture, const Description &description);
+
+/** In pixels. */
+struct Size {
+  int width, height;
+};
+
+/**
+ * @param svg  a whole SVG file as gnuplot writes it
+ * @return the same, to be shown at another size
+ */
+std::string resized(const std::string &svg, const Size &size);
+
+}  // namespace gnuplot
+
+#endif

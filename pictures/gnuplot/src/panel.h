@@ -1,0 +1,58 @@
+// gnuplot's commands for one panel: its axes, and the lines and marks in it.
+#ifndef GNUPLOT_PANEL_H
+#define GNUPLOT_PANEL_H
+
+#include <string>
+#include <vector>
+
+#include "page.h"
+#include "pictures/labelled_axis.h"
+#include "script.h"
+
+namespace gnuplot {
+
+/** Whether an axis has its numbers and its label. A panel that stands on another one, whose axis is
+ *  the same, does without. */
+enum class Numbering { shown, left_out };
+
+/** One pair of axes. Nothing is drawn before `finish`. It keeps the script. */
+class Panel {
+ public:
+  Panel(Script &script, const Box &box, const std::string &title, const pictures::Axis &x,
+        const pictures::Axis &y);
+
+  /** The labels and ticks of its axes. @param most  as of pictures::ticks */
+  void label_x(const pictures::LabelledAxis &axis, int most, Numbering numbering);
+  /** @param distance  of the label from the axis, in pixels */
+  void label_y(const pictures::LabelledAxis &axis, int most, double distance);
+  /** A third axis on the right. */
+  void label_right(const pictures::LabelledAxis &axis, int most);
+
+  /** Lines across the panel. */
+  void vertical(double x, const std::string &style);
+  void horizontal(double y, const std::string &style);
+
+  /** Draws a curve with the fewest points that look the same. */
+  void curve(const pictures::Curve &curve, const std::string &style);
+
+  /** Draws a symbol at each point; nothing where there is no point. */
+  void symbols(const pictures::Curve &places, const std::string &style);
+
+  /** A text beside a place in the panel, this many pixels to the right of it and above it. */
+  void text_beside(const Place &values, const Place &offset, const std::string &text);
+
+  void finish();
+
+ private:
+  void line(const pictures::Curve &ends, const std::string &style);
+  void ticks(const char *which, const pictures::LabelledAxis &axis, int most, Numbering numbering);
+
+  Script &script_;
+  Box box_;
+  pictures::Axis x_, y_;
+  std::vector<std::string> drawn_;
+};
+
+}  // namespace gnuplot
+
+#endif

@@ -1,0 +1,45 @@
+// The curves of a filter over frequency: level, phase and group delay.
+#ifndef PICTURES_CURVES_H
+#define PICTURES_CURVES_H
+
+#include <vector>
+
+#include "pictures/axis.h"
+#include "pictures/drawn_filter.h"
+
+namespace pictures {
+
+/** Points to be joined, or marks of their own; x and y are equally long. Where y is NaN, the curve
+ *  is interrupted. */
+struct Curve {
+  std::vector<double> x, y;
+
+  void add(double across, double up) {
+    x.push_back(across);
+    y.push_back(up);
+  }
+};
+
+/**
+ * The curves over the part of a frequency axis in Hz that lies between 0 and the Nyquist frequency,
+ * ends included; empty where there is no such part. They have points at the frequencies of
+ * analysis::grid and three between each two of them, at the cutoffs and half-power points, and at
+ * 600 even steps of the axis, so that neither a narrow peak nor a zero is missed. Up to 160 points a
+ * root, each of which costs in proportion to the order: time grows with the square of the order.
+ */
+Curve level_curve(const DrawnFilter &filter, const Axis &frequencies); /**< in dB */
+
+/** In degrees, continuous; interrupted at each zero on the unit circle, where the phase jumps by
+ *  180 degrees. Points nearer to such a zero than 1e-12 of its frequency are left out, since either
+ *  side may be what rounding finds there. */
+Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies);
+
+/** The group delay in seconds. */
+Curve delay_curve(const DrawnFilter &filter, const Axis &frequencies);
+
+/** @return the median of the group delay over 101 even steps of a frequency axis, in seconds. */
+double median_delay(const DrawnFilter &filter, const Axis &frequencies);
+
+}  // namespace pictures
+
+#endif

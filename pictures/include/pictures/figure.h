@@ -1,0 +1,45 @@
+// The figure of one filter or several: what each panel shows, whatever draws it.
+#ifndef PICTURES_FIGURE_H
+#define PICTURES_FIGURE_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "pictures/drawn_filter.h"
+#include "pictures/figure_key.h"
+#include "pictures/response_panels.h"
+#include "pictures/root_panels.h"
+
+namespace pictures {
+
+/** As many filters as there are dash patterns that can be told apart. */
+inline constexpr std::size_t most_filters = 6;
+
+/** What a figure leaves to its reader's choice. */
+struct FigureOptions {
+  std::optional<std::string> title{}; /**< otherwise the name of the filter, or "3 filters" */
+  std::optional<Axis> frequencies{};  /**< of the level's panel, in Hz; otherwise `whole_axis` */
+  std::optional<double> floor_db{};   /**< the lowest level, below `highest_peak`; otherwise
+                                         `usual_floor` */
+};
+
+struct Figure {
+  std::string title;
+  FigureKey key;
+  ResponsePanel level, passband, phase, delay;
+  RootPanel zeros_and_poles, poles;
+
+  std::size_t filter_count() const { return level.curves.size(); }
+};
+
+/**
+ * @param filters  1 to most_filters, with their names
+ * Time grows with the square of the order, and with the number of filters.
+ */
+Figure figure_of(const std::vector<DrawnFilter> &filters, const FigureOptions &options = {});
+
+}  // namespace pictures
+
+#endif

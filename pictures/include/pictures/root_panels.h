@@ -1,0 +1,45 @@
+// What the panels of the z plane show.
+#ifndef PICTURES_ROOT_PANELS_H
+#define PICTURES_ROOT_PANELS_H
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "pictures/curves.h"
+#include "pictures/drawn_filter.h"
+#include "pictures/labelled_axis.h"
+
+namespace pictures {
+
+/** The roots of one filter within a panel, equal ones once. */
+struct ShownRoots {
+  Curve zeros, poles;
+};
+
+/** How often the roots are there that lie at one place to the eye. */
+struct MultiplicityLabel {
+  double x, y;                  /**< the place */
+  analysis::Complex outward;    /**< the direction, of length 1, in which there are no poles */
+  std::set<std::size_t> counts; /**< of zeros and poles of all filters there, 2 or more each */
+};
+
+/** All numbers are in the units of its axes, which are equally long. */
+struct RootPanel {
+  std::string title;
+  LabelledAxis real, imaginary;
+  Curve unit_circle;
+  std::vector<ShownRoots> filters; /**< as many as were given, in their order */
+  std::vector<MultiplicityLabel> multiplicities;
+};
+
+/** @return the unit circle with all zeros and poles. */
+RootPanel zeros_and_poles_panel(const std::vector<DrawnFilter> &filters);
+
+/** @return the poles of the upper half plane, enlarged. */
+RootPanel poles_panel(const std::vector<DrawnFilter> &filters);
+
+}  // namespace pictures
+
+#endif

@@ -1,0 +1,153 @@
+#include "pictures/response_panels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "ascending.h"
+#include "pictures/ranges.h"
+
+namespace pictures {
+namespace {
+
+bool is_inside(const Axis &axis, double value) { return value > axis.low && value < axis.high; }
+
+std::vector<double> cutoffs_within(const std::vector<DrawnFilter> &filters, const Axis &axis) {
+  std::vector<double> all;
+  for (const DrawnFilter &filter : filters)
+    for (const double hz : filter.cutoffs)
+      if (is_inside(axis, hz)) all.push_back(hz);
+  return ascending(std::move(all));
+}
+
+// A limit that is nearer to 0 dB than the curve is thick would be hidden by it.
+std::vector<double> limits_within(const std::vector<DrawnFilter> &filters, const Axis &levels) {
+  std::vector<double> limits = levels_asked_for(filters);
+  std::erase_if(limits, [&](double db) {
+    return !(-db > 0.02 * (levels.high - levels.low)) || !is_inside(levels, db);
+  });
+  return limits;
+}
+
+std::vector<Curve> half_power_marks(const std::vector<DrawnFilter> &filters) {
+  std::vector<Curve> marks(filters.size());
+  for (std::size_t i = 0; i < filters.size(); ++i)
+    for (const double hz : filters[i].half_power)
+      marks[i].add(hz, filters[i].level_db(hz / filters[i].nyquist()));
+  return marks;
+}
+
+template <class MakeCurve>
+std::vector<Curve> curves_of(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                             const MakeCurve &make_curve) {
+  std::vector<Curve> curves;
+  for (const DrawnFilter &filter : filters) curves.push_back(make_curve(filter, frequencies));
+  return curves;
+}
+
+ResponsePanel panel_over(const Axis &frequencies, std::string title,
+                         const std::vector<DrawnFilter> &filters) {
+  ResponsePanel panel;
+  panel.title = std::move(title);
+  panel.frequency = {frequencies, TickStyle::magnitudes, "frequency in Hz"};
+  panel.cutoffs = cutoffs_within(filters, frequencies);
+  return panel;
+}
+
+ResponsePanel panel_of_levels(std::string title, const std::vector<DrawnFilter> &filters,
+                              const Axis &frequencies, const Axis &levels) {
+  ResponsePanel panel = panel_over(frequencies, std::move(title), filters);
+  panel.value = {levels, TickStyle::decimal, "level in dB"};
+  panel.limits = limits_within(filters, levels);
+  panel.curves = curves_of(filters, frequencies, level_curve);
+  panel.half_power = half_power_marks(filters);
+  return panel;
+}
+
+// The numbers of the filters of which something is true.
+std::string numbers_of(const std::vector<DrawnFilter> &filters,
+                       bool (DrawnFilter::*is_so)() const) {
+  std::string text;
+  for (std::size_t i = 0; i < filters.size(); ++i)
+    if ((filters[i].*is_so)()) text += fmt::format("{}{}", text.empty() ? "" : ", ", i + 1);
+  return text;
+}
+
+// What one must know to read the levels rightly.
+std::string level_title(const std::vector<DrawnFilter> &filters) {
+  const bool several = filters.size() > 1;
+  const std::string silent = numbers_of(filters, &DrawnFilter::is_silent);
+  const std::string unstable = numbers_of(filters, &DrawnFilter::is_unstable);
+  std::string title = "Level";
+  if (!silent.empty())
+    title += several ? "; silent, drawn without the gain, which is 0: " + silent
+                     : " without the gain, which is 0: the filter is silent";
+  if (!unstable.empty())
+    title += several ? "; unstable: " + unstable
+                     : "; the filter is unstable, with poles outside the unit circle";
+  return title;
+}
+
+/** A unit of time in which delays have few digits. */
+struct TimeUnit {
+  const char *name;
+  double seconds;
+};
+
+TimeUnit unit_for(const Axis &seconds) {
+  const double most = std::max(std::fabs(seconds.low), std::fabs(seconds.high));
+  if (most >= 1.0) return {"s", 1.0};
+  if (most >= 1e-3) return {"ms", 1e-3};
+  return {"\u00b5s", 1e-6};
+}
+
+bool have_one_samplerate(const std::vector<DrawnFilter> &filters) {
+  return std::all_of(filters.begin(), filters.end(), [&](const DrawnFilter &filter) {
+    return filter.samplerate == filters.front().samplerate;
+  });
+}
+
+}  // namespace
+
+std::vector<double> levels_asked_for(const std::vector<DrawnFilter> &filters) {
+  std::vector<double> all;
+  for (const DrawnFilter &filter : filters)
+    for (const auto &limit : {filter.ripple, filter.attenuation})
+      if (limit) all.push_back(-*limit);
+  return ascending(std::move(all));
+}
+
+ResponsePanel level_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                          const Axis &levels) {
+  return panel_of_levels(level_title(filters), filters, frequencies, levels);
+}
+
+ResponsePanel passband_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies) {
+  return panel_of_levels("Passband enlarged", filters, frequencies, passband_levels(filters));
+}
+
+ResponsePanel phase_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies) {
+  ResponsePanel panel = panel_over(frequencies, "Phase", filters);
+  panel.curves = curves_of(filters, frequencies, phase_curve);
+  panel.value = {range_of(panel.curves), TickStyle::degrees, "phase in degrees"};
+  return panel;
+}
+
+ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies) {
+  ResponsePanel panel = panel_over(frequencies, "Group delay", filters);
+  panel.curves = curves_of(filters, frequencies, delay_curve);
+  const Axis seconds = delay_axis(filters, frequencies, panel.curves);
+  const TimeUnit unit = unit_for(seconds);
+  for (Curve &curve : panel.curves)
+    for (double &y : curve.y) y /= unit.seconds;
+  panel.value = {seconds.scaled(1 / unit.seconds), TickStyle::magnitudes,
+                 fmt::format("delay in {}", unit.name)};
+  if (have_one_samplerate(filters))
+    panel.right = LabelledAxis{seconds.scaled(filters.front().samplerate), TickStyle::magnitudes,
+                               "delay in samples"};
+  return panel;
+}
+
+}  // namespace pictures
