@@ -1,0 +1,43 @@
+// The panels of the z plane.
+
+#include <gmock/gmock.h>
+
+#include "designed.h"
+#include "pictures/root_panels.h"
+
+using pictures::poles_panel;
+using pictures::RootPanel;
+using pictures::zeros_and_poles_panel;
+using testing::IsEmpty;
+using testing::SizeIs;
+using tests::drawn;
+
+TEST(RootPanels, EveryRootIsThere) {
+  const RootPanel panel = zeros_and_poles_panel(
+      {drawn("chebyshev-2", "lowpass", 6, {3000}), drawn("chebyshev-2", "lowpass", 4, {3000})});
+  ASSERT_THAT(panel.filters, SizeIs(2));
+  EXPECT_THAT(panel.filters[0].zeros.x, SizeIs(6));
+  EXPECT_THAT(panel.filters[0].poles.x, SizeIs(6));
+  EXPECT_THAT(panel.filters[1].poles.x, SizeIs(4));
+  EXPECT_THAT(panel.multiplicities, IsEmpty());
+}
+
+TEST(RootPanels, TheEnlargedPolesAreThoseAboveTheAxis) {
+  const RootPanel panel = poles_panel({drawn("butterworth", "lowpass", 6, {3000})});
+  EXPECT_THAT(panel.filters[0].poles.x, SizeIs(3));
+  EXPECT_THAT(panel.filters[0].poles.y, testing::Each(testing::Gt(0.0)));
+}
+
+TEST(RootPanels, MultiplicitiesOfAllFiltersShareALabelOutsideTheCircle) {
+  const RootPanel panel =
+      zeros_and_poles_panel({drawn("butterworth", "lowpass", 6, {3000}),
+                             drawn("butterworth", "bandpass", 4, {1000, 3000})});
+  ASSERT_THAT(panel.multiplicities, SizeIs(2));
+  for (const pictures::MultiplicityLabel &label : panel.multiplicities) {
+    EXPECT_NEAR(std::abs(label.x), 1.0, 1e-12);
+    EXPECT_EQ(label.outward, analysis::Complex(label.x, label.y));
+    const std::set<std::size_t> zeros_there =
+        label.x < 0.0 ? std::set<std::size_t>{4, 6} : std::set<std::size_t>{4};
+    EXPECT_EQ(label.counts, zeros_there);
+  }
+}
