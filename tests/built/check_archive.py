@@ -17,7 +17,7 @@ def build_and_run(options, arguments, folder):
                 ("filter-support/libfiltermath.a", "runtime/libruntime.a",
                  "runtime/libruntime-core.a")]
     includes = [f"-I{os.path.join(arguments.source, part)}" for part in
-                ("filter-support", "brontal/include")]
+                ("filter-support/include", "brontal/include")]
     source = os.path.join(arguments.source, "tests/built/zeros.cpp")
     subprocess.run([arguments.compiler, "-std=c++20", *options, *includes, source, *archives,
                     "-o", program], check=True)

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "filtermath/internal.h"
+#include "internal.h"
 #include "support.h"
 
 using Complex = std::complex<double>;

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "filtermath/internal.h"
+#include "internal.h"
 #include "support.h"
 
 namespace {

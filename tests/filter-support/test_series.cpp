@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "filtermath/internal.h"
+#include "internal.h"
 #include "support.h"
 
 // The zeros of models that are a series of sections, and of ones that nearly are.
