@@ -50,11 +50,21 @@
 #ifndef FILTERMATH_H
 #define FILTERMATH_H
 
-#include "filtermath/analog.h"
-#include "filtermath/coefficients.h"
-#include "filtermath/digital.h"
+#include "filtermath/bilinear.h"
+#include "filtermath/complex64.h"
+#include "filtermath/housh.h"
 #include "filtermath/matrix64.h"
+#include "filtermath/numerators.h"
 #include "filtermath/poly.h"
-#include "filtermath/records.h"
+#include "filtermath/prototypes.h"
+#include "filtermath/ss2coefs.h"
+#include "filtermath/ss2zpk.h"
+#include "filtermath/statespace.h"
+#include "filtermath/transformations.h"
+#include "filtermath/tzero.h"
+#include "filtermath/zpk.h"
+#include "filtermath/zpk2sos.h"
+#include "filtermath/zpk2ss.h"
+#include "filtermath/zpk2tf.h"
 
 #endif

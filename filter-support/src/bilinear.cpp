@@ -1,7 +1,10 @@
+#include "filtermath/bilinear.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "internal.h"
+#include "owners.h"
+#include "series.h"
 
 using filtermath::Matrix;
 
@@ -66,15 +69,4 @@ void discretise(_statespace *ss, double t) {
 void filtermath_bilinear(_statespace *ss, double fs) {
   const double t = 1.0 / fs;
   filtermath::transform_sections(ss, [t](_statespace *part) { discretise(part, t); });
-}
-
-void filtermath_ss2coefs(const _statespace *ss, double ** /*num*/, int64_t * /*num_count*/,
-                         double **den, int64_t *den_count) {
-  Matrix coefficients;
-  filtermath_poly(ss->a, coefficients);
-  const int64_t count = coefficients->rows;
-  filtermath::Block block = filtermath::new_block(count);
-  std::copy_n(coefficients->data, count, block.get());
-  *den_count = count;
-  *den = block.release();
 }

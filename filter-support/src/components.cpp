@@ -1,7 +1,7 @@
+#include "components.h"
+
 #include <algorithm>
 #include <limits>
-
-#include "internal.h"
 
 namespace filtermath {
 namespace {

@@ -9,11 +9,14 @@
 // iteration would move them by a root of the rounding, and an LU decomposition
 // with pivoting would smear rounding into the zeros first.
 
+#include "irreducible.h"
+
 #include <Eigen/Dense>
 #include <algorithm>
 #include <limits>
 
-#include "internal.h"
+#include "components.h"
+#include "roots.h"
 
 namespace filtermath {
 namespace {

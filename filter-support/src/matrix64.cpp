@@ -1,10 +1,15 @@
 // The assertion in `matrix64_multiply` guards memory: it holds in every build.
 #undef NDEBUG
+#include "filtermath/matrix64.h"
+
 #include <algorithm>
 #include <cassert>
 #include <new>
 
-#include "internal.h"
+#include "brontal/memory.h"
+#include "irreducible.h"
+#include "owners.h"
+#include "sparse_product.h"
 
 namespace {
 

@@ -1,7 +1,13 @@
+#include "filtermath/numerators.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "internal.h"
+#include "filtermath/poly.h"
+#include "filtermath/tzero.h"
+#include "owners.h"
+#include "platform.h"
+#include "symbol.h"
 
 using filtermath::Matrix;
 

@@ -1,9 +1,9 @@
 // The one place that knows which C library has what: a power of ten and a
 // combined sine and cosine are common extensions, under different names.
 
-#include <cmath>
+#include "platform.h"
 
-#include "internal.h"
+#include <cmath>
 
 namespace filtermath {
 

@@ -1,6 +1,8 @@
+#include "filtermath/poly.h"
+
 #include <algorithm>
 
-#include "internal.h"
+#include "irreducible.h"
 
 void filtermath_poly(const t_complex64list &roots, t_complex64list &coefficients) {
   coefficients.assign(roots.size() + 1, 0.0);

@@ -1,8 +1,11 @@
+#include "filtermath/prototypes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <memory>
 
-#include "internal.h"
+#include "platform.h"
+#include "roots.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
+#include "roots.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "internal.h"
 
 namespace filtermath {
 

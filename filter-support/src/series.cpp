@@ -9,11 +9,13 @@
 // up terms of the size of 1, and their rounding is all that is left. Done to each
 // section, it loses none, and the products are formed afterwards.
 
+#include "series.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "internal.h"
+#include "components.h"
 
 namespace filtermath {
 namespace {

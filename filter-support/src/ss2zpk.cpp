@@ -1,6 +1,12 @@
+#include "filtermath/ss2zpk.h"
+
 #include <cmath>
 
-#include "internal.h"
+#include "filtermath/tzero.h"
+#include "irreducible.h"
+#include "owners.h"
+#include "platform.h"
+#include "symbol.h"
 
 namespace {
 

@@ -1,6 +1,9 @@
+#include "filtermath/statespace.h"
+
+#include <memory>
 #include <new>
 
-#include "internal.h"
+#include "brontal/memory.h"
 
 namespace {
 

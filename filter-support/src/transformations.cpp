@@ -1,6 +1,10 @@
+#include "filtermath/transformations.h"
+
 #include <algorithm>
 
-#include "internal.h"
+#include "owners.h"
+#include "series.h"
+#include "symbol.h"
 
 using filtermath::Matrix;
 

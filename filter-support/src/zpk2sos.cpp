@@ -1,7 +1,12 @@
+#include "filtermath/zpk2sos.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "internal.h"
+#include "filtermath/poly.h"
+#include "owners.h"
+#include "roots.h"
+#include "symbol.h"
 
 namespace {
 

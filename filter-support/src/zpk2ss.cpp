@@ -1,7 +1,10 @@
+#include "filtermath/zpk2ss.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "internal.h"
+#include "filtermath/poly.h"
+#include "roots.h"
 
 namespace {
 

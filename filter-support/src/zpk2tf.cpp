@@ -1,6 +1,9 @@
+#include "filtermath/zpk2tf.h"
+
 #include <algorithm>
 
-#include "internal.h"
+#include "filtermath/poly.h"
+#include "owners.h"
 
 namespace {
 

@@ -1,6 +1,3 @@
-// The Householder reflection of vectors that no real model has: complex ones, and
-// such as are not numbers.
-
 #include <gtest/gtest.h>
 
 #include "support.h"
@@ -20,6 +17,61 @@ Reflection housh(t_complex64list x, int pivot, double tol = 1e-12) {
   r.x = std::move(x);
   filtermath_ss_housh(r.x, pivot, tol, &r.beta, &r.is_zero);
   return r;
+}
+
+TEST(Householder, LeavesAVectorThatIsNotANumberAsItIs) {
+  t_complex64list x{{std::nan(""), 0.0}, {1.0, 0.0}};
+  double beta = 0.0;
+  double is_zero = 0.0;
+  filtermath_ss_housh(x, 2, 1e-12, &beta, &is_zero);
+  EXPECT_EQ(is_zero, 1.0);
+  EXPECT_EQ(x[1], std::complex<double>(1.0, 0.0));
+}
+
+TEST(Householder, AddsTheLengthToAPositivePivot) {
+  const Reflection r = housh({3.0, 4.0}, 1);
+  EXPECT_EQ(r.x, (t_complex64list{8.0, 4.0}));
+  EXPECT_EQ(r.beta, 1.0 / 40.0);
+  EXPECT_EQ(r.is_zero, 42.0) << "not written for an x that is not zero";
+}
+
+TEST(Householder, MapsTheVectorOntoTheAxisOfItsPivot) {
+  for (const int pivot : {1, 2, 3}) {
+    const t_complex64list before = {1.0, 2.0, 2.0};  // of length 3
+    const Reflection r = housh(before, pivot);
+    Complex along = 0.0;
+    for (std::size_t i = 0; i < 3; ++i) along += r.x[i] * before[i];
+    for (std::size_t i = 0; i < 3; ++i) {
+      const Complex mapped = before[i] - r.beta * r.x[i] * along;
+      EXPECT_TRUE(close(mapped, i + 1 == static_cast<std::size_t>(pivot) ? -3.0 : 0.0, 1e-15));
+    }
+  }
+}
+
+TEST(Householder, LeavesANegativePivotAsItIs) {
+  const Reflection r = housh({-3.0, 4.0}, 1);
+  EXPECT_EQ(r.x, (t_complex64list{-3.0, 4.0}));
+  EXPECT_EQ(r.beta, 1.0 / 25.0);
+  EXPECT_EQ(r.is_zero, 42.0);
+}
+
+TEST(Householder, CountsAPivotOfZeroAsPositive) {
+  const Reflection r = housh({4.0, 0.0, 3.0}, 2);
+  EXPECT_EQ(r.x, (t_complex64list{4.0, 5.0, 3.0}));
+  EXPECT_EQ(r.beta, 1.0 / 25.0);
+}
+
+TEST(Householder, ReportsAVectorShorterThanTheTolerance) {
+  const Reflection r = housh({3.0, 4.0}, 1, 5.001);
+  EXPECT_EQ(r.x, (t_complex64list{3.0, 4.0}));
+  EXPECT_EQ(r.beta, 25.0);
+  EXPECT_EQ(r.is_zero, 1.0);
+}
+
+TEST(Householder, ReflectsAVectorAsLongAsTheTolerance) {
+  const Reflection r = housh({3.0, 4.0}, 1, 5.0);
+  EXPECT_EQ(r.x, (t_complex64list{8.0, 4.0}));
+  EXPECT_EQ(r.is_zero, 42.0);
 }
 
 TEST(ComplexHouseholder, CountsImaginaryPartsInTheLength) {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "internal.h"
+#include "irreducible.h"
 #include "support.h"
 
 using Complex = std::complex<double>;
@@ -29,35 +29,7 @@ _matrix64 *cascade(int32_t sections, double radius, double angle, double couplin
   return matrix;
 }
 
-using Sets = std::vector<std::vector<int32_t>>;
-
-Sets sets(const std::vector<double> &matrix, int32_t n) {
-  const filtermath::Components parts = filtermath::components(matrix.data(), n);
-  Sets list;
-  for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k)
-    list.emplace_back(parts.states.begin() + parts.begins[k],
-                      parts.states.begin() + parts.begins[k + 1]);
-  return list;
-}
-
 }  // namespace
-
-TEST(ComponentsOf, ADiagonalMatrixAreItsElements) {
-  EXPECT_EQ(sets({1, 0, 0, 1}, 2), (Sets{{0}, {1}}));
-}
-
-TEST(ComponentsOf, AFullMatrixIsOne) { EXPECT_EQ(sets({1, 1, 1, 1}, 2), (Sets{{0, 1}})); }
-
-TEST(ComponentsOf, ARingIsOne) {
-  EXPECT_EQ(sets({0, 1, 0, 0, 0, 1, 1, 0, 0}, 3), (Sets{{0, 1, 2}}));
-}
-
-TEST(ComponentsOf, EachLeadsToEarlierOnesOnly) {
-  // 0 <-> 2, both lead to 1; 3 leads to all.
-  EXPECT_EQ(sets({1, 1, 1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 1, 1, 1, 1}, 4), (Sets{{1}, {0, 2}, {3}}));
-}
-
-TEST(ComponentsOf, NothingAreNone) { EXPECT_EQ(sets({}, 0), Sets{}); }
 
 TEST(IrreducibleInverse, KeepsStructuralZerosExact) {
   const support::Matrix matrix(cascade(20, 0.9, 0.3, 5.0));
@@ -139,46 +111,4 @@ TEST(IrreducibleEigenvalues, AreAllThereWhenReordered) {
   t_complex64list values = filtermath::eigenvalues(matrix.get());
   std::sort(values.begin(), values.end(), complex64_cmp);
   for (std::size_t i = 0; i < 7; ++i) EXPECT_EQ(values[i], Complex(static_cast<double>(i)));
-}
-
-TEST(ExpandingOrder, TakesPairsFromBothEndsInTurn) {
-  const Complex a(1, 1);
-  const Complex b(2, 1);
-  const Complex c(3, 0);
-  const Complex d(4, 1);
-  EXPECT_EQ(filtermath::in_expanding_order({a, std::conj(a), b, std::conj(b), c, d, std::conj(d)}),
-            (t_complex64list{a, std::conj(a), d, std::conj(d), b, std::conj(b), c}));
-}
-
-TEST(JoinedConjugates, AreNeighboursWhereSeveralPairsShareARealPart) {
-  const Complex a(0, 3);
-  const Complex b(0, 2);
-  t_complex64list roots{{-1, 0}, a, b, std::conj(b), std::conj(a), {1, 1}, {1, -1}};
-  filtermath::join_conjugates(roots);
-  EXPECT_EQ(roots, (t_complex64list{{-1, 0}, a, std::conj(a), b, std::conj(b), {1, 1}, {1, -1}}));
-}
-
-TEST(JoinedConjugates, LeaveARealRootBetweenThemLast) {
-  const Complex a(0, 3);
-  t_complex64list roots{a, 0.0, std::conj(a)};
-  filtermath::join_conjugates(roots);
-  EXPECT_EQ(roots, (t_complex64list{a, std::conj(a), 0.0}));
-}
-
-// Either part that is no number leaves a root without an order.
-TEST(SortedRoots, EndWithThoseThatHaveNoOrder) {
-  t_complex64list roots{{2, NAN}, {1, -1}, {NAN, 5}, {1, 1}, {0, NAN}, {-3, 0}};
-  filtermath::sort_roots(roots);
-  EXPECT_EQ((t_complex64list{roots.begin(), roots.begin() + 3}),
-            (t_complex64list{{-3, 0}, {1, 1}, {1, -1}}));
-  EXPECT_EQ(roots[3].real(), 2.0);
-  EXPECT_TRUE(std::isnan(roots[4].real()));
-  EXPECT_EQ(roots[5].real(), 0.0);
-}
-
-TEST(JoinedConjugates, EndWithNaNs) {
-  t_complex64list roots{{1, 1}, {1, -1}, {NAN, NAN}, {NAN, NAN}};
-  filtermath::join_conjugates(roots);
-  EXPECT_EQ(roots.size(), 4U);
-  EXPECT_EQ(roots[1], Complex(1, -1));
 }

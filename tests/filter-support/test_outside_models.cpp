@@ -104,8 +104,8 @@ Model near_series(Random &random, std::size_t states) {
   const auto n = ss->a->rows;
   const int32_t row = random.whole(0, n - 1);
   const int32_t column = random.whole(0, row);
-  double *number = random.one_of<double *>({ss->d->data, &ss->b->data[row], &ss->c->data[row],
-                                            &ss->a->data[row * n + column]});
+  double *number = random.one_of<double *>(
+      {ss->d->data, &ss->b->data[row], &ss->c->data[row], &ss->a->data[row * n + column]});
   *number *= 1.0 + random.sign() * random.magnitude(-15.9, -3.0);
   return ss;
 }
@@ -147,8 +147,8 @@ template <typename Make>
 void expect_no_great_loss(const Make &make) {
   for (unsigned seed = 1; seed <= 120; ++seed) {
     Random random(seed);
-    const auto states = static_cast<std::size_t>(
-        seed % 12 == 0 ? random.whole(11, 40) : random.whole(1, 10));
+    const auto states =
+        static_cast<std::size_t>(seed % 12 == 0 ? random.whole(11, 40) : random.whole(1, 10));
     const Model ss = make(random, states);
     const std::vector<Complex> exact = precise::zeros(ss.get());
     const double loss = loss_of(precise::pencil_zeros(ss.get()), exact);

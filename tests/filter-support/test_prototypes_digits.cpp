@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "internal.h"
+#include "platform.h"
 #include "support.h"
 
 namespace {

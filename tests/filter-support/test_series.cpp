@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "internal.h"
+#include "series.h"
 #include "support.h"
 
 // The zeros of models that are a series of sections, and of ones that nearly are.
@@ -261,8 +261,8 @@ TEST(Series, EveryNumberCounts) {
   for (std::size_t index = 0; index <= n * n + 2 * n; ++index) {
     // Any number does as a section's own: on the diagonal, the
     // first input weight and the last output weight.
-    const bool any = (index < n * n && index % n >= index / n) || index == n * n ||
-                     index == n * n + 2 * n - 1;
+    const bool any =
+        (index < n * n && index % n >= index / n) || index == n * n || index == n * n + 2 * n - 1;
     EXPECT_EQ(changed(index, 1.0 + 1e-13), any ? n : 0U) << index;
   }
 }

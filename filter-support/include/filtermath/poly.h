@@ -2,7 +2,8 @@
 #ifndef FILTERMATH_POLY_H
 #define FILTERMATH_POLY_H
 
-#include "filtermath/records.h"
+#include "filtermath/complex64.h"
+#include "filtermath/matrix64.h"
 
 /**
  * Expands the monic polynomial with the given roots.

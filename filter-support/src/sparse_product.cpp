@@ -1,7 +1,7 @@
+#include "sparse_product.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "internal.h"
 
 namespace filtermath {
 

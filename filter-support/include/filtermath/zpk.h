@@ -1,0 +1,34 @@
+/** A filter as zeros, poles and gain. */
+#ifndef FILTERMATH_ZPK_H
+#define FILTERMATH_ZPK_H
+
+#include <cstdint>
+
+#include "filtermath/complex64.h"
+
+/** A filter as zeros, poles and gain: gain * prod(s - zeros) / prod(s - poles). */
+struct t_zpk {
+  t_complex64list zeros;
+  t_complex64list poles;
+  double gain;
+};
+
+extern "C" {
+
+/** @return a record without zeros and poles, its gain unset; release with `zpk_free`. */
+t_zpk *zpk_new(void);
+
+/**
+ * Makes a record from flat root arrays, copied in their order.
+ * @param zcount, pcount  in doubles, even; 0 goes with a null array. With an odd one
+ *                        the last root's imaginary part is read from behind it.
+ */
+t_zpk *zpk_new_init(const double *zeros, int64_t zcount, const double *poles, int64_t pcount,
+                    double gain);
+
+/** Releases a record; null is accepted. */
+void zpk_free(t_zpk *zpk);
+
+}  // extern "C"
+
+#endif
