@@ -4,6 +4,10 @@
  * Any shape will do, also without columns or rows. Exhausted memory raises
  * std::bad_alloc; every operation's destination is then as it was, in shape,
  * storage and elements.
+ *
+ * Unless a function says otherwise, its time grows with the number of elements of its
+ * result, and each element is the exact result rounded once. A matrix whose shape is
+ * refused is not read. Products allocate what they need to skip zeros.
  */
 #ifndef FILTERMATH_MATRIX64_H
 #define FILTERMATH_MATRIX64_H
@@ -23,10 +27,10 @@ struct _matrix64 {
 
 extern "C" {
 
-/** @return a new matrix of 0 x 0 without storage, owned by the caller. */
+/** @return a new matrix of 0 x 0 without storage, the caller's to release with `matrix64_free`. */
 _matrix64 *matrix64_new(void);
 
-/** Releases a matrix and its elements. */
+/** Releases a matrix and its elements; null is not accepted. */
 void matrix64_free(_matrix64 *matrix);
 
 /**
@@ -51,7 +55,9 @@ void matrix64_set(_matrix64 *matrix, int32_t i, int32_t j, double value);
 void matrix64_identity(_matrix64 *matrix, int32_t n);
 
 /**
- * product = a b. The product must be neither a nor b.
+ * product = a b. The product must be neither a nor b. Time grows with n m k at most: for
+ * finite matrices, zeros are left out, in runs. Each element is a sum of k terms in ascending
+ * order of k, and off by at most k roundings of the sum of their magnitudes.
  *
  * @param a        columns by rows: k x m
  * @param b        n x k
@@ -67,7 +73,7 @@ int matrix64_multiply(_matrix64 *product, const _matrix64 *a, const _matrix64 *b
 
 /**
  * product = b a, laid out column after column. The product must be neither a
- * nor b.
+ * nor b. Cost and rounding are those of `matrix64_multiply`, but zeros are not left out.
  *
  * @param a        columns by rows: m x k
  * @param b        k x n
@@ -87,15 +93,19 @@ void matrix64_transpose(const _matrix64 *src, _matrix64 *dst);
 
 /**
  * dst = src^-1, block by block. dst may be src. Time grows with the cube of the
- * size.
+ * size, and with its square for blocks of a few rows that lead to few others.
+ * It makes working copies of the size of src.
  *
- * A block are rows that lead to each other, row i leading to j where element
+ * Rows that lead to each other make a block, row i leading to j where element
  * (column j, row i) is not 0: the strongly connected components. Each is inverted
  * through LU decomposition with partial pivoting ([GvL] 3.4), and what joins it to
  * the blocks that it leads to follows by substitution. Without rounding this is
  * the inverse of the whole. With rounding, elements that are 0 by the pattern of
  * src alone are exactly 0.0, and the scale of one block costs another no digits. A
  * matrix without such zeros is a single block.
+ *
+ * The inverse of a block is off by about the rounding unit times its size and its condition
+ * number; the condition of other blocks has no part in it.
  *
  * Nothing tests for a singular src. Where elimination meets a pivot of exactly 0,
  * elements that are not finite fill the rows of that block, up to its own columns,
@@ -109,7 +119,8 @@ int matrix64_inverse(_matrix64 *dst, const _matrix64 *src);
 
 /**
  * result = a^-1 b, the product formed by `matrix64_multiply` with `checked`.
- * result must not be b.
+ * result must not be b. Cost and rounding are those of the inverse and the product;
+ * a solution by elimination would lose less.
  *
  * @return 0, or -1 as that of the inverse or the product
  */

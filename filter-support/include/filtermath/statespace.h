@@ -6,21 +6,25 @@
 
 /**
  * A single-input, single-output model x' = A x + B u, y = C x + D u with n
- * states, or the same with x' the next state. It owns its matrices.
+ * states, or the same with x' the next state. It owns its matrices. The functions that
+ * take one need the shapes below, and do not look.
  */
 struct _statespace {
-  _matrix64 *a; /**< n x n */
-  _matrix64 *b; /**< 1 x n: a column of n rows */
-  _matrix64 *c; /**< n x 1: a row of n columns */
-  _matrix64 *d; /**< 1 x 1: the direct feed-through */
+  _matrix64 *a; /**< n columns, n rows */
+  _matrix64 *b; /**< 1 column, n rows */
+  _matrix64 *c; /**< n columns, 1 row */
+  _matrix64 *d; /**< 1 column, 1 row: the direct feed-through */
 };
 
 extern "C" {
 
-/** @return a model of four matrices of 0 x 0; release with `statespace_free`. */
+/**
+ * @return a new model of four matrices without columns, rows and storage, all from the
+ * host's memory calls; release with `statespace_free`
+ */
 _statespace *statespace_new(void);
 
-/** Releases a model and its matrices. */
+/** Releases a model and its matrices; null is not accepted. */
 void statespace_free(_statespace *ss);
 
 }  // extern "C"

@@ -15,18 +15,20 @@ struct t_zpk {
 
 extern "C" {
 
-/** @return a record without zeros and poles, its gain unset; release with `zpk_free`. */
+/** @return a new record without zeros and poles, its gain unset; release with `zpk_free`. */
 t_zpk *zpk_new(void);
 
 /**
  * Makes a record from flat root arrays, copied in their order.
- * @param zcount, pcount  in doubles, even; 0 goes with a null array. With an odd one
- *                        the last root's imaginary part is read from behind it.
+ * @param zeros, poles    read, and the caller's still; null only with a count of 0 or less
+ * @param zcount, pcount  in doubles, two a root. With an odd one the last root's imaginary
+ *                        part is read from behind it. One below 0 counts as 0.
+ * @return a new record; release with `zpk_free`
  */
 t_zpk *zpk_new_init(const double *zeros, int64_t zcount, const double *poles, int64_t pcount,
                     double gain);
 
-/** Releases a record; null is accepted. */
+/** Releases a record and its lists; null is accepted. */
 void zpk_free(t_zpk *zpk);
 
 }  // extern "C"
