@@ -98,7 +98,7 @@ inline std::vector<Complex> pencil_zeros(const _statespace *ss) {
 
 /**
  * How far each list is from the other at most, relative to roots of more than 1.
- * Infinite where they differ in length or hold something that is no number.
+ * Infinite if they differ in length or a root of either is NaN.
  */
 inline double distance(const std::vector<Complex> &x, const std::vector<Complex> &y) {
   if (x.size() != y.size()) return support::infinity;

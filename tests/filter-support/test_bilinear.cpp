@@ -135,7 +135,7 @@ TEST(Bilinear, AFeedThroughOfNothingIsNothing) {
   const Model ss = model({{-4.0}}, {1.0}, {-8.0}, 1.0);  // (s - 4) / (s + 4)
   filtermath_bilinear(ss.get(), 2.0);
   EXPECT_NEAR(ss->d->data[0], 0.0, 1e-16);
-  // One of two zeros at 4: that inverse then has elements that are no numbers.
+  // One of two zeros at 4: that inverse then has elements that are NaN.
   const Model two = model({{-4.0, 1.0}, {-7.0, 3.0}}, {1.0, 1.0}, {-8.0, 1.0}, 1.0);
   filtermath_bilinear(two.get(), 2.0);
   EXPECT_NEAR(two->d->data[0], 0.0, 1e-15);

@@ -19,7 +19,7 @@ Reflection housh(t_complex64list x, int pivot, double tol = 1e-12) {
   return r;
 }
 
-TEST(Householder, LeavesAVectorThatIsNotANumberAsItIs) {
+TEST(Householder, LeavesAVectorWithANaNAsItIs) {
   t_complex64list x{{std::nan(""), 0.0}, {1.0, 0.0}};
   double beta = 0.0;
   double is_zero = 0.0;
@@ -119,8 +119,8 @@ void expect_same(const Complex &x, const Complex &y) {
   EXPECT_TRUE(same(x.real(), y.real()) && same(x.imag(), y.imag())) << x << " and " << y;
 }
 
-// A length that is no number is not known to reach the tolerance.
-TEST(Householder, LeavesAPivotThatIsNoNumberAsItIs) {
+// A length that is NaN does not compare as reaching the tolerance.
+TEST(Householder, LeavesAPivotWithANaNAsItIs) {
   for (const Complex pivot : {Complex(not_a_number, 0.0), Complex(1.0, not_a_number),
                               Complex(-1.0, not_a_number), Complex(not_a_number, not_a_number)}) {
     for (const double tol : {0.0, 1e-12}) {
@@ -133,7 +133,7 @@ TEST(Householder, LeavesAPivotThatIsNoNumberAsItIs) {
   }
 }
 
-TEST(Householder, LeavesAVectorAsItIsUnderAToleranceThatIsNoNumber) {
+TEST(Householder, LeavesAVectorAsItIsUnderAToleranceOfNaN) {
   const Reflection r = housh({3.0, 4.0}, 1, not_a_number);
   EXPECT_EQ(r.x, (t_complex64list{3.0, 4.0}));
   EXPECT_EQ(r.beta, 25.0);

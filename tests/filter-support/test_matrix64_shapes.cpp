@@ -101,7 +101,9 @@ Matrix inverse(const Matrix &m) {
   return result;
 }
 
-bool square(Shape shape) { return shape.cols == shape.rows; }
+Shape shape_of(const Matrix &m) { return {m->cols, m->rows}; }
+
+bool square(const Matrix &m) { return m->cols == m->rows; }
 
 std::string to_text(Shape a, Shape b) {
   const auto shape = [](Shape s) {
@@ -110,61 +112,55 @@ std::string to_text(Shape a, Shape b) {
   return shape(a) + " and " + shape(b);
 }
 
-TEST(Matrix64OfAnyShape, IsMultiplied) {
+// Checks two operands of each pair of shapes, up to the first fault.
+template <typename Check>
+void on_each_pair(Check check) {
   for (const Shape x : shapes()) {
     for (const Shape y : shapes()) {
       SCOPED_TRACE(to_text(x, y));
-      const Matrix a = operand(x, 1.0);
-      const Matrix b = operand(y, 101.0);
-      for (const bool checked : {true, false})
-        expect(product(a, b, checked), [&](_matrix64 *result) {
-          return matrix64_multiply(result, a.get(), b.get(), checked);
-        });
-      expect(product_by_columns(a, b), [&](_matrix64 *result) {
-        return matrix64_multiply_correctly(result, a.get(), b.get());
-      });
-      if (HasFatalFailure()) return;
+      check(operand(x, 1.0), operand(y, 101.0));
+      if (testing::Test::HasFatalFailure()) return;
     }
   }
+}
+
+TEST(Matrix64OfAnyShape, IsMultiplied) {
+  on_each_pair([](const Matrix &a, const Matrix &b) {
+    for (const bool checked : {true, false})
+      expect(product(a, b, checked), [&](_matrix64 *result) {
+        return matrix64_multiply(result, a.get(), b.get(), checked);
+      });
+    expect(product_by_columns(a, b), [&](_matrix64 *result) {
+      return matrix64_multiply_correctly(result, a.get(), b.get());
+    });
+  });
 }
 
 TEST(Matrix64OfAnyShape, IsDivided) {
-  for (const Shape x : shapes()) {
-    for (const Shape y : shapes()) {
-      SCOPED_TRACE(to_text(x, y));
-      const Matrix a = operand(x, 1.0);
-      const Matrix b = operand(y, 101.0);
-      for (const bool checked : {true, false})
-        expect(square(x) ? product(inverse(a), b, checked) : refusal(), [&](_matrix64 *result) {
-          return matrix64_divide_left(result, a.get(), b.get(), checked);
-        });
-      expect(square(y) ? product(a, inverse(b), false) : refusal(),
-             [&](_matrix64 *result) { return matrix64_divide_right(result, a.get(), b.get()); });
-      if (HasFatalFailure()) return;
-    }
-  }
+  on_each_pair([](const Matrix &a, const Matrix &b) {
+    for (const bool checked : {true, false})
+      expect(square(a) ? product(inverse(a), b, checked) : refusal(), [&](_matrix64 *result) {
+        return matrix64_divide_left(result, a.get(), b.get(), checked);
+      });
+    expect(square(b) ? product(a, inverse(b), false) : refusal(),
+           [&](_matrix64 *result) { return matrix64_divide_right(result, a.get(), b.get()); });
+  });
 }
 
 TEST(Matrix64OfAnyShape, IsAddedAndSubtracted) {
-  for (const Shape x : shapes()) {
-    for (const Shape y : shapes()) {
-      SCOPED_TRACE(to_text(x, y));
-      const Matrix a = operand(x, 1.0);
-      const Matrix b = operand(y, 101.0);
-      const bool fits = x.cols == y.cols && x.rows == y.rows;
-      Outcome sum{0, x, stored(a.get())};
-      Outcome difference = sum;
-      for (std::size_t i = 0; fits && i < size(x); ++i) {
-        sum.elements[i] += b->data[i];
-        difference.elements[i] -= b->data[i];
-      }
-      expect(fits ? sum : refusal(),
-             [&](_matrix64 *result) { return matrix64_add(result, a.get(), b.get()); });
-      expect(fits ? difference : refusal(),
-             [&](_matrix64 *result) { return matrix64_subtract(result, a.get(), b.get()); });
-      if (HasFatalFailure()) return;
+  on_each_pair([](const Matrix &a, const Matrix &b) {
+    const bool fits = a->cols == b->cols && a->rows == b->rows;
+    Outcome sum{0, shape_of(a), stored(a.get())};
+    Outcome difference = sum;
+    for (std::size_t i = 0; fits && i < sum.elements.size(); ++i) {
+      sum.elements[i] += b->data[i];
+      difference.elements[i] -= b->data[i];
     }
-  }
+    expect(fits ? sum : refusal(),
+           [&](_matrix64 *result) { return matrix64_add(result, a.get(), b.get()); });
+    expect(fits ? difference : refusal(),
+           [&](_matrix64 *result) { return matrix64_subtract(result, a.get(), b.get()); });
+  });
 }
 
 TEST(Matrix64OfAnyShape, IsInverted) {
@@ -172,7 +168,7 @@ TEST(Matrix64OfAnyShape, IsInverted) {
     SCOPED_TRACE(to_text(x, x));
     const Matrix a = operand(x, 1.0);
     const auto invert = [&](_matrix64 *result) { return matrix64_inverse(result, a.get()); };
-    if (!square(x)) {
+    if (!square(a)) {
       expect(refusal(), invert);
       continue;
     }
@@ -239,7 +235,7 @@ TEST(Matrix64OfAnyShape, BecomesAnyOther) {
   }
 }
 
-// As the first operand of a record that was never reshaped there is no storage at all.
+// A record that was never reshaped has no storage at all, as the first operand either.
 TEST(Matrix64OfAnyShape, NeedsNoStorageToBeEmpty) {
   const Matrix none(matrix64_new());
   const Matrix column = shaped(0, 3);

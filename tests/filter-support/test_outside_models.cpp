@@ -228,8 +228,8 @@ TEST(OutsideModels, APoleNextToMinusOneIsLikeAnyOther) {
   }
 }
 
-// A series of two sections whose feed-through is off by 4e-9: 0.4 is a double zero of the
-// series, and that moves its halves apart by the root of it.
+// A series of two sections whose feed-through is off by 4e-9. The series has a double zero at
+// 0.4, whose halves that moves apart by the square root of it.
 TEST(OutsideModels, ASeriesThatIsOffByLittleHasZerosOfItsOwn) {
   const Model ss = model({{0.5, 0.0}, {0.1, 0.5}}, {1.0, 1.0}, {0.1, 0.1}, 1.0 + 4e-9);
   const t_complex64list zeros = zeros_of(ss);

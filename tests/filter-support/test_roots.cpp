@@ -33,7 +33,7 @@ TEST(JoinedConjugates, LeaveARealRootBetweenThemLast) {
   EXPECT_EQ(roots, (t_complex64list{a, std::conj(a), 0.0}));
 }
 
-// Either part that is no number leaves a root without an order.
+// A NaN in either part leaves a root without an order.
 TEST(SortedRoots, EndWithThoseThatHaveNoOrder) {
   t_complex64list roots{{2, NAN}, {1, -1}, {NAN, 5}, {1, 1}, {0, NAN}, {-3, 0}};
   filtermath::sort_roots(roots);

@@ -175,7 +175,7 @@ TEST(BothRoutes, OfAModelWithoutStatesFindNoRoots) {
   EXPECT_EQ(quick.gain, 0.5);
 }
 
-TEST(BothRoutes, OfAModelThatIsNotFiniteFindPolesThatAreNoNumbers) {
+TEST(BothRoutes, OfAModelThatIsNotFiniteFindPolesThatAreNaN) {
   for (const double bad : {not_a_number, infinity, -infinity}) {
     for (std::size_t n = 1; n <= 6; ++n) {
       const Model ss = diagonal(n);

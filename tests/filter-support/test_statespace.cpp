@@ -24,7 +24,7 @@ TEST(Statespace, EachMatrixIsItsOwn) {
   EXPECT_EQ((std::set<_matrix64 *>{ss->a, ss->b, ss->c, ss->d}).size(), 4u);
 }
 
-// What leaks here, the leak sanitizer tells.
+// The leak sanitizer reports what leaks here.
 TEST(Statespace, AModelIsReleasedWithWhateverItHolds) {
   statespace_free(statespace_new());
   Model ss = model({{1.0, 2.0}, {3.0, 4.0}}, {5.0, 6.0}, {7.0, 8.0}, 9.0);

@@ -6,6 +6,7 @@
 
 #include <string_view>
 
+#include "dense_model.h"
 #include "support.h"
 
 namespace {
@@ -21,20 +22,6 @@ struct Elements {
   Values c;
   double d;
 };
-
-/** A model in which no element is like another. */
-Model dense(std::size_t n) {
-  std::vector<Values> a(n, Values(n));
-  Values b(n);
-  Values c(n);
-  for (std::size_t r = 0; r < n; ++r) {
-    for (std::size_t k = 0; k < n; ++k)
-      a[r][k] = (r == k ? -3.0 : 0.0) + 0.3 * std::sin(static_cast<double>(7 * r + 5 * k + 1));
-    b[r] = 0.7 + 0.3 * static_cast<double>(r);
-    c[r] = 1.1 - 0.37 * static_cast<double>(r);
-  }
-  return model(a, b, c, 2.3);
-}
 
 Elements elements(const Model &ss) {
   return {stored(ss->a), stored(ss->b), stored(ss->c), ss->d->data[0]};

@@ -39,7 +39,7 @@ TEST(Reduction, EndsWithFeedThroughBelowTheTolerance) {
   expect_untouched_counts(reduced(-1e-13, 1e-12));
 }
 TEST(Reduction, EndsWithoutFeedThroughNorTolerance) { expect_untouched_counts(reduced(0.0, 0.0)); }
-TEST(Reduction, EndsWithFeedThroughThatIsNoNumber) {
+TEST(Reduction, EndsWithAFeedThroughOfNaN) {
   expect_untouched_counts(reduced(not_a_number, 1e-12));
   expect_untouched_counts(reduced(0.5, not_a_number));
 }
@@ -175,7 +175,7 @@ TEST(TransmissionZeros, OfAModelOfNothingButZerosAreStillAsManyAsStates) {
   EXPECT_EQ(zeros_on_any_heap(ss, true).size(), 3u);
 }
 
-TEST(TransmissionZeros, OfAModelThatIsNotFiniteAreNoNumbers) {
+TEST(TransmissionZeros, OfAModelThatIsNotFiniteAreNaN) {
   for (const double bad : {not_a_number, infinity, -infinity}) {
     for (std::size_t n = 1; n <= 6; ++n) {
       const Model ss = example(n, 0.8, 0.7);
@@ -188,7 +188,7 @@ TEST(TransmissionZeros, OfAModelThatIsNotFiniteAreNoNumbers) {
   }
 }
 
-TEST(TransmissionZeros, OfAFeedThroughThatIsNoNumberAreNoNumbers) {
+TEST(TransmissionZeros, OfAFeedThroughOfNaNAreNaN) {
   const t_complex64list zeros = zeros_on_any_heap(example(3, 0.8, not_a_number), false);
   ASSERT_EQ(zeros.size(), 3u);
   for (const Complex zero : zeros) EXPECT_TRUE(std::isnan(zero.real())) << zero;

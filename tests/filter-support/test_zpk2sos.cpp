@@ -134,7 +134,7 @@ TEST(Zpk2sos, APoleBesideTheRealAxisIsNoRealPole) {
 // --- numerators ------------------------------------------------------------------------
 
 TEST(Zpk2sos, AllPoleFamiliesHaveNumeratorsFixedByTheResponse) {
-  // The zeros listed are none of these.
+  // None of these zeros is among those listed.
   const Zpk filter = zpk({zero_a, conj(zero_a)}, {pole_a, conj(pole_a), pole_b, conj(pole_b)});
   for (const char *family : {"butterworth", "chebyshev-1"}) {
     for (const std::size_t section : {0, 1}) {

@@ -74,7 +74,7 @@ TEST(Zpk2sosHazards, ZerosThatHaveNoPartnerAreNoTrouble) {
 
 // A comparison with NaN is false either way, which sorts do not expect: with
 // many of them among finite roots a careless one runs past its list.
-TEST(Zpk2sosHazards, ManyRootsThatAreNoNumbersAmongOthersStillMakeSections) {
+TEST(Zpk2sosHazards, ManyNaNsAmongOthersStillMakeSections) {
   t_complex64list roots;
   for (int k = 0; k < 150; ++k) {
     const double re = k % 3 == 0 ? not_a_number : std::sin(k);
@@ -87,7 +87,7 @@ TEST(Zpk2sosHazards, ManyRootsThatAreNoNumbersAmongOthersStillMakeSections) {
       EXPECT_EQ(cascade(zpk(roots, roots), family, response).size(), 5 * ((roots.size() + 1) / 2));
 }
 
-TEST(Zpk2sosHazards, RootsThatAreNoNumbersShowInTheSections) {
+TEST(Zpk2sosHazards, RootsWithNaNsShowInTheSections) {
   const t_complex64list roots(4, {not_a_number, not_a_number});
   for (const char *family : families) {
     for (const char *response : responses) {
@@ -98,7 +98,7 @@ TEST(Zpk2sosHazards, RootsThatAreNoNumbersShowInTheSections) {
   }
 }
 
-TEST(Zpk2sosHazards, OddNumbersOfRootsThatAreNoNumbersStillMakeSections) {
+TEST(Zpk2sosHazards, OddNumbersOfNaNsStillMakeSections) {
   for (const std::size_t count : {1, 3, 5, 33}) {
     const t_complex64list roots(count, {not_a_number, 0.0});
     for (const char *family : families)

@@ -1,5 +1,5 @@
-// In which order pairs come and are taken, where the order that roots are sorted in
-// would give another.
+// The order in which pairs come and are taken, where sorting the roots alone would give
+// another.
 
 #include <gtest/gtest.h>
 
