@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
+#include "expansion.h"
 #include "irreducible.h"
 
 void filtermath_poly(const t_complex64list &roots, t_complex64list &coefficients) {
   coefficients.assign(roots.size() + 1, 0.0);
   coefficients[0] = 1.0;
-  for (std::size_t i = 0; i < roots.size(); ++i) {
-    // From the highest index down, each step still finds the old values below.
-    for (std::size_t j = i + 1; j >= 1; --j)
-      coefficients[j] -= filtermath_product(coefficients[j - 1], roots[i]);
-  }
+  for (std::size_t i = 0; i < roots.size(); ++i)
+    filtermath::multiply_by_root(coefficients.data(), i, roots[i]);
 }
 
 int filtermath_poly(const _matrix64 *matrix, _matrix64 *coefficients) {

@@ -1,9 +1,10 @@
 #include "filtermath/zpk2sos.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
-#include "filtermath/poly.h"
+#include "expansion.h"
 #include "owners.h"
 #include "roots.h"
 #include "symbol.h"
@@ -12,6 +13,7 @@ namespace {
 
 using Complex = std::complex<double>;
 using Pairs = std::vector<t_complex64pair>;
+using Numerator = std::array<double, 3>;
 
 // Where zeros are missing, they are taken to lie here.
 constexpr t_complex64pair zeros_at_nyquist{-1.0, -1.0, 0.0};
@@ -24,7 +26,7 @@ struct Grouping {
   bool ends_meet;         // of an odd number of pairs, the ends of the sorted
                           // zeros, -1 and 1, belong together
   double first_order;     // second coefficient of the fixed first-order numerator
-  double second_order[3];
+  Numerator second_order;
 
   Grouping(t_symbol *topology, t_symbol *response, bool odd_pairs) {
     const bool highpass = response == filtermath::symbol("highpass");
@@ -35,9 +37,7 @@ struct Grouping {
     adjacent_zeros = topology == filtermath::symbol("chebyshev-2");
     ends_meet = adjacent_zeros && bandpass && odd_pairs;
     first_order = highpass ? -1.0 : 1.0;
-    second_order[0] = 1.0;
-    second_order[1] = highpass ? -2.0 : bandpass ? 0.0 : 2.0;
-    second_order[2] = bandpass ? -1.0 : 1.0;
+    second_order = {1.0, highpass ? -2.0 : bandpass ? 0.0 : 2.0, bandpass ? -1.0 : 1.0};
   }
 };
 
@@ -119,6 +119,11 @@ t_complex64pair take_nearest(Pairs &zero_pairs, const Complex &pole) {
   return nearest;
 }
 
+Numerator with_zeros(const t_complex64pair &zeros) {
+  const auto [b1, b2] = filtermath::quadratic(zeros.first, zeros.second);
+  return {1.0, b1, b2};
+}
+
 }  // namespace
 
 void filtermath_zpk2sos(const t_zpk *zpk, t_symbol *topology, t_symbol *response, double **sos,
@@ -132,19 +137,15 @@ void filtermath_zpk2sos(const t_zpk *zpk, t_symbol *topology, t_symbol *response
   const auto count = 5 * static_cast<int64_t>(pole_count / 2 + pole_count % 2);
   filtermath::Block block = filtermath::new_block(count);
   double *section = block.get();
-  t_complex64list expanded;
   double gain = zpk->gain;
   for (const t_complex64pair &pair : pole_pairs) {
-    if (grouping.fixed_numerators) {
-      expanded.assign(grouping.second_order, grouping.second_order + 3);
-    } else {
-      const t_complex64pair zeros = take_nearest(zero_pairs, pair.first);
-      filtermath_poly({zeros.first, zeros.second}, expanded);
-    }
-    for (std::size_t i = 0; i < 3; ++i) section[i] = expanded[i].real() * gain;
-    filtermath_poly({pair.first, pair.second}, expanded);
-    section[3] = expanded[1].real();
-    section[4] = expanded[2].real();
+    const Numerator numerator = grouping.fixed_numerators
+                                    ? grouping.second_order
+                                    : with_zeros(take_nearest(zero_pairs, pair.first));
+    for (std::size_t i = 0; i < 3; ++i) section[i] = numerator[i] * gain;
+    const auto [a1, a2] = filtermath::quadratic(pair.first, pair.second);
+    section[3] = a1;
+    section[4] = a2;
     section += 5;
     gain = 1.0;
   }

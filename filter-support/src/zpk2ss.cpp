@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "filtermath/poly.h"
+#include "expansion.h"
 #include "roots.h"
 
 namespace {
@@ -26,26 +26,14 @@ struct Denominator {
   double scale;
 };
 
-struct Quadratic {
-  double first;
-  double second;
-};
-
-// The lower coefficients of the monic polynomial with these roots.
-Quadratic expand(const Complex &r1, const Complex &r2) {
-  t_complex64list coefficients;
-  filtermath_poly({r1, r2}, coefficients);
-  return {coefficients[1].real(), coefficients[2].real()};
-}
-
 Denominator denominator(const Complex &p1, const Complex &p2) {
-  const auto [a1, a2] = expand(p1, p2);
+  const auto [a1, a2] = filtermath::quadratic(p1, p2);
   const double wn = std::sqrt(std::hypot(p1.real(), p1.imag()) * std::hypot(p2.real(), p2.imag()));
   return {a1, a2, wn == 0.0 ? 1.0 : 1.0 / wn};
 }
 
 Section section_with_zeros(const Denominator &den, const Complex &z1, const Complex &z2) {
-  const auto [b1, b2] = expand(z1, z2);
+  const auto [b1, b2] = filtermath::quadratic(z1, z2);
   return {{{-den.a1, -den.a2 * den.scale}, {1.0 / den.scale, 0.0}},
           {b1 - den.a1, (b2 - den.a2) * den.scale},
           1.0};
