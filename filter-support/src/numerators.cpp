@@ -8,6 +8,7 @@
 #include "owners.h"
 #include "platform.h"
 #include "symbol.h"
+#include "zero_places.h"
 
 using filtermath::Matrix;
 
@@ -17,30 +18,22 @@ using Complex = std::complex<double>;
 
 constexpr double pi = 3.141592653589793;
 
-// The zeros of an all-pole design, and the frequency at which its numerator is
-// scaled.
-struct Zeros {
-  t_complex64list zeros;
-  double reference;
-};
+// The zeros of an all-pole design, in turns: (z^2 - 1)^k grows no larger than the numerator
+// of a bandpass, (z - 1)^k does.
+t_complex64list placed_zeros(t_symbol *response, int order, double wo) {
+  const auto [first, second] = filtermath::zero_places(response, wo);
+  const bool band =
+      response == filtermath::symbol("bandpass") || response == filtermath::symbol("bandstop");
+  t_complex64list zeros(static_cast<std::size_t>(std::max(order, 0)) * (band ? 2 : 1), second);
+  for (std::size_t k = 0; k < zeros.size(); k += 2) zeros[k] = first;
+  return zeros;
+}
 
-Zeros placed_zeros(t_symbol *response, int order, double wo) {
-  const auto n = static_cast<std::size_t>(std::max(order, 0));
-  const double theta = std::atan2(wo, 4.0);
-  if (response == filtermath::symbol("highpass")) return {t_complex64list(n, 1.0), pi};
-  if (response == filtermath::symbol("bandpass")) {
-    // In turns: (z^2 - 1)^k grows no larger than the result, (z - 1)^n does.
-    t_complex64list zeros;
-    for (std::size_t i = 0; i < n; ++i) zeros.insert(zeros.end(), {1.0, -1.0});
-    return {std::move(zeros), 2.0 * theta};
-  }
-  if (response == filtermath::symbol("bandstop")) {
-    const Complex zero = filtermath::unit_circle(-2.0 * theta);
-    t_complex64list zeros;
-    for (std::size_t i = 0; i < n; ++i) zeros.insert(zeros.end(), {zero, std::conj(zero)});
-    return {std::move(zeros), 0.0};
-  }
-  return {t_complex64list(n, -1.0), 0.0};
+// The frequency at which the numerator is scaled.
+double reference_frequency(t_symbol *response, double wo) {
+  if (response == filtermath::symbol("highpass")) return pi;
+  if (response == filtermath::symbol("bandpass")) return 2.0 * std::atan2(wo, 4.0);
+  return 0.0;
 }
 
 // sum(coefficients[k] cos(k w)): what a polynomial's real part is at w. For a
@@ -59,9 +52,9 @@ double cosine_sum(const double *coefficients, int32_t count, double w) {
 
 void scaled_numerator(t_symbol *response, int order, const double *den, double **num,
                       int64_t *num_count, double wo, double level) {
-  const auto [zeros, reference] = placed_zeros(response, order, wo);
+  const double reference = reference_frequency(response, wo);
   t_complex64list expanded;
-  filtermath_poly(zeros, expanded);
+  filtermath_poly(placed_zeros(response, order, wo), expanded);
   const auto count = static_cast<int64_t>(expanded.size());
   filtermath::Block block = filtermath::new_block(count);
   std::transform(expanded.begin(), expanded.end(), block.get(),

@@ -1,12 +1,10 @@
 #include "filtermath/ss2zpk.h"
 
-#include <cmath>
-
 #include "filtermath/tzero.h"
 #include "irreducible.h"
 #include "owners.h"
-#include "platform.h"
 #include "symbol.h"
+#include "zero_places.h"
 
 namespace {
 
@@ -33,17 +31,13 @@ void store(const t_complex64list &zero_list, const t_complex64list &pole_list, d
   *pole_count = 2 * static_cast<int64_t>(pole_list.size());
 }
 
-// Where the bilinear transform puts the zeros of an all-pole design.
+// In turns, but for a bandpass: one half, then the other.
 t_complex64list placed_zeros(std::size_t n, t_symbol *response, double w0) {
-  if (response == filtermath::symbol("highpass")) return t_complex64list(n, 1.0);
-  t_complex64list zeros(n, -1.0);
-  if (response == filtermath::symbol("bandpass")) {
-    for (std::size_t k = 0; k < n / 2; ++k) zeros[k] = 1.0;
-  } else if (response == filtermath::symbol("bandstop")) {
-    const double theta = std::atan2(w0, 4.0);
-    for (std::size_t k = 0; k < n; ++k)
-      zeros[k] = filtermath::unit_circle(k % 2 == 0 ? 2.0 * theta : -2.0 * theta);
-  }
+  const auto [first, second] = filtermath::zero_places(response, w0);
+  const bool halves = response == filtermath::symbol("bandpass");
+  t_complex64list zeros(n, second);
+  for (std::size_t k = 0; k < n; ++k)
+    if (halves ? k < n / 2 : k % 2 == 0) zeros[k] = first;
   return zeros;
 }
 
