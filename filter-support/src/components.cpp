@@ -11,14 +11,13 @@ namespace {
 // itself closes a component, whose states are then on top of the stack.
 class Search {
  public:
-  Search(const double *matrix, int32_t n)
-      : matrix_(matrix), n_(n), entered_(at(n), 0), earliest_(at(n), 0) {
+  Search(const double *matrix, int32_t n) : matrix_(matrix), n_(n), marks_(at(n)) {
     open_.reserve(at(n));
     found_.states.reserve(at(n));
     found_.begins.reserve(at(n) + 2);
     found_.begins.push_back(0);
     for (int32_t state = 0; state < n; ++state)
-      if (entered_[at(state)] == 0) visit(state);
+      if (marks_[at(state)].entered == 0) visit(state);
   }
 
   Components take() { return std::move(found_); }
@@ -26,16 +25,22 @@ class Search {
  private:
   static std::size_t at(int32_t state) { return static_cast<std::size_t>(state); }
 
+  struct Mark {
+    int32_t entered = 0;   // when the state was; 0: not yet
+    int32_t earliest = 0;  // when the earliest was that it gets back to
+  };
+
   void visit(int32_t state) {
-    entered_[at(state)] = earliest_[at(state)] = ++clock_;
+    Mark &mark = marks_[at(state)];
+    mark.entered = mark.earliest = ++clock_;
     open_.push_back(state);
     const double *row = matrix_ + at(state) * at(n_);
     for (int32_t next = 0; next < n_; ++next) {
       if (row[next] == 0.0) continue;
-      if (entered_[at(next)] == 0) visit(next);
-      earliest_[at(state)] = std::min(earliest_[at(state)], earliest_[at(next)]);
+      if (marks_[at(next)].entered == 0) visit(next);
+      mark.earliest = std::min(mark.earliest, marks_[at(next)].earliest);
     }
-    if (earliest_[at(state)] == entered_[at(state)]) close(state);
+    if (mark.earliest == mark.entered) close(state);
   }
 
   void close(int32_t first) {
@@ -43,7 +48,7 @@ class Search {
     do {
       state = open_.back();
       open_.pop_back();
-      earliest_[at(state)] = closed;
+      marks_[at(state)].earliest = closed;
       found_.states.push_back(state);
     } while (state != first);
     std::sort(found_.states.begin() + found_.begins.back(), found_.states.end());
@@ -55,8 +60,7 @@ class Search {
   const double *matrix_;
   int32_t n_;
   int32_t clock_ = 0;
-  std::vector<int32_t> entered_;   // when each was; 0: not yet
-  std::vector<int32_t> earliest_;  // when the earliest was that it gets back to
+  std::vector<Mark> marks_;
   std::vector<int32_t> open_;
   Components found_;
 };

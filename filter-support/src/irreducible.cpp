@@ -88,25 +88,30 @@ void invert_block(const RowMajor &matrix, Index begin, Index size, RowMajor &res
 }
 
 // Made aside, since Eigen allocates on the way.
-template <typename Result>
+template <typename Block, typename Result>
 void store_inverse(_matrix64 *dst, const Eigen::Map<const RowMajor> &matrix) {
-  const Result inverse = Eigen::MatrixXd(matrix).inverse();
+  const Result inverse = Block(matrix).inverse();
   matrix64_resize(dst, static_cast<int32_t>(inverse.cols()), static_cast<int32_t>(inverse.rows()));
   Eigen::Map<RowMajor>(dst->data, inverse.rows(), inverse.cols()) = inverse;
 }
+
+void store_whole_inverse(_matrix64 *dst, const Eigen::Map<const RowMajor> &matrix) {
+  if (matrix.rows() <= usual_states)
+    store_inverse<UsualBlock, UsualRowMajor>(dst, matrix);
+  else
+    store_inverse<Eigen::MatrixXd, RowMajor>(dst, matrix);
+}
+
+// A matrix without zeros is a single component; to see that takes no memory.
+bool is_full(const Eigen::Map<const RowMajor> &matrix) { return (matrix.array() != 0.0).all(); }
 
 }  // namespace
 
 void inverse(_matrix64 *dst, const _matrix64 *src) {
   const int32_t n = src->cols;
+  if (is_full(mapped(src))) return store_whole_inverse(dst, mapped(src));
   const Components parts = components(src->data, n);
-  if (parts.begins.size() == 2) {
-    if (n <= usual_states)
-      store_inverse<UsualRowMajor>(dst, mapped(src));
-    else
-      store_inverse<RowMajor>(dst, mapped(src));
-    return;
-  }
+  if (parts.begins.size() == 2) return store_whole_inverse(dst, mapped(src));
   const RowMajor blocks = reordered(mapped(src), parts);
   RowMajor result = RowMajor::Zero(n, n);
   for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {

@@ -25,10 +25,12 @@ bool same_shape(const _matrix64 *a, const _matrix64 *b) {
 
 int64_t full_count(const _matrix64 *matrix) { return int64_t{matrix->cols} * matrix->rows; }
 
-// Whether leaving out the zeros changes no element of the product: 0 times what is
-// not finite is not 0. The product must not be one of the factors.
+// Whether leaving out the zeros of b is worth it, and changes no element of the product: 0
+// times what is not finite is not 0. The product must not be one of the factors.
 bool is_plain(const _matrix64 *product, const _matrix64 *a, const _matrix64 *b) {
-  return product != a && product != b && filtermath::all_finite(a->data, full_count(a)) &&
+  constexpr int64_t few = 64;  // elements, multiplied sooner than looked at
+  return full_count(b) > few && product != a && product != b &&
+         filtermath::all_finite(a->data, full_count(a)) &&
          filtermath::all_finite(b->data, full_count(b));
 }
 

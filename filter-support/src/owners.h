@@ -46,7 +46,7 @@ class Statespace {
 /** A block of doubles from the host, its contents undefined. */
 using Block = std::unique_ptr<double, BlockDeleter>;
 
-/** @return a block of `count` doubles, which may be null for none; raises std::bad_alloc. */
+/** @return a block of `count` doubles, perhaps null for a count of 0; raises std::bad_alloc. */
 inline Block new_block(int64_t count) {
   void *block = sysmem_newptr(count * static_cast<t_long>(sizeof(double)));
   if (block == nullptr && count != 0) throw std::bad_alloc();

@@ -5,8 +5,8 @@
 
 namespace filtermath {
 
-// The orderings are none for NaNs, and a sort with an inconsistent ordering may
-// run out of its range; so NaNs are put aside first. A stable sort makes the
+// NaNs have no order, and a sort with an inconsistent ordering may run out of its
+// range; so they are put aside first. A stable sort makes the
 // result the same with every standard library.
 
 bool is_real(const std::complex<double> &root) { return !(root.imag() < 0.0 || root.imag() > 0.0); }

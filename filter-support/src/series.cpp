@@ -14,8 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-
-#include "components.h"
+#include <utility>
 
 namespace filtermath {
 namespace {
@@ -31,9 +30,7 @@ std::size_t at(int32_t index) { return static_cast<std::size_t>(index); }
 // part k component k, and the last one the output.
 class SystemMatrix {
  public:
-  explicit SystemMatrix(const _statespace *ss)
-      : n_(ss->a->rows), parts_(components(ss->a->data, n_)) {
-    parts_.begins.push_back(n_ + 1);
+  SystemMatrix(const _statespace *ss, const Components &parts) : n_(ss->a->rows), parts_(parts) {
     elements_.reserve(at(n_ + 1) * at(n_ + 1));
     for (const int32_t row : parts_.states) {
       elements_.push_back(ss->b->data[row]);
@@ -44,30 +41,30 @@ class SystemMatrix {
     for (const int32_t column : parts_.states) elements_.push_back(ss->c->data[column]);
   }
 
-  int32_t sections() const { return static_cast<int32_t>(parts_.begins.size()) - 2; }
-  int32_t rows_begin(int32_t k) const { return parts_.begins[at(k - 1)]; }
+  int32_t sections() const { return static_cast<int32_t>(parts_.begins.size()) - 1; }
+  int32_t rows_begin(int32_t k) const {
+    return k == sections() + 2 ? n_ + 1 : parts_.begins[at(k - 1)];
+  }
   int32_t columns_begin(int32_t k) const { return k == 0 ? 0 : rows_begin(k) + 1; }
-  int32_t rows(int32_t k) const { return rows_begin(k + 1) - rows_begin(k); }
-  int32_t columns(int32_t k) const { return columns_begin(k + 1) - columns_begin(k); }
   double operator()(int32_t row, int32_t column) const {
     return elements_[at(row) * at(n_ + 1) + at(column)];
   }
 
-  std::vector<int32_t> states(int32_t k) const {
-    return {parts_.states.begin() + rows_begin(k), parts_.states.begin() + rows_begin(k + 1)};
-  }
-
  private:
   int32_t n_;
-  Components parts_;
+  const Components &parts_;
   std::vector<double> elements_;
 };
 
-// What each part contributes to the products; of the input c alone, of the output b.
+// What each part contributes to the products: the b of each row, the c of each column and
+// the d of each part. Of the input only c is used, of the output only b.
 struct Factors {
+  explicit Factors(std::size_t states, std::size_t parts)
+      : b(states + 1), c(states + 1), d(parts, 1.0) {}
+
   std::vector<double> b;
   std::vector<double> c;
-  double d = 1.0;
+  std::vector<double> d;
 };
 
 struct Position {
@@ -86,34 +83,33 @@ Position strongest_link(const SystemMatrix &s, int32_t k) {
 }
 
 // The factors as neighbours show them. A series has them everywhere else, too.
-std::vector<Factors> factors_of(const SystemMatrix &s) {
+Factors factors_of(const SystemMatrix &s) {
   const int32_t output = s.sections() + 1;
-  std::vector<Factors> factors(at(output + 1));
-  factors[0].c = {1.0};
-  for (int32_t row = 0; row < s.rows(1); ++row) factors[1].b.push_back(s(row, 0));
+  Factors factors(at(s.rows_begin(output)), at(output + 1));
+  factors.c[0] = 1.0;
+  for (int32_t row = 0; row < s.rows_begin(2); ++row) factors.b[at(row)] = s(row, 0);
   Position before{0, 0};
   double before_c = 1.0;
   for (int32_t k = 1; k < output; ++k) {
     const Position link = strongest_link(s, k);
-    for (int32_t column = 0; column < s.columns(k); ++column)
-      factors[at(k)].c.push_back(s(link.row, s.columns_begin(k) + column));
-    for (int32_t row = 0; row < s.rows(k + 1); ++row)
-      factors[at(k + 1)].b.push_back(s(s.rows_begin(k + 1) + row, link.column) /
-                                     s(link.row, link.column));
-    factors[at(k)].d = s(link.row, before.column) / before_c;
+    for (int32_t column = s.columns_begin(k); column < s.columns_begin(k + 1); ++column)
+      factors.c[at(column)] = s(link.row, column);
+    for (int32_t row = s.rows_begin(k + 1); row < s.rows_begin(k + 2); ++row)
+      factors.b[at(row)] = s(row, link.column) / s(link.row, link.column);
+    factors.d[at(k)] = s(link.row, before.column) / before_c;
     before = link;
     before_c = s(link.row, link.column);
   }
   return factors;
 }
 
-// Whether the elements that tie part r to part s are b_s d c_r. Not, if a number is none.
-bool is_tied(const SystemMatrix &m, int32_t r, const std::vector<double> &c, double d, int32_t s,
-             const std::vector<double> &b) {
-  for (int32_t row = 0; row < m.rows(s); ++row) {
-    for (int32_t column = 0; column < m.columns(r); ++column) {
-      const double expected = b[at(row)] * (d * c[at(column)]);
-      const double error = m(m.rows_begin(s) + row, m.columns_begin(r) + column) - expected;
+// Whether the elements that tie part r to part s are b_s d c_r. False if any of them, or any
+// factor, is NaN or infinite.
+bool is_tied(const SystemMatrix &m, const Factors &factors, int32_t r, double d, int32_t s) {
+  for (int32_t row = m.rows_begin(s); row < m.rows_begin(s + 1); ++row) {
+    for (int32_t column = m.columns_begin(r); column < m.columns_begin(r + 1); ++column) {
+      const double expected = factors.b[at(row)] * (d * factors.c[at(column)]);
+      const double error = m(row, column) - expected;
       const double allowed = rounding * (s - r) * std::abs(expected);
       if (!(std::abs(error) <= allowed && std::isfinite(allowed))) return false;
     }
@@ -121,86 +117,117 @@ bool is_tied(const SystemMatrix &m, int32_t r, const std::vector<double> &c, dou
   return true;
 }
 
-bool is_series(const SystemMatrix &m, const std::vector<Factors> &factors) {
+bool is_series(const SystemMatrix &m, const Factors &factors) {
   for (int32_t s = 1; s <= m.sections() + 1; ++s) {
     double through = 1.0;
     for (int32_t r = s - 1; r >= 0; --r) {
-      if (!is_tied(m, r, factors[at(r)].c, through, s, factors[at(s)].b)) return false;
-      through *= factors[at(r)].d;
+      if (!is_tied(m, factors, r, through, s)) return false;
+      through *= factors.d[at(r)];
     }
   }
   return true;
 }
 
-Section section(const SystemMatrix &s, int32_t k, const Factors &factors) {
-  Section section{s.states(k), {}};
-  const int32_t n = s.rows(k);
-  matrix64_resize(section.model->a, n, n);
-  matrix64_resize(section.model->b, 1, n);
-  matrix64_resize(section.model->c, n, 1);
-  matrix64_resize(section.model->d, 1, 1);
-  for (int32_t row = 0; row < n; ++row)
-    for (int32_t column = 0; column < n; ++column)
-      matrix64_set(section.model->a, column, row,
-                   s(s.rows_begin(k) + row, s.columns_begin(k) + column));
-  std::copy(factors.b.begin(), factors.b.end(), section.model->b->data);
-  std::copy(factors.c.begin(), factors.c.end(), section.model->c->data);
-  section.model->d->data[0] = factors.d;
-  return section;
+void fill(const Section &section, const SystemMatrix &s, int32_t k, const Factors &factors) {
+  const int32_t row_begin = s.rows_begin(k);
+  const int32_t column_begin = s.columns_begin(k);
+  double *a = section.a;
+  for (int32_t row = 0; row < section.n; ++row)
+    for (int32_t column = 0; column < section.n; ++column)
+      *a++ = s(row_begin + row, column_begin + column);
+  std::copy_n(&factors.b[at(row_begin)], section.n, section.b);
+  std::copy_n(&factors.c[at(column_begin)], section.n, section.c);
+  *section.d = factors.d[at(k)];
 }
 
 void put_own_states(const Section &section, _matrix64 *a) {
-  const auto n = static_cast<int32_t>(section.states.size());
-  for (int32_t row = 0; row < n; ++row)
-    for (int32_t column = 0; column < n; ++column)
-      matrix64_set(a, section.states[at(column)], section.states[at(row)],
-                   matrix64_get(section.model->a, column, row));
+  const double *element = section.a;
+  for (int32_t row = 0; row < section.n; ++row)
+    for (int32_t column = 0; column < section.n; ++column)
+      matrix64_set(a, section.states[column], section.states[row], *element++);
 }
 
 // What a section gets of an earlier one's states.
 void put_tie(const Section &before, double through, const Section &section, _matrix64 *a) {
-  for (std::size_t row = 0; row < section.states.size(); ++row)
-    for (std::size_t column = 0; column < before.states.size(); ++column)
+  for (int32_t row = 0; row < section.n; ++row)
+    for (int32_t column = 0; column < before.n; ++column)
       matrix64_set(a, before.states[column], section.states[row],
-                   section.model->b->data[row] * (through * before.model->c->data[column]));
+                   section.b[row] * (through * before.c[column]));
 }
 
-}  // namespace
-
-Series sections_of(const _statespace *ss) {
-  const SystemMatrix s(ss);
-  if (s.sections() < 2) return {};
-  const std::vector<Factors> factors = factors_of(s);
-  if (!is_series(s, factors)) return {};
-  Series series;
-  series.reserve(at(s.sections()));
-  for (int32_t k = 1; k <= s.sections(); ++k) series.push_back(section(s, k, factors[at(k)]));
-  return series;
-}
-
-void connect(const Series &series, _statespace *ss) {
-  int32_t n = 0;
-  for (const Section &section : series) n += section.model->a->rows;
+void reshape(_statespace *ss, int32_t n) {
   matrix64_resize(ss->a, n, n);
   matrix64_resize(ss->b, 1, n);
   matrix64_resize(ss->c, n, 1);
   matrix64_resize(ss->d, 1, 1);
+}
+
+}  // namespace
+
+Series::Series(Components parts) : parts_(std::move(parts)) {
+  const std::size_t count = parts_.begins.size() - 1;
+  std::size_t size = count;
+  for (std::size_t k = 0; k < count; ++k) {
+    const std::size_t n = at(parts_.begins[k + 1] - parts_.begins[k]);
+    size += n * n + 2 * n;
+  }
+  numbers_.resize(size);
+  sections_.reserve(count);
+  double *next = numbers_.data();
+  for (std::size_t k = 0; k < count; ++k) {
+    const int32_t n = parts_.begins[k + 1] - parts_.begins[k];
+    double *const b = next + n * n;
+    sections_.push_back({n, &parts_.states[at(parts_.begins[k])], next, b, b + n, b + 2 * n});
+    next = b + 2 * n + 1;
+  }
+}
+
+Series sections_of(const _statespace *ss) {
+  Series series(components(ss->a->data, ss->a->rows));
+  if (series.sections().size() < 2) return {};
+  const SystemMatrix s(ss, series.components());
+  const Factors factors = factors_of(s);
+  if (!is_series(s, factors)) return {};
+  int32_t k = 0;
+  for (const Section &section : series.sections()) fill(section, s, ++k, factors);
+  return series;
+}
+
+void load(const Section &section, _statespace *ss) {
+  reshape(ss, section.n);
+  std::copy_n(section.a, section.n * section.n, ss->a->data);
+  std::copy_n(section.b, section.n, ss->b->data);
+  std::copy_n(section.c, section.n, ss->c->data);
+  ss->d->data[0] = *section.d;
+}
+
+void store(const _statespace *ss, const Section &section) {
+  std::copy_n(ss->a->data, section.n * section.n, section.a);
+  std::copy_n(ss->b->data, section.n, section.b);
+  std::copy_n(ss->c->data, section.n, section.c);
+  *section.d = ss->d->data[0];
+}
+
+void connect(const Series &series, _statespace *ss) {
+  const std::vector<Section> &sections = series.sections();
+  int32_t n = 0;
+  for (const Section &section : sections) n += section.n;
+  reshape(ss, n);
   matrix64_clear(ss->a);
-  for (auto section = series.begin(); section != series.end(); ++section) {
+  for (auto section = sections.begin(); section != sections.end(); ++section) {
     put_own_states(*section, ss->a);
     double through = 1.0;
-    for (auto before = section; before-- != series.begin();) {
+    for (auto before = section; before-- != sections.begin();) {
       put_tie(*before, through, *section, ss->a);
-      through *= before->model->d->data[0];
+      through *= *before->d;
     }
-    for (std::size_t i = 0; i < section->states.size(); ++i)
-      ss->b->data[section->states[i]] = section->model->b->data[i] * through;
+    for (int32_t i = 0; i < section->n; ++i)
+      ss->b->data[section->states[i]] = section->b[i] * through;
   }
   double through = 1.0;
-  for (auto before = series.end(); before-- != series.begin();) {
-    for (std::size_t i = 0; i < before->states.size(); ++i)
-      ss->c->data[before->states[i]] = through * before->model->c->data[i];
-    through *= before->model->d->data[0];
+  for (auto before = sections.end(); before-- != sections.begin();) {
+    for (int32_t i = 0; i < before->n; ++i) ss->c->data[before->states[i]] = through * before->c[i];
+    through *= *before->d;
   }
   ss->d->data[0] = through;
 }

@@ -5,19 +5,42 @@
 #include <cstdint>
 #include <vector>
 
+#include "components.h"
 #include "filtermath/statespace.h"
 #include "owners.h"
 
 namespace filtermath {
 
-/** One section of a series: which states of the whole model are its, and a model of its own. */
+/** One section of a series, with n states: a view of the series' numbers. */
 struct Section {
-  std::vector<int32_t> states;
-  Statespace model;
+  int32_t n;
+  const int32_t *states; /**< which of the whole model's states are its */
+  double *a;             /**< n x n, row after row */
+  double *b;             /**< n */
+  double *c;             /**< n */
+  double *d;
 };
 
-/** Sections, the first driven by the input and each other one by the one before it. */
-using Series = std::vector<Section>;
+/**
+ * A model taken apart into sections, the first driven by the input and each other one by the
+ * one before it. Their numbers are kept together, since there are many small sections.
+ */
+class Series {
+ public:
+  Series() = default;
+  /** Sections without numbers, for the states of each set. */
+  explicit Series(Components parts);
+  Series(Series &&) = default;
+  Series &operator=(Series &&) = default;
+
+  const Components &components() const { return parts_; }
+  const std::vector<Section> &sections() const { return sections_; }
+
+ private:
+  Components parts_;
+  std::vector<double> numbers_;
+  std::vector<Section> sections_;
+};
 
 /**
  * Takes a model apart that is a series of two or more sections, each a component of A.
@@ -25,23 +48,35 @@ using Series = std::vector<Section>;
  * within a few roundings for each of its factors. Time grows with the square of the
  * number of states.
  * @param ss  a one-input, one-output model
- * @return nothing if A is a single component or the model no such series
+ * @return no sections if A is a single component or the model not such a series
  */
 Series sections_of(const _statespace *ss);
 
 /** Makes `ss` the model of a series, reshaping it: the inverse of `sections_of`. */
 void connect(const Series &series, _statespace *ss);
 
+/** Makes `ss` the model of one section, reshaping it. */
+void load(const Section &section, _statespace *ss);
+
+/** Gives a section the numbers of a model with as many states. */
+void store(const _statespace *ss, const Section &section);
+
 /**
  * Transforms a model in place: each section by itself if it is a series, which keeps
  * digits that the whole loses.
- * @param transform  of a `_statespace *`; the same to a series as to its sections
+ * @param transform  of a `_statespace *`; the same to a series as to its sections, and
+ *                   leaves the number of states as it is
  */
 template <typename Transform>
-void transform_sections(_statespace *ss, const Transform &transform) {
-  Series series = sections_of(ss);
-  if (series.empty()) return transform(ss);
-  for (Section &section : series) transform(section.model);
+void transform_sections(_statespace *ss, Transform &&transform) {
+  const Series series = sections_of(ss);
+  if (series.sections().empty()) return transform(ss);
+  const Statespace part;
+  for (const Section &section : series.sections()) {
+    load(section, part);
+    transform(part);
+    store(part, section);
+  }
   connect(series, ss);
 }
 

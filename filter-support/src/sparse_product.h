@@ -9,7 +9,7 @@ namespace filtermath {
 
 /**
  * Elements `begin` to `end` - 1 of a row, none of them zero. One that begins at the
- * row's end is none, and closes the row.
+ * row's end is empty, and closes the row.
  */
 struct Run {
   int32_t begin;
@@ -25,12 +25,12 @@ std::vector<Run> runs_of(const double *matrix, int32_t rows, int32_t cols);
  * @param a     rows x inner, row after row
  * @param b     inner x cols
  * @param runs  those of b
- * @param sum   rows x cols; none of the factors
+ * @param sum   rows x cols; must be neither factor
  */
 void add_product(const double *a, const double *b, const std::vector<Run> &runs, double *sum,
                  int32_t rows, int32_t inner, int32_t cols);
 
-/** @return whether `count` elements are numbers and none is infinite. */
+/** @return false if any of `count` elements is NaN or infinite. */
 bool all_finite(const double *elements, int64_t count);
 
 }  // namespace filtermath

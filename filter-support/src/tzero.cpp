@@ -61,8 +61,9 @@ void shift_identity(_matrix64 *s) {
   for (int32_t i = 0; i < n; ++i) matrix64_set(s, i + 1, i, 1.0);
 }
 
-// A negative pivot is left as it is, and x is then projected out, not reflected. With one
-// of next to nothing that leaves no inverse worth its digits: reflecting -x does.
+// A negative pivot is left as it is, and x is then projected out, not reflected. If the
+// pivot is next to nothing, the inverse that this leaves has lost its digits; the one that
+// the reflection of -x leaves has not.
 bool is_short(double pivot, const t_complex64list &x) {
   constexpr double shortest = 1e-3;
   double squares = 0.0;
@@ -113,9 +114,15 @@ void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
 
 // The zeros as eigenvalues of the pencil: reduced by a reflection to (Af, Bf) of the
 // size of A, then Bf^-1 Af.
-void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
-  const int32_t n = s->cols - 1;
+t_complex64list zeros_of_pencil(const _statespace *ss) {
+  const int32_t n = ss->a->cols;
+  const double tol = frobenius_norm(ss->a) * relative_tolerance;
+  Matrix s;
   Matrix t;
+  fill_system_matrix(s, ss);
+  int outputs = 0;
+  int states = 0;
+  filtermath_ss_tzreduce(s, 1, n, 1, tol, 1, 0, &outputs, &states);
   pertranspose(t, s);
   shift_identity(s);
   reflect(t, s, tol);
@@ -123,30 +130,30 @@ void pencil_quotient(_matrix64 *quotient, _matrix64 *s, double tol) {
   Matrix af;
   Matrix bf;
   Matrix inverse;
-  leading_block(af, t, n);
-  leading_block(bf, s, n);
+  Matrix quotient;
+  leading_block(af, t, states);
+  leading_block(bf, s, states);
   matrix64_inverse(inverse, bf);
   matrix64_multiply(quotient, inverse, af, false);
+  return filtermath::eigenvalues(quotient);
 }
 
 // The zeros of a series are those of its sections: the eigenvalues of A - B C / D, the
-// state matrix of the inverse system ([Kai] 2.2). Nothing, if the model is no series.
+// state matrix of the inverse system ([Kai] 2.2). Nothing if the model is not a series.
 std::optional<t_complex64list> zeros_of_sections(const _statespace *ss) {
   const filtermath::Series series = filtermath::sections_of(ss);
-  if (series.empty()) return std::nullopt;
+  if (series.sections().empty()) return std::nullopt;
   Matrix quotient;
   matrix64_resize(quotient, ss->a->cols, ss->a->rows);
   matrix64_clear(quotient);
   int32_t begin = 0;
-  for (const filtermath::Section &section : series) {
-    const double d = section.model->d->data[0];
-    const int32_t n = section.model->a->rows;
-    for (int32_t row = 0; row < n; ++row)
-      for (int32_t column = 0; column < n; ++column)
+  for (const filtermath::Section &section : series.sections()) {
+    const double *a = section.a;
+    for (int32_t row = 0; row < section.n; ++row)
+      for (int32_t column = 0; column < section.n; ++column)
         matrix64_set(quotient, begin + column, begin + row,
-                     matrix64_get(section.model->a, column, row) -
-                         section.model->b->data[row] * (section.model->c->data[column] / d));
-    begin += n;
+                     *a++ - section.b[row] * (section.c[column] / *section.d));
+    begin += section.n;
   }
   return filtermath::eigenvalues(quotient);
 }
@@ -172,23 +179,10 @@ void filtermath_ss_tzreduce(const _matrix64 *S, int m, int n, int p, double tol,
 }
 
 void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients) {
-  const int32_t n = ss->a->cols;
-  const double tol = frobenius_norm(ss->a) * relative_tolerance;
-  Matrix s;
-  fill_system_matrix(s, ss);
-  int mu = 0;
-  int nu = 0;
-  filtermath_ss_tzreduce(s, 1, n, 1, tol, 1, 0, &mu, &nu);
-  if (nu == 0) return;
+  if (ss->a->cols == 0) return;
   zpk->gain = ss->d->data[0];
-
   std::optional<t_complex64list> zeros = zeros_of_sections(ss);
-  if (!zeros) {
-    Matrix quotient;
-    pencil_quotient(quotient, s, tol);
-    zeros = filtermath::eigenvalues(quotient);
-  }
-  zpk->zeros = std::move(*zeros);
+  zpk->zeros = zeros ? std::move(*zeros) : zeros_of_pencil(ss);
   if (coefficients) {
     t_complex64list expanded;
     filtermath_poly(zpk->zeros, expanded);

@@ -189,7 +189,8 @@ TEST(ExhaustedMemory, LeavesTheDestinationOfAnInverse) {
 
       const Matrix expected(matrix64_new());
       matrix64_inverse(expected.get(), a.get());
-      EXPECT_GT(exhaust(a, [](_matrix64 *m) { matrix64_inverse(m, m); }), 0);
+      const long allocations = exhaust(a, [](_matrix64 *m) { matrix64_inverse(m, m); });
+      EXPECT_TRUE(n <= 4 || allocations > 0) << "only small ones need no memory";
       EXPECT_EQ(stored(a.get()), stored(expected.get())) << "in place";
     }
   }

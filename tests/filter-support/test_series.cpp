@@ -146,7 +146,9 @@ TEST(SeriesZeros, OfASectionWithoutFeedThroughAreThoseOfTheWholeModel) {
 
 // --- taking apart and putting together ------------------------------------------------
 
-std::size_t sections(const Model &ss) { return filtermath::sections_of(ss.get()).size(); }
+std::size_t sections(const Model &ss) {
+  return filtermath::sections_of(ss.get()).sections().size();
+}
 
 TEST(Series, ADesignIsOneBeforeAndAfterEachStep) {
   for (const int order : {3, 4, 17, 60}) {
