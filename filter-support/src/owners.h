@@ -11,9 +11,6 @@
 
 namespace filtermath {
 
-struct StatespaceDeleter {
-  void operator()(_statespace *model) const { statespace_free(model); }
-};
 struct BlockDeleter {
   void operator()(double *block) const { sysmem_freeptr(block); }
 };
@@ -35,12 +32,14 @@ class Matrix {
 /** A model of empty matrices, likewise. */
 class Statespace {
  public:
-  Statespace() : model_(statespace_new()) {}
-  operator _statespace *() const { return model_.get(); }
-  _statespace *operator->() const { return model_.get(); }
+  operator _statespace *() { return &model_; }
 
  private:
-  std::unique_ptr<_statespace, StatespaceDeleter> model_;
+  Matrix a_;
+  Matrix b_;
+  Matrix c_;
+  Matrix d_;
+  _statespace model_{a_, b_, c_, d_};
 };
 
 /** A block of doubles from the host, its contents undefined. */

@@ -71,7 +71,7 @@ template <typename Transform>
 void transform_sections(_statespace *ss, Transform &&transform) {
   const Series series = sections_of(ss);
   if (series.sections().empty()) return transform(ss);
-  const Statespace part;
+  Statespace part;
   for (const Section &section : series.sections()) {
     load(section, part);
     transform(part);
