@@ -12,9 +12,8 @@ namespace {
 class Search {
  public:
   Search(const double *matrix, int32_t n) : matrix_(matrix), n_(n), marks_(at(n)) {
-    open_.reserve(at(n));
     found_.states.reserve(at(n));
-    found_.begins.reserve(at(n) + 2);
+    found_.begins.reserve(at(n) + 1);
     found_.begins.push_back(0);
     for (int32_t state = 0; state < n; ++state)
       if (marks_[at(state)].entered == 0) visit(state);
@@ -28,12 +27,14 @@ class Search {
   struct Mark {
     int32_t entered = 0;   // when the state was; 0: not yet
     int32_t earliest = 0;  // when the earliest was that it gets back to
+    int32_t below = 0;     // the state under it on the stack
   };
 
   void visit(int32_t state) {
     Mark &mark = marks_[at(state)];
     mark.entered = mark.earliest = ++clock_;
-    open_.push_back(state);
+    mark.below = top_;
+    top_ = state;
     const double *row = matrix_ + at(state) * at(n_);
     for (int32_t next = 0; next < n_; ++next) {
       if (row[next] == 0.0) continue;
@@ -46,8 +47,8 @@ class Search {
   void close(int32_t first) {
     int32_t state = -1;
     do {
-      state = open_.back();
-      open_.pop_back();
+      state = top_;
+      top_ = marks_[at(state)].below;
       marks_[at(state)].earliest = closed;
       found_.states.push_back(state);
     } while (state != first);
@@ -61,7 +62,7 @@ class Search {
   int32_t n_;
   int32_t clock_ = 0;
   std::vector<Mark> marks_;
-  std::vector<int32_t> open_;
+  int32_t top_ = 0;  // of the stack of states that belong to no component yet
   Components found_;
 };
 
