@@ -6,8 +6,8 @@
 namespace filtermath {
 
 // NaNs have no order, and a sort with an inconsistent ordering may run out of its
-// range; so they are put aside first. A stable sort makes the
-// result the same with every standard library.
+// range; so they are put aside first. A stable sort makes the result the same with
+// every standard library.
 
 bool is_real(const std::complex<double> &root) { return !(root.imag() < 0.0 || root.imag() > 0.0); }
 
