@@ -176,7 +176,7 @@ void unload_modules(State &s);
 // --- attributes.cpp
 t_attr *find_attribute(const t_class &c, const t_symbol *name);
 
-// --- settings.cpp: the values of attributes. Both raise Error.
+// --- attribute_values.cpp: the values of attributes. Both raise Error.
 void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values);
 Values get_attribute(const Instance &x, const t_attr &attr);
 void process_arguments(State &s, Instance &x, const Values &arguments);
