@@ -1,3 +1,6 @@
+#include "atomarrays.h"
+
+#include "gate.h"
 #include "state.h"
 
 using patchbay::Kind;

@@ -1,5 +1,6 @@
+#include "brontal/atom.h"
+#include "gate.h"
 #include "runtime/symbols.h"
-#include "state.h"
 
 using patchbay::Op;
 using patchbay::State;

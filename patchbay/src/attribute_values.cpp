@@ -1,4 +1,4 @@
-// The values of attributes: converting, clipping, storing and reading them.
+#include "attribute_values.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,8 +7,12 @@
 
 #include <fmt/format.h>
 
+#include "call_out.h"
+#include "gate.h"
+#include "notifications.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "values.h"
 
 using patchbay::Op;
 using patchbay::State;

@@ -1,8 +1,16 @@
+#include "attributes.h"
+
 #include <algorithm>
 #include <cstdarg>
+#include <functional>
 
+#include "brontal/object.h"
+#include "gate.h"
+#include "lookup.h"
+#include "modules.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "violations.h"
 
 using patchbay::as_text;
 using patchbay::Kind;

@@ -1,3 +1,10 @@
+#include "audio.h"
+
+#include <algorithm>
+
+#include "brontal/audio.h"
+#include "call_out.h"
+#include "gate.h"
 #include "state.h"
 
 using patchbay::Op;
@@ -12,6 +19,16 @@ void send_dsp64(State &s, const Instance &x) {
   short connected = 0;
   call_out(s, "dsp64",
            [&] { handler(x.memory, nullptr, &connected, s.samplerate, vector_size, 0); });
+}
+
+void audio_on(State &s, double samplerate) {
+  s.samplerate = samplerate;
+  s.audio = true;
+  const auto instances = s.instances;
+  for (Instance *x : instances) {
+    const auto &left = s.instances;  // a box may free another
+    if (std::find(left.begin(), left.end(), x) != left.end()) send_dsp64(s, *x);
+  }
 }
 
 }  // namespace patchbay

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "operations.h"
+#include "patchbay/host.h"
 
 namespace patchbay {
 namespace {

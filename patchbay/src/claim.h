@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "operations.h"
+
 namespace patchbay {
 
 struct State;
@@ -41,6 +43,13 @@ class Claim {
 
 /** @return whether no host lives, in any thread. */
 bool no_host_lives();
+
+/** @return the state of the host that lives and belongs to the calling thread, or null. */
+State *current_state();
+
+/** Takes down, for the host to tell, that the calling thread called an operation
+ *  while another one's host lives. */
+void note_stray(Op op);
 
 /** @return a sentence for each operation that a thread has called while another
  *  one's host lived; each call is told once. */

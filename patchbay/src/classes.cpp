@@ -1,13 +1,28 @@
+#include "classes.h"
+
 #include <algorithm>
 
+#include "attributes.h"
+#include "gate.h"
+#include "lookup.h"
+#include "modules.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "violations.h"
 
 using patchbay::Kind;
 using patchbay::Op;
 using patchbay::State;
 
 namespace patchbay {
+
+t_class *find_class(State &s, Op op, const t_class *c) {
+  return find<t_class>(s, op, Kind::box_class, c);
+}
+
+t_class *class_to_build(State &s, Op op, const t_class *c) {
+  return is_loading(s, op) ? find_class(s, op, c) : nullptr;
+}
 
 Method *find_method(const t_class &c, const t_symbol *name) {
   const auto found = std::find_if(c.methods.begin(), c.methods.end(),

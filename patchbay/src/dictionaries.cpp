@@ -1,10 +1,16 @@
+#include "dictionaries.h"
+
 #include <algorithm>
 #include <ostream>
 
 #include <fmt/format.h>
 
+#include "gate.h"
+#include "lookup.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "values.h"
+#include "violations.h"
 
 using patchbay::Kind;
 using patchbay::Op;

@@ -5,8 +5,23 @@
 
 #include <fmt/format.h>
 
+#include "attribute_values.h"
+#include "attributes.h"
+#include "audio.h"
+#include "call_out.h"
+#include "classes.h"
+#include "dictionaries.h"
+#include "instances.h"
+#include "modules.h"
+#include "notifications.h"
+#include "objects.h"
+#include "outlets.h"
+#include "qelems.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "values.h"
+#include "viewer.h"
+#include "violations.h"
 
 namespace patchbay {
 namespace {
@@ -127,10 +142,10 @@ std::vector<std::string> Host::close() {
     if (!destroy(s, box, Op::object_free)) std::erase(s.boxes, box);
   }
   // What leaked goes with the module that made it, so it is written down first.
-  if (!s.modules.empty() || s.leaked.empty()) s.leaked = leaks();
+  if (!s.modules.empty() || s.leaked.empty()) s.leaked = s.ledger.leaks();
   s.queue.clear();
   unload_modules(s);
-  std::vector<std::string> problems = violations();
+  std::vector<std::string> problems = violations(s);
   for (const std::string &leak : s.leaked) problems.push_back(leak + " was never released");
   return problems;
 }
@@ -220,78 +235,14 @@ std::vector<std::string> Host::dictionary_names() const {
   return texts;
 }
 
-std::size_t Host::run_deferred() {
-  State &s = own();
-  // What a task sets, again or for the first time, waits for the next time.
-  const std::uint64_t last = s.last_ticket;
-  std::size_t ran = 0;
-  while (!s.queue.empty() && s.queue.front()->ticket <= last) {
-    const t_qelem *task = s.queue.front();
-    s.queue.pop_front();
-    call_out(s, "a deferred task", [&] { task->task(task->owner); });
-    ++ran;
-  }
-  return ran;
-}
+std::size_t Host::run_deferred() { return patchbay::run_deferred(own()); }
 
-void Host::audio_on(double samplerate) {
-  State &s = own();
-  s.samplerate = samplerate;
-  s.audio = true;
-  const auto instances = s.instances;
-  for (Instance *x : instances) {
-    const auto &left = s.instances;  // a box may free another
-    if (std::find(left.begin(), left.end(), x) != left.end()) send_dsp64(s, *x);
-  }
-}
+void Host::audio_on(double samplerate) { patchbay::audio_on(own(), samplerate); }
 
 void Host::audio_off() { own().audio = false; }
 
 void Host::set_samplerate(double samplerate) { own().samplerate = samplerate; }
 
 const std::vector<Post> &Host::posts() const { return own().posts; }
-
-const std::vector<std::string> &Host::violations() const {
-  State &s = own();
-  for (std::string &stray : take_strays()) report(s, std::move(stray));
-  return s.violations;
-}
-
-std::vector<std::string> Host::leaks() const { return own().ledger.leaks(); }
-
-std::vector<std::string> Host::operations() {
-  return {operation_names.begin(), operation_names.end()};
-}
-
-void Host::fail(const std::string &operation, std::size_t nth) {
-  const auto found = std::find(operation_names.begin(), operation_names.end(), operation);
-  if (found == operation_names.end())
-    throw Error(fmt::format("there is no operation '{}'", operation));
-  Faults &faults = own().faults;
-  faults.armed = true;
-  faults.countdown[static_cast<std::size_t>(found - operation_names.begin())] = nth;
-}
-
-std::size_t Host::forget_failures() {
-  Faults &faults = own().faults;
-  auto &countdown = faults.countdown;
-  const auto left = std::count_if(countdown.begin(), countdown.end(),
-                                  [](std::size_t count) { return count != 0; });
-  countdown.fill(0);
-  faults.armed = false;
-  return static_cast<std::size_t>(left);
-}
-
-void Host::start_trace() {
-  Trace &trace = own().trace;
-  trace.calls.clear();
-  trace.on = true;
-}
-
-std::vector<Call> Host::stop_trace() {
-  Trace &trace = own().trace;
-  trace.on = false;
-  return std::move(trace.calls);
-}
 
 }  // namespace patchbay

@@ -1,7 +1,9 @@
 #include "brontal/memory.h"
 
+#include "gate.h"
 #include "runtime/blocks.h"
 #include "state.h"
+#include "violations.h"
 
 using patchbay::Kind;
 using patchbay::Op;

@@ -1,3 +1,5 @@
+#include "modules.h"
+
 #include <dlfcn.h>
 #include <sys/mman.h>
 
@@ -7,8 +9,12 @@
 
 #include <fmt/format.h>
 
+#include "call_out.h"
+#include "classes.h"
 #include "elf.h"
+#include "instances.h"
 #include "state.h"
+#include "violations.h"
 
 namespace patchbay {
 namespace {
@@ -72,6 +78,12 @@ void load_module(State &s, const std::filesystem::path &path) {
   s.loading = module;
   call_out(s, "ext_main", start);
   s.loading = nullptr;
+}
+
+bool is_loading(State &s, Op op) {
+  if (s.loading != nullptr) return true;
+  report(s, std::string(name_of(op)) + " was called outside ext_main");
+  return false;
 }
 
 void unload_modules(State &s) {

@@ -1,7 +1,14 @@
+#include "notifications.h"
+
 #include <algorithm>
 
+#include "brontal/notification.h"
+#include "call_out.h"
+#include "gate.h"
+#include "instances.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "violations.h"
 
 using patchbay::Instance;
 using patchbay::Op;

@@ -1,5 +1,13 @@
+#include "outlets.h"
+
+#include "call_out.h"
+#include "gate.h"
+#include "instances.h"
+#include "lookup.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "values.h"
+#include "violations.h"
 
 using patchbay::as_text;
 using patchbay::Kind;

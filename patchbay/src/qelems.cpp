@@ -1,10 +1,32 @@
+#include "qelems.h"
+
 #include <algorithm>
 
+#include "call_out.h"
+#include "gate.h"
+#include "lookup.h"
 #include "state.h"
 
 using patchbay::Kind;
 using patchbay::Op;
 using patchbay::State;
+
+namespace patchbay {
+
+std::size_t run_deferred(State &s) {
+  // What a task sets, again or for the first time, waits for the next time.
+  const std::uint64_t last = s.last_ticket;
+  std::size_t ran = 0;
+  while (!s.queue.empty() && s.queue.front()->ticket <= last) {
+    const t_qelem *task = s.queue.front();
+    s.queue.pop_front();
+    call_out(s, "a deferred task", [&] { task->task(task->owner); });
+    ++ran;
+  }
+  return ran;
+}
+
+}  // namespace patchbay
 
 namespace {
 

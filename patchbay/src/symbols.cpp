@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "gate.h"
+#include "modules.h"
 #include "state.h"
 
 using patchbay::Op;

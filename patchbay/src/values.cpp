@@ -1,14 +1,18 @@
+#include "values.h"
+
 #include <fast_float/fast_float.h>
 
 #include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 #include <fmt/format.h>
 
+#include "patchbay/host.h"
 #include "runtime/symbols.h"
-#include "state.h"
+#include "trace.h"
 
 namespace patchbay {
 namespace {

@@ -1,7 +1,15 @@
-// The class "dict": a viewer that prints a dictionary when its editor is opened.
+#include "viewer.h"
 
+#include <ostream>
+
+#include "brontal/object.h"
+#include "classes.h"
+#include "dictionaries.h"
+#include "instances.h"
 #include "runtime/symbols.h"
 #include "state.h"
+#include "trace.h"
+#include "values.h"
 
 namespace patchbay {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "fuzz.h"
 #include "patchbay/host.h"
+#include "patchbay/inspector.h"
 
 namespace {
 
@@ -92,7 +93,7 @@ class Script {
 
   void fail(const Values &words) {
     const t_long nth = integer(words, 2);
-    host_.fail(text(words, 1), nth > 0 ? static_cast<std::size_t>(nth) : 1);
+    patchbay::Inspector(host_).fail(text(words, 1), nth > 0 ? static_cast<std::size_t>(nth) : 1);
   }
 
   // The rest of the line is performed whenever something leaves the box.

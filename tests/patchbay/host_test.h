@@ -19,6 +19,7 @@
 #include "../watchdog.h"
 #include "brontal/brontal.h"
 #include "patchbay/host.h"
+#include "patchbay/inspector.h"
 
 namespace tests {
 
@@ -101,7 +102,7 @@ t_method as_method(Function *function) {
 class HostTest : public testing::Test {
  protected:
   void TearDown() override {
-    EXPECT_EQ(host.forget_failures(), 0U) << "a failure that was asked for did not happen";
+    EXPECT_EQ(inspector.forget_failures(), 0U) << "a failure that was asked for did not happen";
     EXPECT_THAT(host.close(), problems_);
   }
 
@@ -137,6 +138,7 @@ class HostTest : public testing::Test {
 
   std::ostringstream printed;
   patchbay::Host host{printed};
+  patchbay::Inspector inspector{host};
   std::vector<std::string> heard;
 
  private:

@@ -32,7 +32,7 @@ TEST_F(AttributeDescriptions, NeedANameATypeAndRoom) {
     EXPECT_EQ(attr_offset_new("a", gensym("colour"), at), nullptr);
     EXPECT_EQ(attr_offset_array_new("a", type, 0, at, at), nullptr);
   });
-  EXPECT_THAT(host.leaks(), IsEmpty());
+  EXPECT_THAT(inspector.leaks(), IsEmpty());
   expect_problems(ElementsAre(HasSubstr("attr_offset_new"), HasSubstr("attr_offset_array_new")));
 }
 
@@ -72,7 +72,7 @@ TEST_F(AttributeDescriptions, BelongToTheClassEvenWhenTheirNameIsTaken) {
         RESULT_FAILED);
     EXPECT_EQ(class_attr_get(c, gensym("value")), first);
   });
-  EXPECT_THAT(host.leaks(), IsEmpty());
+  EXPECT_THAT(inspector.leaks(), IsEmpty());
 }
 
 TEST_F(AttributeDescriptions, ThatAreNeverAddedLeak) {
@@ -89,7 +89,7 @@ TEST_F(AttributeDescriptions, ThatAreAddedTwiceAreNamedAndStayInPlace) {
     EXPECT_EQ(attr_addfilter_clip(attr, 0, 1, 1, 1), RESULT_OK) << "the class has it still";
     class_register(common_symbols->box, c);
   });
-  EXPECT_THAT(host.violations(), ElementsAre(HasSubstr("class_addattr")));
+  EXPECT_THAT(inspector.violations(), ElementsAre(HasSubstr("class_addattr")));
   const Box box = host.make("record");
   host.set(box, "value", {5});
   EXPECT_EQ(host.get(box, "value"), Values{1});

@@ -74,7 +74,7 @@ TEST_F(Audio, IsNotToldToABoxThatWasFreedMeanwhile) {
   host.listen(first, 0, [&](const std::string &, const Values &) { host.free(second); });
   host.audio_on();
   EXPECT_THAT(host.boxes(), ElementsAre(first));
-  EXPECT_THAT(host.violations(), IsEmpty());
+  EXPECT_THAT(inspector.violations(), IsEmpty());
 }
 
 TEST_F(Audio, GivesSignalBoxesTheMessageSignal) {

@@ -76,10 +76,10 @@ TEST_F(Boxes, ReleaseWhatIsTheirsThroughTheirDestructor) {
   const Box box = counter("name: its");
   EXPECT_THAT(host.dictionary_names(), ElementsAre("its"));
   // The task and the dictionary are the box's to release.
-  EXPECT_THAT(host.leaks(), SizeIs(2));
+  EXPECT_THAT(inspector.leaks(), SizeIs(2));
   host.free(box);
   EXPECT_THAT(host.dictionary_names(), IsEmpty());
-  EXPECT_THAT(host.leaks(), IsEmpty());
+  EXPECT_THAT(inspector.leaks(), IsEmpty());
 }
 
 TEST_F(Boxes, AreFreedByTheHostWhenItCloses) {

@@ -34,7 +34,7 @@ std::set<std::string> declared_functions() {
 TEST(Headers, DeclareTheOperationsOfTheHost) {
   const std::set<std::string> declared = declared_functions();
   ASSERT_THAT(declared, testing::IsSupersetOf({"gensym", "object_error", "sysmem_newptr"}));
-  EXPECT_THAT(patchbay::Host::operations(), testing::UnorderedElementsAreArray(declared));
+  EXPECT_THAT(patchbay::Inspector::operations(), testing::UnorderedElementsAreArray(declared));
 }
 
 TEST(Headers, DeclareWhatTheHostExports) {

@@ -52,7 +52,7 @@ TEST_F(Dictionaries, ReleaseTheArrayThatTheyReplace) {
   EXPECT_EQ(dictionary_appendatomarray(d, gensym("key"), atomarray_new(1, &value)), RESULT_OK);
   EXPECT_EQ(host.dictionary("replaced"), (Dictionary{{"key", Values{3}}}));
   EXPECT_EQ(dictionary_appendfloat(d, gensym("key"), 1), RESULT_OK);
-  EXPECT_THAT(host.leaks(), SizeIs(1)) << "the dictionary itself";
+  EXPECT_THAT(inspector.leaks(), SizeIs(1)) << "the dictionary itself";
   object_free(first);
   object_free(d);
   expect_problems(ElementsAre(HasSubstr("dictionary_appendatomarray has released")));
@@ -148,7 +148,7 @@ TEST_F(Dictionaries, OwnTheirArrays) {
   EXPECT_EQ(object_free(array), RESULT_FAILED);
   EXPECT_EQ(dictionary_appendatomarray(e, gensym("key"), array), RESULT_FAILED);
   EXPECT_EQ(dictionary_appendatomarray(d, gensym("other"), array), RESULT_FAILED);
-  EXPECT_THAT(host.leaks(), SizeIs(2)) << "both dictionaries";
+  EXPECT_THAT(inspector.leaks(), SizeIs(2)) << "both dictionaries";
   object_free(d);
   object_free(e);
   expect_problems(ElementsAre(AllOf(HasSubstr("object_free"), HasSubstr("atom array")),

@@ -10,10 +10,10 @@ class Exceptions : public HostTest {
   // The violation that a call into the module brings.
   template <typename Call>
   std::string violation(Call &&call) {
-    const std::size_t before = host.violations().size();
+    const std::size_t before = inspector.violations().size();
     EXPECT_NO_THROW(call());
-    EXPECT_EQ(host.violations().size(), before + 1);
-    return host.violations().empty() ? "" : host.violations().back();
+    EXPECT_EQ(inspector.violations().size(), before + 1);
+    return inspector.violations().empty() ? "" : inspector.violations().back();
   }
 };
 
@@ -93,7 +93,7 @@ TEST_F(Exceptions, FromTheDestructorAreNamedAndTheBoxIsGone) {
   const Box box = host.make("throws_from_destructor");
   EXPECT_THAT(violation([&] { host.free(box); }), HasSubstr("'throws_from_destructor'"));
   EXPECT_THAT(host.boxes(), IsEmpty());
-  EXPECT_THAT(host.leaks(), IsEmpty());
+  EXPECT_THAT(inspector.leaks(), IsEmpty());
   expect_problems(SizeIs(1));
 }
 

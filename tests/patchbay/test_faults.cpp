@@ -10,11 +10,11 @@ namespace {
 class Failures : public HostTest {
  protected:
   // Makes the next call of an operation fail.
-  void next(const char *operation) { host.fail(operation); }
+  void next(const char *operation) { inspector.fail(operation); }
 };
 
 TEST_F(Failures, ComeAtTheCallThatIsAskedForAndOnce) {
-  host.fail("sysmem_newptr", 3);
+  inspector.fail("sysmem_newptr", 3);
   std::vector<bool> made;
   for (int i = 0; i < 5; ++i) {
     void *block = sysmem_newptr(8);
@@ -33,17 +33,17 @@ TEST_F(Failures, OfOneOperationLeaveTheOthersAlone) {
 }
 
 TEST_F(Failures, CanBeForgotten) {
-  host.fail("sysmem_newptr");
-  host.fail("dictionary_new", 2);
-  EXPECT_EQ(host.forget_failures(), 2U);
-  EXPECT_EQ(host.forget_failures(), 0U);
+  inspector.fail("sysmem_newptr");
+  inspector.fail("dictionary_new", 2);
+  EXPECT_EQ(inspector.forget_failures(), 2U);
+  EXPECT_EQ(inspector.forget_failures(), 0U);
   void *block = sysmem_newptr(8);
   EXPECT_NE(block, nullptr);
   sysmem_freeptr(block);
 }
 
 TEST_F(Failures, NeedAnOperation) {
-  EXPECT_THAT(refusal([&] { host.fail("sysmem_dance"); }), HasSubstr("'sysmem_dance'"));
+  EXPECT_THAT(refusal([&] { inspector.fail("sysmem_dance"); }), HasSubstr("'sysmem_dance'"));
 }
 
 TEST_F(Failures, OfMemoryLeaveTheBlockAsItWas) {
@@ -58,7 +58,7 @@ TEST_F(Failures, OfMemoryLeaveTheBlockAsItWas) {
   EXPECT_STREQ(block, "kept");
   next("sysmem_freeptr");
   sysmem_freeptr(block);
-  EXPECT_THAT(host.leaks(), SizeIs(1)) << "it was not freed";
+  EXPECT_THAT(inspector.leaks(), SizeIs(1)) << "it was not freed";
   sysmem_freeptr(block);
 }
 
@@ -88,11 +88,11 @@ TEST_F(Failures, OfAppendingReleaseTheArray) {
   t_atomarray *array = atomarray_new(0, nullptr);
   next("dictionary_appendatomarray");
   EXPECT_EQ(dictionary_appendatomarray(d, gensym("key"), array), RESULT_FAILED);
-  EXPECT_THAT(host.leaks(), SizeIs(1)) << "the dictionary alone";
+  EXPECT_THAT(inspector.leaks(), SizeIs(1)) << "the dictionary alone";
   EXPECT_EQ(dictionary_appendatomarray(nullptr, gensym("key"), atomarray_new(0, nullptr)),
             RESULT_FAILED);
   EXPECT_EQ(dictionary_appendatomarray(d, nullptr, atomarray_new(0, nullptr)), RESULT_FAILED);
-  EXPECT_THAT(host.leaks(), SizeIs(1));
+  EXPECT_THAT(inspector.leaks(), SizeIs(1));
   EXPECT_EQ(object_free(array), RESULT_FAILED) << "it has been released";
   object_free(d);
   expect_problems(ElementsAre(HasSubstr("dictionary_appendatomarray has released")));
@@ -113,7 +113,7 @@ TEST_F(Failures, OfRegisteringReleaseTheDictionary) {
   EXPECT_EQ(dictobj_register(d, &name), nullptr) << "a move fails too";
   EXPECT_THAT(host.dictionary_names(), IsEmpty());
   EXPECT_EQ(dictobj_register(dictionary_new(), nullptr), nullptr);
-  EXPECT_THAT(host.leaks(), IsEmpty());
+  EXPECT_THAT(inspector.leaks(), IsEmpty());
 }
 
 TEST_F(Failures, OfTasksAndOutlets) {
@@ -136,7 +136,7 @@ TEST_F(Failures, OfTasksAndOutlets) {
 
 TEST_F(Failures, OfInstancesAndAttributes) {
   const Box box = counter();
-  host.fail("object_alloc");
+  inspector.fail("object_alloc");
   EXPECT_THAT(refusal([&] { counter(); }), HasSubstr("not be made"));
   next("object_new_typed");
   EXPECT_EQ(object_new_typed(gensym("box"), gensym("counter"), 0, nullptr), nullptr);
@@ -203,7 +203,7 @@ TEST_F(Failures, WhileAModuleStarts) {
     next("class_addattr");
     EXPECT_EQ(class_addattr(c, attr_offset_new("a", gensym("long"), at)), RESULT_FAILED);
     EXPECT_EQ(class_addattr(nullptr, attr_offset_new("a", gensym("long"), at)), RESULT_FAILED);
-    EXPECT_THAT(host.leaks(), IsEmpty()) << "the attributes have been released";
+    EXPECT_THAT(inspector.leaks(), IsEmpty()) << "the attributes have been released";
     EXPECT_EQ(class_addattr(c, attr_offset_new("a", gensym("long"), at)), RESULT_OK);
     next("class_attr_get");
     EXPECT_EQ(class_attr_get(c, gensym("a")), nullptr);
@@ -244,14 +244,14 @@ TEST_F(Failures, WhileAModuleStarts) {
 // takes null.
 TEST_F(Failures, AnywhereLeaveTheHostInOrder) {
   host.load(module("counter"));
-  for (const std::string &operation : patchbay::Host::operations())
+  for (const std::string &operation : patchbay::Inspector::operations())
     for (std::size_t nth = 1; nth <= 3; ++nth) {
       // Symbols are null only when memory is exhausted, so modules do not look.
       if (operation == "gensym") continue;
       // These keep what they were to release.
       if (operation == "qelem_free" || operation == "object_free") continue;
       SCOPED_TRACE(operation + " " + std::to_string(nth));
-      host.fail(operation, nth);
+      inspector.fail(operation, nth);
       try {
         const Box box = host.make("counter name: mine step: 2");
         for (const char *message : {"bang", "later", "publish", "show", "complain"})
@@ -261,9 +261,9 @@ TEST_F(Failures, AnywhereLeaveTheHostInOrder) {
         EXPECT_EQ(operation, "object_alloc") << error.what();
       }
       while (!host.boxes().empty()) host.free(host.boxes().back());
-      host.forget_failures();
-      EXPECT_THAT(host.leaks(), IsEmpty());
-      EXPECT_THAT(host.violations(), IsEmpty());
+      inspector.forget_failures();
+      EXPECT_THAT(inspector.leaks(), IsEmpty());
+      EXPECT_THAT(inspector.violations(), IsEmpty());
     }
 }
 

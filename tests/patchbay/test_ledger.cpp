@@ -62,11 +62,11 @@ TEST_F(TheLedger, NamesEachLeakAndWhoMadeIt) {
     return AllOf(testing::StartsWith(thing), HasSubstr(operation));
   };
   EXPECT_THAT(
-      host.leaks(),
+      inspector.leaks(),
       ElementsAre(leak("block", "sysmem_newptrclear"), leak("dictionary", "dictionary_new"),
                   leak("dictionary", "dictobj_register"), leak("atom array", "atomarray_new"),
                   leak("deferred task", "qelem_new"), leak("instance", "object_alloc")));
-  EXPECT_THAT(host.violations(), IsEmpty()) << "a leak is only known at the end";
+  EXPECT_THAT(inspector.violations(), IsEmpty()) << "a leak is only known at the end";
   expect_problems(AllOf(SizeIs(6), testing::Each(HasSubstr("never released"))));
 }
 
@@ -151,7 +151,7 @@ TEST_F(TheLedger, NamesAttributesThatAreDescribedOutsideTheStart) {
 TEST_F(TheLedger, NamesAnAttributeThatIsAddedOutsideTheStart) {
   bang("adds_an_attribute_late");
   EXPECT_THAT(host.attributes("adds_an_attribute_late"), IsEmpty());
-  EXPECT_THAT(host.leaks(), IsEmpty()) << "it is released all the same";
+  EXPECT_THAT(inspector.leaks(), IsEmpty()) << "it is released all the same";
   expect_problems(late({"class_addattr"}));
 }
 
@@ -163,7 +163,7 @@ TEST_F(TheLedger, NamesTheTableOfSymbolsThatIsFilledOutsideTheStart) {
 TEST_F(TheLedger, NamesConstructorsThatYieldNoInstance) {
   host.load(module("bad_constructors"));
   EXPECT_THAT(refusal([&] { host.make("returns_null"); }), HasSubstr("'returns_null'"));
-  EXPECT_THAT(host.violations(), IsEmpty()) << "that is a constructor's right";
+  EXPECT_THAT(inspector.violations(), IsEmpty()) << "that is a constructor's right";
   EXPECT_THAT(refusal([&] { host.make("returns_its_own_memory"); }), HasSubstr("not be made"));
   EXPECT_THAT(refusal([&] { host.make("returns_what_it_freed"); }), HasSubstr("not be made"));
   EXPECT_THAT(refusal([&] { host.make("leaves_a_half_made_instance"); }), HasSubstr("not be made"));

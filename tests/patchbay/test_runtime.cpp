@@ -104,7 +104,7 @@ TEST_F(Memory, IsRefused) { expect_refusals(of_the_host); }
 // A block of nothing must be freed all the same.
 TEST_F(Memory, OfNoSizeIsABlock) {
   void *block = sysmem_newptr(0);
-  EXPECT_THAT(host.leaks(), SizeIs(1));
+  EXPECT_THAT(inspector.leaks(), SizeIs(1));
   sysmem_freeptr(block);
 }
 

@@ -51,12 +51,12 @@ TEST_F(Threads, MayNotCallAHostOfAnother) {
       [&] { host.audio_off(); },
       [&] { host.set_samplerate(1.0); },
       [&] { host.posts(); },
-      [&] { host.violations(); },
-      [&] { host.leaks(); },
-      [&] { host.fail("gensym"); },
-      [&] { host.forget_failures(); },
-      [&] { host.start_trace(); },
-      [&] { host.stop_trace(); },
+      [&] { inspector.violations(); },
+      [&] { inspector.leaks(); },
+      [&] { inspector.fail("gensym"); },
+      [&] { inspector.forget_failures(); },
+      [&] { inspector.start_trace(); },
+      [&] { inspector.stop_trace(); },
   };
   for (std::size_t i = 0; i < requests.size(); ++i) {
     EXPECT_THAT(refusal_elsewhere(requests[i]),
@@ -84,11 +84,11 @@ TEST_F(Threads, MayNotCallItsOperations) {
   const auto strayed = [](const char *operation) {
     return std::string(operation) + " was called from a thread that the host does not belong to";
   };
-  EXPECT_THAT(host.violations(),
+  EXPECT_THAT(inspector.violations(),
               UnorderedElementsAre(strayed("sysmem_newptr"), strayed("sysmem_newptrclear"),
                                    strayed("sysmem_resizeptrclear"), strayed("sysmem_freeptr"),
                                    strayed("dictionary_appendfloat"), strayed("gensym")));
-  EXPECT_THAT(host.leaks(), SizeIs(2)) << "both are where they were";
+  EXPECT_THAT(inspector.leaks(), SizeIs(2)) << "both are where they were";
   sysmem_freeptr(block);
   object_free(d);
   expect_problems(SizeIs(6));
@@ -196,7 +196,7 @@ TEST(HostsInThreads, DoNotInheritComplaints) {
     std::jthread([] { dictionary_new(); }).join();
   }
   patchbay::Host host(printed);
-  EXPECT_THAT(host.violations(), IsEmpty());
+  EXPECT_THAT(patchbay::Inspector(host).violations(), IsEmpty());
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "patchbay/host.h"
+#include "patchbay/inspector.h"
 
 using patchbay::Box;
 using patchbay::Values;
@@ -61,6 +62,7 @@ class BoxTest : public testing::Test {
 
   std::ostringstream printed;
   patchbay::Host host;
+  patchbay::Inspector inspector{host};
   std::vector<std::string> sent;  // what left the outlets
 };
 

@@ -223,9 +223,9 @@ TEST_F(ChangesTest, AChangeOfResponseSchedulesOnceAndComplainsOnce) {
   const std::size_t before = posted().size();
   for (const char *response : {"bandpass", "highpass"}) {
     const std::size_t posts = posted().size();
-    host.start_trace();
+    inspector.start_trace();
     host.set(box, "response", {std::string(response)});
-    const std::vector<std::string> calls = texts(host.stop_trace());
+    const std::vector<std::string> calls = texts(inspector.stop_trace());
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "qelem_set()"), 1) << response;
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "qelem_unset()"), 1) << response;
     EXPECT_EQ(posted().size(), posts + 1) << response;

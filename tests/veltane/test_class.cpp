@@ -49,9 +49,10 @@ bool is_translation(const std::string &call) {
 TEST(Loading, DescribesTheClassInThisOrder) {
   std::ostringstream printed;
   patchbay::Host host(printed);
-  host.start_trace();
+  patchbay::Inspector inspector(host);
+  inspector.start_trace();
   host.load(VELTANE_MODULE);
-  std::vector<std::string> calls = texts(host.stop_trace());
+  std::vector<std::string> calls = texts(inspector.stop_trace());
   EXPECT_EQ(std::count_if(calls.begin(), calls.end(), is_translation), 24);
   std::erase_if(calls, is_translation);
 

@@ -19,10 +19,10 @@ TEST_F(BoxTest, TheThreeSwitchesDecideTheKeys) {
     if (zpk != 0) expected.insert(expected.end(), {"zeroes", "poles", "gain"});
     if (sos != 0) expected.emplace_back("cascade");
     const Box box = make(fmt::format("zpk_output: {} sos_output: {} tf_output: {}", zpk, sos, tf));
-    host.start_trace();
+    inspector.start_trace();
     host.send(box, "bang");
     std::vector<std::string> appended;
-    for (const patchbay::Call &call : host.stop_trace())
+    for (const patchbay::Call &call : inspector.stop_trace())
       if (call.operation.starts_with("dictionary_append")) appended.push_back(call.arguments.at(0));
     EXPECT_THAT(appended, ElementsAreArray(expected)) << zpk << sos << tf;
     EXPECT_THAT(keys(published(box)), ElementsAreArray(expected)) << zpk << sos << tf;
@@ -49,9 +49,9 @@ TEST_F(BoxTest, TheDefaultDesignHasTheseKeys) {
 
 TEST_F(BoxTest, IsDesignedInThisOrder) {
   const Box box = make("name: here tf_output: 1");
-  host.start_trace();
+  inspector.start_trace();
   host.send(box, "bang");
-  std::vector<std::string> calls = texts(host.stop_trace());
+  std::vector<std::string> calls = texts(inspector.stop_trace());
   std::erase_if(calls, [](const std::string &call) {
     return call.starts_with("sysmem_") || call.starts_with("atom_");
   });
@@ -75,9 +75,9 @@ TEST_F(BoxTest, IsDesignedInThisOrder) {
 // is in the dictionary.
 TEST_F(BoxTest, EachListIsPublishedInTheseSteps) {
   const Box box = make("name: here tf_output: 1");
-  host.start_trace();
+  inspector.start_trace();
   host.send(box, "bang");
-  const std::vector<std::string> calls = texts(host.stop_trace());
+  const std::vector<std::string> calls = texts(inspector.stop_trace());
   const auto filter = published(box);
   for (const std::string key : {"denominator", "numerator", "zeroes", "poles", "cascade"}) {
     std::vector<std::string> steps;
@@ -97,9 +97,9 @@ TEST_F(BoxTest, EachListIsPublishedInTheseSteps) {
 
 TEST_F(BoxTest, AnEmptyListIsPublishedInTheSameSteps) {
   const Box box = make("name: here zpk_output: 0");
-  host.start_trace();
+  inspector.start_trace();
   host.send(box, "bang");
-  const std::vector<std::string> calls = texts(host.stop_trace());
+  const std::vector<std::string> calls = texts(inspector.stop_trace());
   const auto end = std::find(calls.begin(), calls.end(), "dictionary_appendatomarray(cascade)");
   ASSERT_GE(end - calls.begin(), 4);
   EXPECT_THAT(std::vector<std::string>(end - 4, end),

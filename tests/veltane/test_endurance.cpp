@@ -50,7 +50,7 @@ class RandomBoxes : public BoxTest {
     host.send(box, "bang");
     ASSERT_THAT(published(box).size(), testing::Ge(4U));
     host.free(box);
-    ASSERT_THAT(host.leaks(), IsEmpty());
+    ASSERT_THAT(inspector.leaks(), IsEmpty());
   }
 
   std::mt19937 random{20240501};

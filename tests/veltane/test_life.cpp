@@ -6,9 +6,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST_F(BoxTest, IsBuiltInThisOrder) {
-  host.start_trace();
+  inspector.start_trace();
   host.make("veltane");
-  const std::vector<std::string> calls = texts(host.stop_trace());
+  const std::vector<std::string> calls = texts(inspector.stop_trace());
   const std::string name = host.dictionary_names().at(0);
   EXPECT_THAT(calls, ElementsAre("object_alloc()", "sys_getsr()", "qelem_new()",
                                  "object_attr_setdisabled(passband_ripple, 1)", "dictionary_new()",
@@ -80,9 +80,10 @@ TEST_F(BoxTest, ClipsOrderRippleAndAttenuation) {
 TEST_F(BoxTest, SettingTheSameNameChangesNothing) {
   const Box box = make("name: here");
   host.send(box, "bang");
-  host.start_trace();
+  inspector.start_trace();
   host.set(box, "name", {std::string("here")});
-  EXPECT_THAT(texts(host.stop_trace()), ElementsAre("atom_getsym()", "object_method_imp(getname)"));
+  EXPECT_THAT(texts(inspector.stop_trace()),
+              ElementsAre("atom_getsym()", "object_method_imp(getname)"));
   EXPECT_THAT(published(box), testing::Not(IsEmpty()));
 }
 
@@ -105,7 +106,7 @@ TEST_F(BoxTest, ATakenNameIsReplacedAndTheBoxKnows) {
 
 TEST_F(BoxTest, AFailedRegistrationIsPosted) {
   const Box box = make("name: here");
-  host.fail("dictobj_register");
+  inspector.fail("dictobj_register");
   host.set(box, "name", {std::string("there")});
   EXPECT_THAT(posted(), ElementsAre("could not create dictionary named there"));
   EXPECT_EQ(host.posts().at(0).box, box);
@@ -114,7 +115,7 @@ TEST_F(BoxTest, AFailedRegistrationIsPosted) {
 
 TEST_F(BoxTest, WithoutADictionaryTheSameNameIsPostedAgain) {
   const Box box = make("name: here");
-  host.fail("dictobj_register");
+  inspector.fail("dictobj_register");
   host.set(box, "name", {std::string("there")});
   host.set(box, "name", {std::string("there")});
   EXPECT_THAT(posted(), ElementsAre("could not create dictionary named there",
@@ -123,7 +124,7 @@ TEST_F(BoxTest, WithoutADictionaryTheSameNameIsPostedAgain) {
 
 TEST_F(BoxTest, WithoutADictionaryBangDesignsNothingAndSaysSo) {
   const Box box = make("name: here");
-  host.fail("dictobj_register");
+  inspector.fail("dictobj_register");
   host.set(box, "name", {std::string("there")});
   host.send(box, "bang");
   EXPECT_EQ(posted().back(), "there is no dictionary to publish a filter in");
@@ -132,10 +133,10 @@ TEST_F(BoxTest, WithoutADictionaryBangDesignsNothingAndSaysSo) {
 
 // The user asked for this name, and would not look under another.
 TEST_F(BoxTest, ANameThatFailsWhileTheBoxIsMadeIsNotReplaced) {
-  host.fail("dictobj_register");
-  host.start_trace();
+  inspector.fail("dictobj_register");
+  inspector.start_trace();
   const Box box = make("name: wanted");
-  const std::vector<std::string> calls = texts(host.stop_trace());
+  const std::vector<std::string> calls = texts(inspector.stop_trace());
   EXPECT_THAT(calls, testing::Not(testing::Contains("symbol_unique()")));
   EXPECT_THAT(calls, testing::Contains("dictobj_register(wanted)").Times(1));
   EXPECT_EQ(text(box, "name"), "wanted");
@@ -145,7 +146,7 @@ TEST_F(BoxTest, ANameThatFailsWhileTheBoxIsMadeIsNotReplaced) {
 
 TEST_F(BoxTest, AFreeNameBringsADictionaryBack) {
   const Box box = make("name: here");
-  host.fail("dictobj_register");
+  inspector.fail("dictobj_register");
   host.set(box, "name", {std::string("there")});
   host.set(box, "name", {std::string("elsewhere")});
   host.send(box, "bang");
@@ -166,34 +167,34 @@ TEST_F(BoxTest, ADoubleClickShowsTheDictionary) {
 TEST_F(BoxTest, ASecondDoubleClickFreesTheFirstViewer) {
   const Box box = make();
   host.double_click(box);
-  const std::size_t with_one = host.leaks().size();
+  const std::size_t with_one = inspector.leaks().size();
   host.double_click(box);
-  EXPECT_EQ(host.leaks().size(), with_one);
+  EXPECT_EQ(inspector.leaks().size(), with_one);
 }
 
 TEST_F(BoxTest, ADoubleClickThatFailsKeepsTheEarlierViewer) {
   const Box box = make();
   host.double_click(box);
-  const std::vector<std::string> with_one = host.leaks();
-  host.fail("object_new_typed");
-  host.start_trace();
+  const std::vector<std::string> with_one = inspector.leaks();
+  inspector.fail("object_new_typed");
+  inspector.start_trace();
   host.double_click(box);
-  EXPECT_THAT(texts(host.stop_trace()),
+  EXPECT_THAT(texts(inspector.stop_trace()),
               ElementsAre(testing::StartsWith("atom_setsym("), "object_new_typed(box, dict)"));
-  EXPECT_EQ(host.leaks(), with_one);
-  host.start_trace();
+  EXPECT_EQ(inspector.leaks(), with_one);
+  inspector.start_trace();
   host.free(box);
-  EXPECT_THAT(texts(host.stop_trace()),
+  EXPECT_THAT(texts(inspector.stop_trace()),
               ElementsAre("qelem_free()", "object_free()", "object_free()"));
 }
 
 TEST_F(BoxTest, ADoubleClickWithoutADictionaryOpensNothing) {
   const Box box = make("name: here");
-  host.fail("dictobj_register");
+  inspector.fail("dictobj_register");
   host.set(box, "name", {std::string("there")});
-  host.start_trace();
+  inspector.start_trace();
   host.double_click(box);
-  EXPECT_THAT(texts(host.stop_trace()), IsEmpty());
+  EXPECT_THAT(texts(inspector.stop_trace()), IsEmpty());
   EXPECT_EQ(printed.str(), "");
 }
 
@@ -225,11 +226,11 @@ TEST_F(BoxTest, AssistTakesEveryInletForTheFirstAndAllElseForOutlets) {
 TEST_F(BoxTest, IsFreedInThisOrder) {
   const Box box = make();
   host.double_click(box);
-  host.start_trace();
+  inspector.start_trace();
   host.free(box);
-  EXPECT_THAT(texts(host.stop_trace()),
+  EXPECT_THAT(texts(inspector.stop_trace()),
               ElementsAre("qelem_free()", "object_free()", "object_free()"));
-  EXPECT_THAT(host.leaks(), IsEmpty());
+  EXPECT_THAT(inspector.leaks(), IsEmpty());
   EXPECT_THAT(host.dictionary_names(), IsEmpty());
 }
 
@@ -241,8 +242,8 @@ TEST_F(BoxTest, AFreedBoxDesignsNoMore) {
 }
 
 TEST_F(BoxTest, WithoutMemoryThereIsNoBox) {
-  host.start_trace();
-  host.fail("object_alloc");
+  inspector.start_trace();
+  inspector.fail("object_alloc");
   EXPECT_THROW(host.make("veltane"), patchbay::Error);
-  EXPECT_THAT(texts(host.stop_trace()), ElementsAre("object_alloc()"));
+  EXPECT_THAT(texts(inspector.stop_trace()), ElementsAre("object_alloc()"));
 }

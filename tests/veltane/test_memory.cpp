@@ -145,8 +145,9 @@ bool fail(const std::string &operation, std::size_t nth, bool loading, const Cas
   SCOPED_TRACE(operation + ", call " + std::to_string(nth) + ", " + design.settings);
   std::ostringstream printed;
   patchbay::Host host(printed);
+  patchbay::Inspector inspector(host);
   if (!loading) host.load(VELTANE_MODULE);
-  host.fail(operation, nth);
+  inspector.fail(operation, nth);
   try {
     if (loading) host.load(VELTANE_MODULE);
     expect_whole(host);
@@ -154,7 +155,7 @@ bool fail(const std::string &operation, std::size_t nth, bool loading, const Cas
   } catch (const patchbay::Error &) {
     // There is no class, or no box, without the operation that failed.
   }
-  const bool happened = host.forget_failures() == 0;
+  const bool happened = inspector.forget_failures() == 0;
   if (!loading) {
     EXPECT_TRUE(right(host, design) == expected) << "the next design is right";
   }
@@ -170,7 +171,7 @@ bool fail(const std::string &operation, std::size_t nth, bool loading, const Cas
 TEST(Memory, TheBoxOutlivesTheFailureOfAnyOperationAtAnyCall) {
   const patchbay::Dictionary expected = right(cases[0]);
   for (const bool loading : {true, false})
-    for (const std::string &operation : patchbay::Host::operations())
+    for (const std::string &operation : patchbay::Inspector::operations())
       for (std::size_t nth = 1; fail(operation, nth, loading, cases[0], expected); ++nth)
         if (Test::HasFailure()) return;
 }
@@ -178,7 +179,7 @@ TEST(Memory, TheBoxOutlivesTheFailureOfAnyOperationAtAnyCall) {
 TEST(Memory, SoItDoesInEveryFamily) {
   for (const Case &design : cases) {
     const patchbay::Dictionary expected = right(design);
-    for (const std::string &operation : patchbay::Host::operations())
+    for (const std::string &operation : patchbay::Inspector::operations())
       for (std::size_t nth = 1; fail(operation, nth, false, design, expected); nth += 1 + nth / 4)
         if (Test::HasFailure()) return;
   }
@@ -188,7 +189,7 @@ TEST(Memory, SoItDoesInEveryFamily) {
 // is not promised, without a table of messages there is nothing to hide in it, and the
 // common symbols are there from the first host of the process on.
 TEST(Memory, AClassThatIsNotWholeIsNotOffered) {
-  for (const std::string &operation : patchbay::Host::operations()) {
+  for (const std::string &operation : patchbay::Inspector::operations()) {
     if (operation == "object_method_imp" || operation == "class_extra_lookup" ||
         operation == "hashtab_lookup" || operation == "common_symbols_init")
       continue;
@@ -197,9 +198,10 @@ TEST(Memory, AClassThatIsNotWholeIsNotOffered) {
       SCOPED_TRACE(operation + ", call " + std::to_string(nth));
       std::ostringstream printed;
       patchbay::Host host(printed);
-      host.fail(operation, nth);
+      patchbay::Inspector inspector(host);
+      inspector.fail(operation, nth);
       host.load(VELTANE_MODULE);
-      happened = host.forget_failures() == 0;
+      happened = inspector.forget_failures() == 0;
       EXPECT_EQ(host.classes().size(), happened ? 1U : 2U);
       if (happened) {
         EXPECT_THROW(host.make("veltane"), patchbay::Error);
@@ -221,15 +223,16 @@ struct Left {
 Left fail_in_design(const std::string &operation, std::size_t nth) {
   std::ostringstream printed;
   patchbay::Host host(printed);
+  patchbay::Inspector inspector(host);
   host.load(VELTANE_MODULE);
   const Box box = host.make("veltane name: here tf_output: 1");
   host.send(box, "bang");
   host.set(box, "order", {t_long{4}});
   Left left{};
   host.listen(box, 0, [&](const std::string &, const Values &) { ++left.sent; });
-  host.fail(operation, nth);
+  inspector.fail(operation, nth);
   host.send(box, "bang");
-  left.happened = host.forget_failures() == 0;
+  left.happened = inspector.forget_failures() == 0;
   left.dictionary = host.dictionary("here").value();
   for (const patchbay::Post &post : host.posts()) left.posts.push_back(post.text);
   return left;
@@ -240,7 +243,7 @@ TEST(Memory, AFailedDesignAnnouncesNothingAndKeepsTheFilterThatIsThere) {
   const patchbay::Dictionary after = right({"tf_output: 1 order: 4", 10});
   std::size_t kept = 0;
   std::size_t emptied = 0;
-  for (const std::string &operation : patchbay::Host::operations()) {
+  for (const std::string &operation : patchbay::Inspector::operations()) {
     // Releasing, posting and sending take no part in a filter; what a message to an
     // object yields is not promised, and the cutoffs are stored anew, not changed.
     if (operation == "sysmem_freeptr" || operation == "object_free" ||

@@ -11,8 +11,11 @@
  *
  * A host belongs to the thread that made it. In another thread every function of
  * `Host` but the destructor raises Error, and an operation of brontal/ fails and
- * touches nothing, which is then among the host's `violations`. The destructor may
- * run in any thread once no other function does.
+ * touches nothing, which `close` then tells. The destructor may run in any thread
+ * once no other function does.
+ *
+ * What a host does is in host.h; what tests ask it to tell of its modules, and to
+ * make fail, is in inspector.h.
  */
 #ifndef PATCHBAY_HOST_H
 #define PATCHBAY_HOST_H
@@ -49,15 +52,6 @@ struct Post {
   Box box;            /**< who posted; null for the host itself */
   std::string source; /**< its class, or "patchbay" */
   std::string text;
-};
-
-/** One call of a host operation. */
-struct PATCHBAY_API Call {
-  std::string operation;
-  std::vector<std::string> arguments;
-
-  /** @return the call as it is written: operation(argument, argument) */
-  std::string text() const;
 };
 
 /** What a class says of one of its attributes. */
@@ -177,31 +171,9 @@ class PATCHBAY_API Host {
   /** @return the console, oldest first. */
   const std::vector<Post> &posts() const;
 
-  // --- for tests
-
-  /** @return the misuse of operations so far, a sentence each. */
-  const std::vector<std::string> &violations() const;
-
-  /** @return what a module has been handed and has not released, a phrase each. */
-  std::vector<std::string> leaks() const;
-
-  /** @return the names of all operations. */
-  static std::vector<std::string> operations();
-
-  /** Makes the nth call from now on of an operation fail, once. Raises Error
-   *  when there is no such operation. */
-  void fail(const std::string &operation, std::size_t nth = 1);
-
-  /** Forgets failures that have not happened. @return how many there were. */
-  std::size_t forget_failures();
-
-  /** Starts writing calls down, from an empty list. */
-  void start_trace();
-
-  /** Stops. @return the calls since the start */
-  std::vector<Call> stop_trace();
-
  private:
+  friend class Inspector;
+
   State &own() const;
 
   std::unique_ptr<State> state_;
