@@ -64,7 +64,8 @@ t_attr *new_attribute(Op op, const char *name, t_symbol *type, t_long maximum,
 // An attribute's name for the trace; none when the address is no attribute.
 const t_symbol *traced_name(const t_attr *attr) {
   const State *state = patchbay::current_state();
-  return state != nullptr && state->ledger.alive(attr, Kind::attribute) ? attr->name : nullptr;
+  return state != nullptr && state->ledger.find(attr, Kind::attribute) != nullptr ? attr->name
+                                                                                  : nullptr;
 }
 
 // Whether all that an attribute stores lies within the instance, behind its
@@ -95,7 +96,8 @@ t_result add_property(Op op, t_class *c, const char *attr, const char *property,
 
 // The properties of an object that has some.
 PropertyList *properties_of(State &s, Op op, void *object) {
-  if (s.ledger.alive(object, Kind::attribute)) return &static_cast<t_attr *>(object)->properties;
+  if (s.ledger.find(object, Kind::attribute) != nullptr)
+    return &static_cast<t_attr *>(object)->properties;
   auto *method = patchbay::find<Method>(s, op, Kind::method, object);
   return method == nullptr ? nullptr : &method->properties;
 }
@@ -120,12 +122,12 @@ t_result class_addattr(t_class *c, t_attr *attr) {
   return operation_or(
       op, RESULT_FAILED, give_up,
       [&](State &s) {
-        std::string problem;
-        const auto *entry = s.ledger.find(attr, Kind::attribute, problem);
-        if (entry != nullptr && entry->owned_by_host)
-          problem = patchbay::Ledger::describe(*entry) + ", which a class has already";
-        if (!problem.empty()) report(s, std::string(name_of(op)) + " was given " + problem);
-        if (entry == nullptr || !problem.empty()) return RESULT_FAILED;
+        const auto *entry = patchbay::find_entry(s, op, Kind::attribute, attr);
+        if (entry == nullptr) return RESULT_FAILED;
+        if (entry->owned_by_host) {
+          report_given(s, op, patchbay::Ledger::describe(*entry) + ", which a class has already");
+          return RESULT_FAILED;
+        }
         t_class *found = patchbay::class_to_build(s, op, c);
         if (found == nullptr) return give_up(s);
         if (!lies_within(*attr, found->size)) {

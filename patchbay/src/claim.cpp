@@ -15,12 +15,20 @@ namespace {
 std::atomic<std::uint64_t> last_number = 0;
 std::atomic<std::uint64_t> living = 0;  // 0 when there is none
 
+// Every operation asks whose host it acts on, and finds that out without a call this way.
+// The C library keeps some room for variables of libraries that are loaded late.
+#ifdef __GLIBC__
+#define PATCHBAY_NEAR __attribute__((tls_model("initial-exec")))
+#else
+#define PATCHBAY_NEAR
+#endif
+
 // The host that the thread made or adopted last; it may be gone.
 struct Own {
   std::uint64_t number = 0;
   State *state = nullptr;
 };
-thread_local Own own;
+constinit thread_local Own own PATCHBAY_NEAR;
 
 // By operation. Written from any thread, so that nothing of a host is.
 std::array<std::atomic<bool>, operation_names.size()> strays{};

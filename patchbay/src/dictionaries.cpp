@@ -133,19 +133,20 @@ t_result dictionary_appendatomarray(t_dictionary *d, t_symbol *key, t_atomarray 
   return operation_or(
       op, RESULT_FAILED, release,
       [&](State &s) {
-        std::string problem;
-        auto *entry = s.ledger.find(value, Kind::atom_array, problem);
-        if (entry != nullptr && entry->owned_by_host)
-          problem = patchbay::Ledger::describe(*entry) + ", which a dictionary has already";
-        if (!problem.empty()) report(s, std::string(name_of(op)) + " was given " + problem);
-        if (entry == nullptr || !problem.empty()) return RESULT_FAILED;
+        const auto *entry = patchbay::find_entry(s, op, Kind::atom_array, value);
+        if (entry == nullptr) return RESULT_FAILED;
+        if (entry->owned_by_host) {
+          report_given(s, op,
+                       patchbay::Ledger::describe(*entry) + ", which a dictionary has already");
+          return RESULT_FAILED;
+        }
         auto *found = patchbay::find<t_dictionary>(s, op, Kind::dictionary, d);
         if (found == nullptr || key == nullptr) {
           release(s);
           return RESULT_FAILED;
         }
         patchbay::append(s, *found, key, value, op);
-        entry->owned_by_host = true;
+        s.ledger.owned_by_host(value);
         return RESULT_OK;
       },
       key);
@@ -155,8 +156,7 @@ t_dictionary *dictobj_register(t_dictionary *d, t_symbol **name) {
   constexpr Op op = Op::dictobj_register;
   t_dictionary *const none = nullptr;
   const auto give_up = [d](State &s) {
-    std::string problem;
-    if (s.ledger.find(d, Kind::dictionary, problem) != nullptr) destroy_dictionary(s, d, op);
+    if (s.ledger.find(d, Kind::dictionary) != nullptr) destroy_dictionary(s, d, op);
   };
   const t_symbol *wanted = name != nullptr ? *name : nullptr;
   return operation_or(

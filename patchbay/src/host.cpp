@@ -44,9 +44,10 @@ t_class &class_named(const State &s, const std::string &name) {
 }
 
 Instance &instance_of(State &s, Box box) {
-  std::string problem;
-  const Ledger::Entry *entry = s.ledger.find(box, Kind::instance, problem);
-  if (entry == nullptr) throw Error("there is no such box: " + problem);
+  const Ledger::Entry *entry = s.ledger.find(box, Kind::instance);
+  if (entry == nullptr)
+    throw Error("there is no such box: " +
+                (box == nullptr ? "" : s.ledger.problem(box, Kind::instance)));
   return *static_cast<Instance *>(entry->record.get());
 }
 
@@ -84,7 +85,9 @@ Values AttributeInfo::property(const std::string &wanted) const {
 
 Host::Host() : Host(std::cout) {}
 
-Host::Host(std::ostream &out) : state_(std::make_unique<State>(out)) { register_viewer(*state_); }
+Host::Host(std::ostream &out, Checking checking) : state_(std::make_unique<State>(out, checking)) {
+  register_viewer(*state_);
+}
 
 Host::~Host() {
   state_->claim.adopt();

@@ -41,7 +41,7 @@ void *new_instance(State &s, t_class &c, const Values &arguments) {
   const Instance *instance = find_instance(s, Op::object_alloc, made);
   if (instance == nullptr) return nullptr;
   if (s.audio) send_dsp64(s, *instance);
-  return s.ledger.alive(made) ? made : nullptr;  // it may have freed itself
+  return s.ledger.find(made) != nullptr ? made : nullptr;  // it may have freed itself
 }
 
 void destroy_instance(State &s, Instance &x, Op by) {

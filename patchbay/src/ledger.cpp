@@ -30,76 +30,68 @@ std::string_view name_of(Kind kind) {
 
 }  // namespace
 
+Ledger::Ledger(Checking checking) : checking_(checking), graveyard_(graveyard_limit) {}
+
 Ledger::~Ledger() {
-  for (const auto &[address, entry] : entries_) {
+  entries_.for_each([](const void *address, const Entry &entry) {
     const bool memory = entry.kind == Kind::block || entry.kind == Kind::instance;
     if (memory && !entry.released_by) runtime::free_block(const_cast<void *>(address));
-  }
+  });
 }
 
 void Ledger::add(const void *address, Kind kind, Op made_by, std::shared_ptr<void> record) {
-  entries_.insert_or_assign(
-      address, Entry{kind, ++last_serial_, made_by, std::nullopt, false, std::move(record)});
+  entries_[address] = {kind, made_by, std::nullopt, false, ++last_serial_, std::move(record)};
 }
 
 void Ledger::owned_by_host(const void *address) {
-  if (const auto found = entries_.find(address); found != entries_.end())
-    found->second.owned_by_host = true;
+  if (Entry *entry = entries_.find(address)) entry->owned_by_host = true;
 }
 
 void Ledger::release(const void *address, Op by) {
-  const auto found = entries_.find(address);
-  if (found == entries_.end()) return;
-  Entry &entry = found->second;
-  entry.released_by = by;
-  graveyard_.push_back({address, entry.serial, std::move(entry.record)});
-  if (graveyard_.size() <= graveyard_limit) return;
-  const Grave oldest = std::move(graveyard_.front());
-  graveyard_.pop_front();
-  const auto old = entries_.find(oldest.address);
-  if (old != entries_.end() && old->second.serial == oldest.serial) entries_.erase(old);
+  Entry *entry = entries_.find(address);
+  if (entry == nullptr) return;
+  entry->released_by = by;
+  // What the oldest grave held goes last: a record may hold a listener, and that what calls back.
+  const Grave oldest =
+      std::exchange(graveyard_[oldest_grave_], {address, entry->serial, std::move(entry->record)});
+  oldest_grave_ = (oldest_grave_ + 1) % graveyard_limit;
+  const Entry *old = entries_.find(oldest.address);
+  if (old != nullptr && old->serial == oldest.serial) entries_.erase(oldest.address);
 }
 
 void Ledger::release_unowned(const void *address, Kind kind, Op by) {
-  if (alive(address, kind) && !entries_.at(address).owned_by_host) release(address, by);
+  if (const Entry *entry = find(address, kind); entry != nullptr && !entry->owned_by_host)
+    release(address, by);
 }
 
-Ledger::Entry *Ledger::find(const void *address, std::string &problem) {
-  if (address == nullptr) return nullptr;
-  const auto found = entries_.find(address);
-  if (found == entries_.end()) {
-    problem = "an address that no operation has handed out";
-    return nullptr;
-  }
-  Entry &entry = found->second;
-  if (entry.released_by) {
-    problem = fmt::format("{}, which {} has released", describe(entry),
-                          patchbay::name_of(*entry.released_by));
-    return nullptr;
-  }
-  return &entry;
+const Ledger::Entry *Ledger::find(const void *address) const {
+  const Entry *entry = entries_.find(address);
+  return entry != nullptr && !entry->released_by ? entry : nullptr;
 }
 
-Ledger::Entry *Ledger::find(const void *address, Kind kind, std::string &problem) {
-  Entry *entry = find(address, problem);
-  if (entry == nullptr || entry->kind == kind) return entry;
-  problem = fmt::format("{}, which is no {}", describe(*entry), name_of(kind));
-  return nullptr;
+const Ledger::Entry *Ledger::find(const void *address, Kind kind) const {
+  const Entry *entry = find(address);
+  return entry != nullptr && entry->kind == kind ? entry : nullptr;
 }
 
-bool Ledger::alive(const void *address) const {
-  const auto found = entries_.find(address);
-  return found != entries_.end() && !found->second.released_by;
+std::string Ledger::problem(const void *address) const {
+  const Entry *entry = entries_.find(address);
+  if (entry == nullptr) return "an address that no operation has handed out";
+  return fmt::format("{}, which {} has released", describe(*entry),
+                     patchbay::name_of(*entry->released_by));
 }
 
-bool Ledger::alive(const void *address, Kind kind) const {
-  return alive(address) && entries_.at(address).kind == kind;
+std::string Ledger::problem(const void *address, Kind kind) const {
+  const Entry *entry = find(address);
+  if (entry == nullptr) return problem(address);
+  return fmt::format("{}, which is no {}", describe(*entry), name_of(kind));
 }
 
 std::vector<std::string> Ledger::leaks() const {
   std::vector<const Entry *> left;
-  for (const auto &[address, entry] : entries_)
+  entries_.for_each([&left](const void *, const Entry &entry) {
     if (!entry.released_by && !entry.owned_by_host) left.push_back(&entry);
+  });
   std::sort(left.begin(), left.end(),
             [](const Entry *a, const Entry *b) { return a->serial < b->serial; });
   std::vector<std::string> texts;

@@ -3,18 +3,19 @@
 #define PATCHBAY_LEDGER_H
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "address_map.h"
 #include "operations.h"
+#include "patchbay/host.h"
 
 namespace patchbay {
 
-enum class Kind {
+enum class Kind : std::uint8_t {
   block,
   box_class,
   attribute,
@@ -33,24 +34,37 @@ enum class Kind {
  * release for a while, so that their addresses do not come back at once and a
  * late use is recognised. Memory goes back at once; that of blocks and instances
  * may come back under the same address as something new.
+ *
+ * A trusting ledger leaves blocks out, which are most of what a module asks for:
+ * nobody then notices what a module does wrong with a block, or that it keeps one.
+ *
+ * Pointers to entries hold until the next entry is added or released. All but
+ * `leaks` takes constant time.
  */
 class Ledger {
  public:
   struct Entry {
     Kind kind;
-    std::uint64_t serial;
     Op made_by;
     std::optional<Op> released_by;
     bool owned_by_host;  // released by the host, not by the module
+    std::uint64_t serial;
     std::shared_ptr<void> record;
   };
 
-  Ledger() = default;
+  explicit Ledger(Checking checking);
   Ledger(const Ledger &) = delete;
   Ledger &operator=(const Ledger &) = delete;
   ~Ledger(); /**< releases what a module has leaked */
 
-  /** Enters an address. @param record  what the ledger is to own; null for none */
+  /** @return whether blocks are entered. */
+  bool watches_blocks() const { return checking_ == Checking::strict; }
+
+  /** Makes room, so that entering one address raises nothing. Raises std::bad_alloc. */
+  void make_room() { entries_.make_room(); }
+
+  /** Enters an address. @param record  what the ledger is to own; null for none.
+   *  Raises std::bad_alloc. */
   void add(const void *address, Kind kind, Op made_by, std::shared_ptr<void> record);
 
   /** Makes a record whose address is what modules see. */
@@ -65,24 +79,22 @@ class Ledger {
   /** Notes that the host releases this, as part of something else. */
   void owned_by_host(const void *address);
 
-  /** Strikes an address out. */
+  /** Strikes an address out; one that is not in the ledger changes nothing. */
   void release(const void *address, Op by);
 
   /** The same, if it is alive, of this kind and not yet the host's: for a thing
    *  that an operation was to take over when it failed. */
   void release_unowned(const void *address, Kind kind, Op by);
 
-  /**
-   * @return the entry of an address that is alive; null for others, and then
-   *         the reason is put into `problem`, unless the address is null
-   */
-  Entry *find(const void *address, std::string &problem);
+  /** @return the entry of an address that is alive; null for others. */
+  const Entry *find(const void *address) const;
 
   /** The same for one kind of thing. */
-  Entry *find(const void *address, Kind kind, std::string &problem);
+  const Entry *find(const void *address, Kind kind) const;
 
-  bool alive(const void *address) const;
-  bool alive(const void *address, Kind kind) const;
+  /** @return why `find` yields nothing for an address other than null. */
+  std::string problem(const void *address) const;
+  std::string problem(const void *address, Kind kind) const;
 
   /** @return what is alive and the module's to release, oldest first. */
   std::vector<std::string> leaks() const;
@@ -92,13 +104,15 @@ class Ledger {
 
  private:
   struct Grave {
-    const void *address;
-    std::uint64_t serial;
+    const void *address = nullptr;
+    std::uint64_t serial = 0;
     std::shared_ptr<void> record;
   };
 
-  std::unordered_map<const void *, Entry> entries_;
-  std::deque<Grave> graveyard_;
+  Checking checking_;
+  AddressMap<Entry> entries_;
+  std::vector<Grave> graveyard_;  // a ring of the last releases
+  std::size_t oldest_grave_ = 0;
   std::uint64_t last_serial_ = 0;
 };
 

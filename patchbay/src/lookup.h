@@ -6,18 +6,23 @@
 
 #include "ledger.h"
 #include "operations.h"
-#include "state.h"
-#include "violations.h"
 
 namespace patchbay {
 
-/** @return the record of a kind whose address `op` was given; null for null, and for any other
- *  address, which is reported. */
+struct State;
+
+/** Reports that an operation was given what it cannot use. */
+void report_given(State &s, Op op, const std::string &thing);
+
+/** @return the ledger's entry of an address that `op` was given; null for null, and for any other
+ *  address that is not a living thing of the kind, which is reported. */
+const Ledger::Entry *find_entry(State &s, Op op, const void *address);
+const Ledger::Entry *find_entry(State &s, Op op, Kind kind, const void *address);
+
+/** @return the record of such an entry. */
 template <typename Record>
-Record *find(State &state, Op op, Kind kind, const void *address) {
-  std::string problem;
-  const Ledger::Entry *entry = state.ledger.find(address, kind, problem);
-  if (!problem.empty()) report(state, std::string(name_of(op)) + " was given " + problem);
+Record *find(State &s, Op op, Kind kind, const void *address) {
+  const Ledger::Entry *entry = find_entry(s, op, kind, address);
   return entry == nullptr ? nullptr : static_cast<Record *>(entry->record.get());
 }
 

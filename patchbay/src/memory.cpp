@@ -1,9 +1,9 @@
 #include "brontal/memory.h"
 
 #include "gate.h"
+#include "lookup.h"
 #include "runtime/blocks.h"
 #include "state.h"
-#include "violations.h"
 
 using patchbay::Kind;
 using patchbay::Op;
@@ -14,24 +14,31 @@ using patchbay::State;
 
 namespace {
 
-void *watched(State &s, Op op, void *block) {
+// Makes a block by `make`, which yields null when there is no memory.
+template <typename Make>
+void *entered(State &s, Op op, Make &&make) {
+  if (!s.ledger.watches_blocks()) return make();
+  s.ledger.make_room();  // first: a block that cannot be entered would be lost
+  void *block = make();
   if (block != nullptr) s.ledger.add(block, Kind::block, op, nullptr);
   return block;
 }
 
-// A block, null, or (reported) anything else.
+// Whether a block may be released or resized; one that may not is reported.
 bool is_block(State &s, Op op, const void *block) {
-  std::string problem;
-  const bool found = s.ledger.find(block, Kind::block, problem) != nullptr;
-  if (!problem.empty()) report(s, std::string(name_of(op)) + " was given " + problem);
-  return found;
+  return !s.ledger.watches_blocks() || find_entry(s, op, Kind::block, block) != nullptr;
+}
+
+void strike_out(State &s, Op op, const void *block) {
+  if (s.ledger.watches_blocks()) s.ledger.release(block, op);
 }
 
 void *new_block(Op op, t_long size, bool clear) {
   if (patchbay::no_host_lives()) return runtime::new_block(size, clear);
   return operation(
       op, static_cast<void *>(nullptr),
-      [&](State &s) { return watched(s, op, runtime::new_block(size, clear)); }, size);
+      [&](State &s) { return entered(s, op, [&] { return runtime::new_block(size, clear); }); },
+      size);
 }
 
 }  // namespace
@@ -47,10 +54,11 @@ void *sysmem_resizeptrclear(void *block, t_long size) {
       op, static_cast<void *>(nullptr),
       [&](State &s) -> void * {
         if (block != nullptr && !is_block(s, op, block)) return nullptr;
-        void *resized = runtime::resize_block(block, size);
-        if (resized == nullptr) return nullptr;
-        if (block != nullptr) s.ledger.release(block, op);
-        return watched(s, op, resized);
+        return entered(s, op, [&] {
+          void *resized = runtime::resize_block(block, size);
+          if (resized != nullptr && block != nullptr) strike_out(s, op, block);
+          return resized;
+        });
       },
       size);
 }
@@ -63,7 +71,7 @@ void sysmem_freeptr(void *block) {
   }
   operation(op, 0, [&](State &s) {
     if (block == nullptr || !is_block(s, op, block)) return 0;
-    s.ledger.release(block, op);
+    strike_out(s, op, block);
     runtime::free_block(block);
     return 0;
   });

@@ -11,6 +11,7 @@
 #include "dictionaries.h"
 #include "gate.h"
 #include "instances.h"
+#include "lookup.h"
 #include "runtime/symbols.h"
 #include "state.h"
 #include "violations.h"
@@ -23,25 +24,24 @@ using patchbay::State;
 namespace patchbay {
 
 bool destroy(State &s, void *object, Op by) {
-  std::string problem;
-  const Ledger::Entry *entry = s.ledger.find(object, problem);
-  if (entry != nullptr && entry->kind == Kind::instance) {
+  const Ledger::Entry *entry = find_entry(s, by, object);
+  if (entry == nullptr) return false;
+  std::string problem = Ledger::describe(*entry) + ", which is not for it to free";
+  if (entry->kind == Kind::instance) {
     auto *instance = static_cast<Instance *>(entry->record.get());
     if (!instance->dying) {
       destroy_instance(s, *instance, by);
       return true;
     }
     problem = Ledger::describe(*entry) + ", which is being freed";
-  } else if (entry != nullptr && entry->kind == Kind::dictionary) {
+  } else if (entry->kind == Kind::dictionary) {
     destroy_dictionary(s, static_cast<t_dictionary *>(object), by);
     return true;
-  } else if (entry != nullptr && entry->kind == Kind::atom_array && !entry->owned_by_host) {
+  } else if (entry->kind == Kind::atom_array && !entry->owned_by_host) {
     s.ledger.release(object, by);
     return true;
-  } else if (entry != nullptr) {
-    problem = Ledger::describe(*entry) + ", which is not for it to free";
   }
-  if (!problem.empty()) report(s, std::string(name_of(by)) + " was given " + problem);
+  report_given(s, by, problem);
   return false;
 }
 
@@ -110,9 +110,7 @@ void *object_method_imp(void *object, t_symbol *message, ...) {
   void *result = operation(
       op, static_cast<void *>(nullptr),
       [&](State &s) -> void * {
-        std::string problem;
-        const auto *entry = s.ledger.find(object, problem);
-        if (!problem.empty()) report(s, std::string(name_of(op)) + " was given " + problem);
+        const auto *entry = patchbay::find_entry(s, op, object);
         if (entry == nullptr) return nullptr;
         switch (entry->kind) {
           case Kind::attribute:
@@ -137,12 +135,8 @@ void object_error(void *object, const char *format, ...) {
       op, 0,
       [&](State &s) {
         if (object == nullptr || format == nullptr) return 0;
-        std::string problem;
-        const auto *entry = s.ledger.find(object, problem);
-        if (entry == nullptr) {
-          report(s, std::string(name_of(op)) + " was given " + problem);
-          return 0;
-        }
+        const auto *entry = patchbay::find_entry(s, op, object);
+        if (entry == nullptr) return 0;
         patchbay::Post post{nullptr, "patchbay", formatted(format, arguments)};
         if (entry->kind == Kind::instance) {
           post.box = static_cast<patchbay::Box>(object);

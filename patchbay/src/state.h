@@ -25,7 +25,7 @@ namespace patchbay {
 struct Instance;
 
 struct State {
-  explicit State(std::ostream &out_) : claim(*this), out(out_) {}
+  State(std::ostream &out_, Checking checking) : claim(*this), out(out_), ledger(checking) {}
 
   Claim claim;
   std::ostream &out;

@@ -67,13 +67,30 @@ struct PATCHBAY_API AttributeInfo {
   Values property(const std::string &name) const;
 };
 
+/**
+ * How much of what a module does a host looks at. Nothing else depends on it: the
+ * same calls do the same things and yield the same results.
+ */
+enum class Checking {
+  /** Everything that was handed out is in the host's book. A misuse is refused and
+   *  reported, and what is never released is found. */
+  strict,
+  /** Blocks of memory are not entered, which makes a design cheaper: they are most
+   *  of what a module asks for. A module that releases a block twice, or what is
+   *  not a block, corrupts the process, and a block that it never releases is
+   *  neither told nor taken back. Boxes, dictionaries, atom arrays, tasks and all
+   *  other objects are watched as in a strict host. */
+  trusting
+};
+
 /** Receives what leaves an outlet. */
 using Listener = std::function<void(const std::string &message, const Values &arguments)>;
 
 class PATCHBAY_API Host {
  public:
-  /** @param out  where viewers print. Raises Error when a host is alive. */
-  explicit Host(std::ostream &out);
+  /** @param out  where viewers print; the caller's, which must outlive the host.
+   *  Raises Error when a host is alive. */
+  explicit Host(std::ostream &out, Checking checking = Checking::strict);
   Host();  /**< viewers print to standard output */
   ~Host(); /**< as `close` */
   Host(const Host &) = delete;

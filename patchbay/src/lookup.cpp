@@ -1,0 +1,26 @@
+#include "lookup.h"
+
+#include <fmt/format.h>
+
+#include "state.h"
+#include "violations.h"
+
+namespace patchbay {
+
+void report_given(State &s, Op op, const std::string &thing) {
+  report(s, fmt::format("{} was given {}", name_of(op), thing));
+}
+
+const Ledger::Entry *find_entry(State &s, Op op, const void *address) {
+  const Ledger::Entry *entry = s.ledger.find(address);
+  if (entry == nullptr && address != nullptr) report_given(s, op, s.ledger.problem(address));
+  return entry;
+}
+
+const Ledger::Entry *find_entry(State &s, Op op, Kind kind, const void *address) {
+  const Ledger::Entry *entry = s.ledger.find(address, kind);
+  if (entry == nullptr && address != nullptr) report_given(s, op, s.ledger.problem(address, kind));
+  return entry;
+}
+
+}  // namespace patchbay
