@@ -15,6 +15,11 @@ struct alignas(std::max_align_t) Header {
   t_long size;
 };
 
+// Up to here it is cheaper to fill memory with zeros than to ask for some that is cleared: the
+// C library keeps small blocks at hand for malloc, and not for calloc. Beyond, fresh pages are
+// zero without being touched.
+constexpr std::size_t most_filled = 4096;
+
 Header *header_of(void *block) noexcept { return static_cast<Header *>(block) - 1; }
 
 // As `new` asks for memory: a handler that the program has set hears of what there is not,
@@ -45,9 +50,12 @@ bool representable(t_long size) noexcept {
 void *new_block(t_long size, bool clear) noexcept {
   if (!representable(size)) return nullptr;
   const auto bytes = sizeof(Header) + static_cast<std::size_t>(size);
-  Header *header = obtained([&] { return clear ? std::calloc(1, bytes) : std::malloc(bytes); });
+  const bool large = bytes > most_filled;
+  Header *header =
+      obtained([&] { return clear && large ? std::calloc(1, bytes) : std::malloc(bytes); });
   if (header == nullptr) return nullptr;
   header->size = size;
+  if (clear && !large) std::memset(header + 1, 0, static_cast<std::size_t>(size));
   return header + 1;
 }
 
