@@ -65,6 +65,14 @@ class AddressMap {
     --size_;
   }
 
+  /** Removes each entry of which `condition(value)` is true. */
+  template <typename Condition>
+  void erase_if(Condition &&condition) {
+    // What moves into an erased slot comes from those still to be looked at, or was kept.
+    for (const Slot &slot : slots_)
+      while (slot.address != nullptr && condition(slot.value)) erase(slot.address);
+  }
+
   std::size_t size() const { return size_; }
 
   /** Calls `body(address, value)` for each entry, in no order. */

@@ -1,6 +1,6 @@
 #include "brontal/atom.h"
 #include "gate.h"
-#include "runtime/symbols.h"
+#include "words.h"
 
 using patchbay::Op;
 using patchbay::State;
@@ -37,8 +37,8 @@ t_result atom_setsym(t_atom *atom, t_symbol *value) {
 }
 
 t_symbol *atom_getsym(const t_atom *atom) {
-  return operation(Op::atom_getsym, runtime::intern(""), [&](State &) {
+  return operation(Op::atom_getsym, patchbay::words().empty, [&](State &) {
     const bool holds = atom != nullptr && atom->type == ATOM_SYMBOL;
-    return holds ? atom->value.symbol : runtime::intern("");
+    return holds ? atom->value.symbol : patchbay::words().empty;
   });
 }

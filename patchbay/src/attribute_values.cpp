@@ -13,6 +13,7 @@
 #include "runtime/symbols.h"
 #include "state.h"
 #include "values.h"
+#include "words.h"
 
 using patchbay::Op;
 using patchbay::State;
@@ -42,10 +43,10 @@ t_long whole(double value) {
 }
 
 Value converted(const Value &given, const t_attr &attr) {
-  if (attr.type == runtime::intern("symbol")) return to_text(given);
+  if (attr.type == words().symbol) return to_text(given);
   const auto *text = std::get_if<std::string>(&given);
   const Value value = text != nullptr ? parse_word(*text) : given;
-  const bool integer = attr.type == runtime::intern("long");
+  const bool integer = attr.type == words().integer;
   const std::optional<double> number = as_number(value);
   if (!number || (integer && std::isnan(*number)))
     throw Error(fmt::format("'{}' takes {}, not '{}'", attr.name->name,
@@ -106,7 +107,7 @@ void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values) {
   } else {
     store(x, attr, atoms);
   }
-  if (!x.freed) send_notice(s, x, runtime::intern("attr_modified"), &attr);
+  if (!x.freed) send_notice(s, x, words().attr_modified, &attr);
 }
 
 Values get_attribute(const Instance &x, const t_attr &attr) {
@@ -116,9 +117,9 @@ Values get_attribute(const Instance &x, const t_attr &attr) {
   Values values;
   for (t_long i = 0; i < count; ++i) {
     const t_long offset = attr.offset + 8 * i;
-    if (attr.type == runtime::intern("long"))
+    if (attr.type == words().integer)
       values.emplace_back(take<t_long>(x, offset));
-    else if (attr.type == runtime::intern("float64"))
+    else if (attr.type == words().number)
       values.emplace_back(take<double>(x, offset));
     else if (const auto *symbol = take<t_symbol *>(x, offset); symbol != nullptr)
       values.emplace_back(std::string(symbol->name));

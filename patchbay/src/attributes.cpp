@@ -11,6 +11,7 @@
 #include "runtime/symbols.h"
 #include "state.h"
 #include "violations.h"
+#include "words.h"
 
 using patchbay::as_text;
 using patchbay::Kind;
@@ -27,13 +28,13 @@ t_attr *find_attribute(const t_class &c, const t_symbol *name) {
 }
 
 Values parse_property(const t_symbol *type, const std::string &text) {
-  if (type == runtime::intern("symbol")) return {text};
+  if (type == words().symbol) return {text};
   Values values = parse_line(text);
-  const bool fits = type == runtime::intern("long")
+  const bool fits = type == words().integer
                         ? values.size() == 1 && std::holds_alternative<t_long>(values[0])
-                    : type == runtime::intern("float64")
+                    : type == words().number
                         ? values.size() == 1 && !std::holds_alternative<std::string>(values[0])
-                        : type == runtime::intern("atom");
+                        : type == words().atom;
   if (!fits) throw Error("a property of type " + as_text(type) + " cannot be '" + text + "'");
   return values;
 }
@@ -48,8 +49,8 @@ t_attr *new_attribute(Op op, const char *name, t_symbol *type, t_long maximum,
       op, static_cast<t_attr *>(nullptr),
       [&](State &s) -> t_attr * {
         if (!patchbay::is_loading(s, op) || name == nullptr || type == nullptr) return nullptr;
-        const bool known = type == runtime::intern("symbol") || type == runtime::intern("long") ||
-                           type == runtime::intern("float64");
+        const bool known = type == patchbay::words().symbol || type == patchbay::words().integer ||
+                           type == patchbay::words().number;
         if (!known || maximum < 1) {
           report(s, std::string(name_of(op)) + " needs a known type and room for a value");
           return nullptr;

@@ -6,6 +6,7 @@
 #include "call_out.h"
 #include "gate.h"
 #include "state.h"
+#include "words.h"
 
 using patchbay::Op;
 using patchbay::State;
@@ -13,7 +14,7 @@ using patchbay::State;
 namespace patchbay {
 
 void send_dsp64(State &s, const Instance &x) {
-  const auto handler = reinterpret_cast<t_dsp64_handler>(find_private(*x.type, "dsp64"));
+  const auto handler = reinterpret_cast<t_dsp64_handler>(find_private(*x.type, words().dsp64));
   if (!x.type->takes_signals || handler == nullptr) return;
   constexpr t_long vector_size = 64;
   short connected = 0;

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "trace.h"
+#include "brontal/symbol.h"
 #include "violations.h"
 
 namespace patchbay {
@@ -16,12 +16,12 @@ namespace patchbay {
  * @return whether none did
  */
 template <typename Function>
-bool call_out(State &state, const std::string &what, Function &&function) {
+bool call_out(State &state, const char *what, Function &&function) {
   try {
     function();
     return true;
   } catch (...) {
-    report(state, "an exception came out of '" + what + "'");
+    report(state, std::string("an exception came out of '") + what + "'");
     return false;
   }
 }
@@ -29,7 +29,8 @@ bool call_out(State &state, const std::string &what, Function &&function) {
 /** The same for a message to a module. */
 template <typename Function>
 bool call_module(State &state, const t_symbol *message, Function &&function) {
-  return call_out(state, as_text(message), std::forward<Function>(function));
+  return call_out(state, message != nullptr ? message->name : "null",
+                  std::forward<Function>(function));
 }
 
 }  // namespace patchbay

@@ -13,27 +13,14 @@ namespace {
 
 // Hosts are told apart by numbers: unlike addresses, they do not come again.
 std::atomic<std::uint64_t> last_number = 0;
-std::atomic<std::uint64_t> living = 0;  // 0 when there is none
-
-// Every operation asks whose host it acts on, and finds that out without a call this way.
-// The C library keeps some room for variables of libraries that are loaded late.
-#ifdef __GLIBC__
-#define PATCHBAY_NEAR __attribute__((tls_model("initial-exec")))
-#else
-#define PATCHBAY_NEAR
-#endif
-
-// The host that the thread made or adopted last; it may be gone.
-struct Own {
-  std::uint64_t number = 0;
-  State *state = nullptr;
-};
-constinit thread_local Own own PATCHBAY_NEAR;
 
 // By operation. Written from any thread, so that nothing of a host is.
 std::array<std::atomic<bool>, operation_names.size()> strays{};
 
 }  // namespace
+
+constinit thread_local OwnHost own PATCHBAY_NEAR;
+constinit std::atomic<std::uint64_t> living = 0;
 
 Claim::Claim(State &state) : state_(state), number_(++last_number) {
   std::uint64_t none = 0;
@@ -52,10 +39,6 @@ void Claim::release() {
 }
 
 bool Claim::is_own() const { return own.number == number_; }
-
-bool no_host_lives() { return living == 0; }
-
-State *current_state() { return own.number != 0 && own.number == living ? own.state : nullptr; }
 
 void note_stray(Op op) {
   if (const std::uint64_t number = living; number != 0 && number != own.number)

@@ -3,6 +3,7 @@
 #ifndef PATCHBAY_CLAIM_H
 #define PATCHBAY_CLAIM_H
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -41,11 +42,31 @@ class Claim {
   std::uint64_t number_;
 };
 
+// Every operation asks whose host it acts on; below, it finds that out without a call. The
+// C library keeps some room for near variables of libraries that are loaded late.
+#ifdef __GLIBC__
+#define PATCHBAY_NEAR __attribute__((tls_model("initial-exec")))
+#else
+#define PATCHBAY_NEAR
+#endif
+
+/** The host that a thread made or adopted last; it may be gone. */
+struct OwnHost {
+  std::uint64_t number = 0;
+  State *state = nullptr;
+};
+extern constinit thread_local OwnHost own PATCHBAY_NEAR;
+
+/** The number of the host that lives; 0 when there is none. */
+extern constinit std::atomic<std::uint64_t> living;
+
 /** @return whether no host lives, in any thread. */
-bool no_host_lives();
+inline bool no_host_lives() { return living == 0; }
 
 /** @return the state of the host that lives and belongs to the calling thread, or null. */
-State *current_state();
+inline State *current_state() {
+  return own.number != 0 && own.number == living ? own.state : nullptr;
+}
 
 /** Takes down, for the host to tell, that the calling thread called an operation
  *  while another one's host lives. */

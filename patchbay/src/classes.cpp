@@ -9,6 +9,7 @@
 #include "runtime/symbols.h"
 #include "state.h"
 #include "violations.h"
+#include "words.h"
 
 using patchbay::Kind;
 using patchbay::Op;
@@ -30,8 +31,8 @@ Method *find_method(const t_class &c, const t_symbol *name) {
   return found == c.methods.end() ? nullptr : *found;
 }
 
-t_method find_private(const t_class &c, const char *message) {
-  const Method *method = find_method(c, runtime::intern(message));
+t_method find_private(const t_class &c, const t_symbol *message) {
+  const Method *method = find_method(c, message);
   return method != nullptr && method->args == ARGS_PRIVATE ? method->function : nullptr;
 }
 
@@ -120,7 +121,7 @@ t_result class_dspinit(t_class *c) {
       return RESULT_FAILED;
     }
     found->takes_signals = true;
-    add_method(s, op, *found, {runtime::intern("signal"), nullptr, ARGS_PRIVATE, {}});
+    add_method(s, op, *found, {patchbay::words().signal, nullptr, ARGS_PRIVATE, {}});
     return RESULT_OK;
   });
 }
@@ -131,7 +132,7 @@ t_hashtab *class_extra_lookup(t_class *c, t_symbol *table) {
       op, static_cast<t_hashtab *>(nullptr),
       [&](State &s) -> t_hashtab * {
         t_class *found = patchbay::class_to_build(s, op, c);
-        if (found == nullptr || table != runtime::intern("methods")) return nullptr;
+        if (found == nullptr || table != patchbay::words().methods) return nullptr;
         if (found->method_table == nullptr) {
           found->method_table = s.ledger.make<t_hashtab>(Kind::method_table, op, t_hashtab{found});
           s.ledger.owned_by_host(found->method_table);

@@ -50,7 +50,7 @@ t_class *class_to_build(State &s, Op op, const t_class *c);
 Method *find_method(const t_class &c, const t_symbol *name);
 
 /** @return the function of a message that only the host sends, or null. */
-t_method find_private(const t_class &c, const char *message);
+t_method find_private(const t_class &c, const t_symbol *message);
 
 /** Adds a message, which the class owns. */
 void add_method(State &s, Op op, t_class &c, Method method);

@@ -20,7 +20,11 @@ namespace patchbay {
 namespace {
 
 void release_stored(State &s, const t_dictionary::Stored &stored, Op by) {
-  if (const auto *array = std::get_if<t_atomarray *>(&stored)) s.ledger.release(*array, by);
+  if (const auto *array = std::get_if<t_atomarray *>(&stored)) {
+    // The record stays in the ledger for a while; what it holds need not.
+    (*array)->atoms = {};
+    s.ledger.release(*array, by);
+  }
 }
 
 void clear(State &s, t_dictionary &d, Op by) {

@@ -22,6 +22,7 @@
 #include "values.h"
 #include "viewer.h"
 #include "violations.h"
+#include "words.h"
 
 namespace patchbay {
 namespace {
@@ -183,14 +184,14 @@ void Host::send(Box box, const std::string &message, const Values &arguments) {
 
 void Host::double_click(Box box) {
   const Instance &x = instance_of(own(), box);
-  if (const t_method handler = find_private(*x.type, "dblclick"))
+  if (const t_method handler = find_private(*x.type, words().dblclick))
     call_out(own(), "dblclick", [&] { reinterpret_cast<t_dblclick_handler>(handler)(x.memory); });
 }
 
 std::string Host::assist(Box box, t_long io, t_long index) {
   const Instance &x = instance_of(own(), box);
   char text[BRONTAL_ASSIST_SIZE] = "";
-  if (const t_method handler = find_private(*x.type, "assist"))
+  if (const t_method handler = find_private(*x.type, words().assist))
     call_out(own(), "assist", [&] {
       reinterpret_cast<t_assist_handler>(handler)(x.memory, nullptr, io, index, text);
     });

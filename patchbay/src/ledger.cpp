@@ -9,7 +9,7 @@
 namespace patchbay {
 namespace {
 
-// How many releases are remembered.
+// How many releases are remembered, of blocks and of records each.
 constexpr std::size_t graveyard_limit = 4096;
 
 std::string_view name_of(Kind kind) {
@@ -28,6 +28,10 @@ std::string_view name_of(Kind kind) {
   return "thing";
 }
 
+bool is_dead_block(const Ledger::Entry &entry) {
+  return entry.kind == Kind::block && entry.released_by.has_value();
+}
+
 }  // namespace
 
 Ledger::Ledger(Checking checking) : checking_(checking), graveyard_(graveyard_limit) {}
@@ -40,7 +44,9 @@ Ledger::~Ledger() {
 }
 
 void Ledger::add(const void *address, Kind kind, Op made_by, std::shared_ptr<void> record) {
-  entries_[address] = {kind, made_by, std::nullopt, false, ++last_serial_, std::move(record)};
+  Entry &entry = entries_[address];
+  if (is_dead_block(entry)) --dead_blocks_;
+  entry = {kind, made_by, std::nullopt, false, ++last_serial_, std::move(record)};
 }
 
 void Ledger::owned_by_host(const void *address) {
@@ -48,12 +54,27 @@ void Ledger::owned_by_host(const void *address) {
 }
 
 void Ledger::release(const void *address, Op by) {
+  if (Entry *entry = entries_.find(address)) bury(address, *entry, by);
+}
+
+bool Ledger::release(const void *address, Kind kind, Op by) {
   Entry *entry = entries_.find(address);
-  if (entry == nullptr) return;
-  entry->released_by = by;
-  // What the oldest grave held goes last: a record may hold a listener, and that what calls back.
+  if (entry == nullptr || entry->kind != kind || entry->released_by) return false;
+  bury(address, *entry, by);
+  return true;
+}
+
+void Ledger::bury(const void *address, Entry &entry, Op by) {
+  entry.released_by = by;
+  if (entry.kind == Kind::block) {
+    if (++dead_blocks_ <= graveyard_limit) return;
+    entries_.erase_if(is_dead_block);
+    dead_blocks_ = 0;
+    return;
+  }
+  // The oldest record is destroyed last of all, as that may run code of others.
   const Grave oldest =
-      std::exchange(graveyard_[oldest_grave_], {address, entry->serial, std::move(entry->record)});
+      std::exchange(graveyard_[oldest_grave_], {address, entry.serial, std::move(entry.record)});
   oldest_grave_ = (oldest_grave_ + 1) % graveyard_limit;
   const Entry *old = entries_.find(oldest.address);
   if (old != nullptr && old->serial == oldest.serial) entries_.erase(oldest.address);

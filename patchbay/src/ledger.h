@@ -33,7 +33,9 @@ enum class Kind : std::uint8_t {
  * and which one released it. It owns the host's own records; they outlive their
  * release for a while, so that their addresses do not come back at once and a
  * late use is recognised. Memory goes back at once; that of blocks and instances
- * may come back under the same address as something new.
+ * may come back under the same address as something new. Of a release that was
+ * thousands ago only the name is forgotten: the address counts as one that was
+ * never handed out.
  *
  * A trusting ledger leaves blocks out, which are most of what a module asks for:
  * nobody then notices what a module does wrong with a block, or that it keeps one.
@@ -82,6 +84,9 @@ class Ledger {
   /** Strikes an address out; one that is not in the ledger changes nothing. */
   void release(const void *address, Op by);
 
+  /** The same for a living thing of a kind. @return whether it was one */
+  bool release(const void *address, Kind kind, Op by);
+
   /** The same, if it is alive, of this kind and not yet the host's: for a thing
    *  that an operation was to take over when it failed. */
   void release_unowned(const void *address, Kind kind, Op by);
@@ -103,6 +108,8 @@ class Ledger {
   static std::string describe(const Entry &entry);
 
  private:
+  void bury(const void *address, Entry &entry, Op by);
+
   struct Grave {
     const void *address = nullptr;
     std::uint64_t serial = 0;
@@ -111,8 +118,9 @@ class Ledger {
 
   Checking checking_;
   AddressMap<Entry> entries_;
-  std::vector<Grave> graveyard_;  // a ring of the last releases
+  std::vector<Grave> graveyard_;  // a ring of the records that were released last
   std::size_t oldest_grave_ = 0;
+  std::size_t dead_blocks_ = 0;  // entries of blocks that were released
   std::uint64_t last_serial_ = 0;
 };
 

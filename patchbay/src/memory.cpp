@@ -24,13 +24,15 @@ void *entered(State &s, Op op, Make &&make) {
   return block;
 }
 
-// Whether a block may be released or resized; one that may not is reported.
+// Whether a block may be resized; one that may not is reported.
 bool is_block(State &s, Op op, const void *block) {
   return !s.ledger.watches_blocks() || find_entry(s, op, Kind::block, block) != nullptr;
 }
 
-void strike_out(State &s, Op op, const void *block) {
-  if (s.ledger.watches_blocks()) s.ledger.release(block, op);
+// Strikes a block out. @return whether it was one; what is not is reported
+bool struck_out(State &s, Op op, const void *block) {
+  return !s.ledger.watches_blocks() || s.ledger.release(block, Kind::block, op) ||
+         find_entry(s, op, Kind::block, block) != nullptr;
 }
 
 void *new_block(Op op, t_long size, bool clear) {
@@ -56,7 +58,7 @@ void *sysmem_resizeptrclear(void *block, t_long size) {
         if (block != nullptr && !is_block(s, op, block)) return nullptr;
         return entered(s, op, [&] {
           void *resized = runtime::resize_block(block, size);
-          if (resized != nullptr && block != nullptr) strike_out(s, op, block);
+          if (resized != nullptr && block != nullptr) struck_out(s, op, block);
           return resized;
         });
       },
@@ -70,9 +72,7 @@ void sysmem_freeptr(void *block) {
     return;
   }
   operation(op, 0, [&](State &s) {
-    if (block == nullptr || !is_block(s, op, block)) return 0;
-    strike_out(s, op, block);
-    runtime::free_block(block);
+    if (block != nullptr && struck_out(s, op, block)) runtime::free_block(block);
     return 0;
   });
 }

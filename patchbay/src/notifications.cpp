@@ -6,9 +6,9 @@
 #include "call_out.h"
 #include "gate.h"
 #include "instances.h"
-#include "runtime/symbols.h"
 #include "state.h"
 #include "violations.h"
+#include "words.h"
 
 using patchbay::Instance;
 using patchbay::Op;
@@ -42,7 +42,7 @@ void send_notice(State &s, Instance &x, t_symbol *notice, void *data) {
     if (!is_client(x, client.instance)) continue;  // freed meanwhile
     const auto *receiver = static_cast<const t_object *>(client.instance);
     const auto *type = static_cast<const t_class *>(receiver->host[0]);
-    const auto handler = reinterpret_cast<t_notify_handler>(find_private(*type, "notify"));
+    const auto handler = reinterpret_cast<t_notify_handler>(find_private(*type, words().notify));
     call_module(s, notice,
                 [&] { handler(client.instance, client.name_space, notice, sender, data); });
   }
@@ -64,7 +64,7 @@ t_result object_attach_byptr_register(void *client, void *object, t_symbol *name
         const Instance *receiver = patchbay::find_instance(s, op, client);
         Instance *sender = patchbay::find_instance(s, op, object);
         if (receiver == nullptr || sender == nullptr ||
-            patchbay::find_private(*receiver->type, "notify") == nullptr)
+            patchbay::find_private(*receiver->type, patchbay::words().notify) == nullptr)
           return RESULT_FAILED;
         if (!patchbay::is_client(*sender, client)) sender->clients.push_back({client, name_space});
         return RESULT_OK;

@@ -12,9 +12,9 @@
 #include "gate.h"
 #include "instances.h"
 #include "lookup.h"
-#include "runtime/symbols.h"
 #include "state.h"
 #include "violations.h"
+#include "words.h"
 
 using patchbay::Instance;
 using patchbay::Kind;
@@ -61,13 +61,13 @@ std::string formatted(const char *format, va_list arguments) {
 }
 
 void *send_to_attribute(State &s, t_attr *attr, const t_symbol *message, va_list *arguments) {
-  if (message == runtime::intern("getname")) return attr->name;
-  if (message != runtime::intern("setmethod")) return nullptr;
+  if (message == patchbay::words().getname) return attr->name;
+  if (message != patchbay::words().setmethod) return nullptr;
   const t_symbol *which = va_arg(*arguments, t_symbol *);
   const auto method = va_arg(*arguments, t_method);
-  if (which == runtime::intern("set"))
+  if (which == patchbay::words().set)
     attr->setter = reinterpret_cast<t_attr_setter>(method);
-  else if (which != runtime::intern("get") || method != nullptr) {
+  else if (which != patchbay::words().get || method != nullptr) {
     if (which != nullptr)
       report(s, "setmethod was given '" + patchbay::as_text(which) +
                     "'; it takes \"set\", or \"get\" without a method");
@@ -77,7 +77,7 @@ void *send_to_attribute(State &s, t_attr *attr, const t_symbol *message, va_list
 }
 
 void *send_to_array(t_atomarray *array, const t_symbol *message, va_list *arguments) {
-  if (message != runtime::intern("setatoms64")) return nullptr;
+  if (message != patchbay::words().setatoms64) return nullptr;
   const auto count = va_arg(*arguments, t_long);
   const auto *atoms = va_arg(*arguments, const t_atom *);
   if (count < 0 || (count > 0 && atoms == nullptr)) return nullptr;

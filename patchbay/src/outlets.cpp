@@ -42,6 +42,7 @@ t_result outlet_anything(t_outlet *outlet, t_symbol *message, t_long argc, const
                         as_text(found->type) + "'");
           return RESULT_FAILED;
         }
+        if (found->listeners.empty()) return RESULT_OK;
         const patchbay::Values arguments = patchbay::from_atoms(argc, argv);
         // A listener may free the box, and the outlet with it.
         const auto listeners = found->listeners;

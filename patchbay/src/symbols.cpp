@@ -5,6 +5,7 @@
 #include "gate.h"
 #include "modules.h"
 #include "state.h"
+#include "words.h"
 
 using patchbay::Op;
 using patchbay::State;
@@ -22,8 +23,8 @@ const t_common_symbols *common_symbols = &table;
 void common_symbols_init() {
   operation(Op::common_symbols_init, 0, [](State &s) {
     if (!patchbay::is_loading(s, Op::common_symbols_init)) return 0;
-    table = {runtime::intern("box"), runtime::intern("name"), runtime::intern("getname"),
-             runtime::intern("edit"), runtime::intern("attr_modified")};
+    table = {patchbay::words().box, patchbay::words().name, patchbay::words().getname,
+             patchbay::words().edit, patchbay::words().attr_modified};
     return 0;
   });
 }

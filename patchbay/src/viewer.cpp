@@ -10,6 +10,7 @@
 #include "state.h"
 #include "trace.h"
 #include "values.h"
+#include "words.h"
 
 namespace patchbay {
 namespace {
@@ -22,7 +23,7 @@ struct Viewer {
 // Called by the host alone, so there is a host, and the class is registered.
 void *viewer_new(t_symbol *name, t_long argc, t_atom *argv) {
   State &s = *current_state();
-  t_class &c = *s.classes.at({runtime::intern("box"), name});
+  t_class &c = *s.classes.at({words().box, name});
   auto *viewer = static_cast<Viewer *>(allocate_instance(s, c, Op::object_new_typed));
   if (viewer != nullptr && argc > 0)
     viewer->dictionary = runtime::intern(to_text(from_atom(argv[0])).c_str());
@@ -41,13 +42,13 @@ void viewer_edit(const Viewer *viewer) {
 }  // namespace
 
 void register_viewer(State &s) {
-  t_symbol *box = runtime::intern("box");
+  t_symbol *box = words().box;
   t_class *c = make_class(s, {.name = runtime::intern("dict"),
                               .constructor = viewer_new,
                               .size = sizeof(Viewer),
                               .name_space = box});
   add_method(s, Op::class_addmethod, *c,
-             {runtime::intern("edit"), reinterpret_cast<t_method>(viewer_edit), ARGS_NONE, {}});
+             {words().edit, reinterpret_cast<t_method>(viewer_edit), ARGS_NONE, {}});
   s.classes[{box, c->name}] = c;
 }
 
