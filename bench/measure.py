@@ -52,7 +52,7 @@ def least(found, name):
 
 
 def measure(build, rounds, min_time, quick):
-    """The designs, each with what every program measured, and the burst."""
+    """The designs, each with what every program measured, the burst, and a host that trusts."""
     plan = designs.designs(quick)
     designs_file = Path(build) / "designs.json"
     designs_file.write_text(json.dumps(plan), encoding="utf-8")
@@ -75,4 +75,7 @@ def measure(build, rounds, min_time, quick):
     burst = least(found["veltane"], "burst")
     if "refused" in burst:
         raise RuntimeError(f"burst: {burst['refused']}")
-    return {**plan, "burst": burst, "rounds": rounds}
+    trusting = least(found["veltane"], "default/trusting")
+    if "refused" in trusting:
+        raise RuntimeError(f"default/trusting: {trusting['refused']}")
+    return {**plan, "burst": burst, "trusting": trusting, "rounds": rounds}

@@ -113,6 +113,13 @@ class Report(unittest.TestCase):
         self.assertTrue(liquid.endswith(": MISSED"), liquid)
         self.assertIn("MISSED, behind at lowpass 32", families[-1])
 
+    def test_the_time_of_a_trusting_host_follows_that_of_a_strict_one(self):
+        results = {"designs": [{**design(5, 10.0, 301.0, 0.4), "name": "default"}],
+                   "trusting": {"us": 7.891}}
+        strict, trusting = report.aims(results)[:2]
+        self.assertIn("takes 10 us", strict)
+        self.assertIn("book it takes 7.89 us", trusting)
+
     def test_a_wrong_filter_is_marked(self):
         rows = report.times({"designs": [design(5, 10.0, 300.0, 0.5, right=False)]})
         self.assertIn("0.5*", rows[-1])
