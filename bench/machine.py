@@ -30,7 +30,7 @@ def compiler(build):
 
 
 def versions():
-    """The packages with their versions; none where there is no dpkg."""
+    """The packages with their versions; none without dpkg."""
     try:
         run = subprocess.run(["dpkg-query", "-W", "-f", "${Package} ${Version}\n", *PACKAGES],
                              check=False, capture_output=True, text=True)

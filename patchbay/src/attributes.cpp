@@ -62,7 +62,7 @@ t_attr *new_attribute(Op op, const char *name, t_symbol *type, t_long maximum,
       name, type);
 }
 
-// An attribute's name for the trace; none when the address is no attribute.
+// An attribute's name for the trace; null when the address is not an attribute's.
 const t_symbol *traced_name(const t_attr *attr) {
   const State *state = patchbay::current_state();
   return state != nullptr && state->ledger.find(attr, Kind::attribute) != nullptr ? attr->name
@@ -123,12 +123,7 @@ t_result class_addattr(t_class *c, t_attr *attr) {
   return operation_or(
       op, RESULT_FAILED, give_up,
       [&](State &s) {
-        const auto *entry = patchbay::find_entry(s, op, Kind::attribute, attr);
-        if (entry == nullptr) return RESULT_FAILED;
-        if (entry->owned_by_host) {
-          report_given(s, op, patchbay::Ledger::describe(*entry) + ", which a class has already");
-          return RESULT_FAILED;
-        }
+        if (!can_take_over(s, op, Kind::attribute, attr, "a class")) return RESULT_FAILED;
         t_class *found = patchbay::class_to_build(s, op, c);
         if (found == nullptr) return give_up(s);
         if (!lies_within(*attr, found->size)) {

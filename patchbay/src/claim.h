@@ -57,7 +57,7 @@ struct OwnHost {
 };
 extern constinit thread_local OwnHost own PATCHBAY_NEAR;
 
-/** The number of the host that lives; 0 when there is none. */
+/** The number of the host that lives, or 0. */
 extern constinit std::atomic<std::uint64_t> living;
 
 /** @return whether no host lives, in any thread. */

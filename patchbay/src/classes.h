@@ -40,7 +40,7 @@ namespace patchbay {
 
 struct State;
 
-/** @return the class at this address; null when there is none, which is reported. */
+/** @return the class at this address; null for any other address, which is reported. */
 t_class *find_class(State &s, Op op, const t_class *c);
 
 /** The same for an operation that builds a class, which only ext_main may. */

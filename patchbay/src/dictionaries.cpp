@@ -137,13 +137,7 @@ t_result dictionary_appendatomarray(t_dictionary *d, t_symbol *key, t_atomarray 
   return operation_or(
       op, RESULT_FAILED, release,
       [&](State &s) {
-        const auto *entry = patchbay::find_entry(s, op, Kind::atom_array, value);
-        if (entry == nullptr) return RESULT_FAILED;
-        if (entry->owned_by_host) {
-          report_given(s, op,
-                       patchbay::Ledger::describe(*entry) + ", which a dictionary has already");
-          return RESULT_FAILED;
-        }
+        if (!can_take_over(s, op, Kind::atom_array, value, "a dictionary")) return RESULT_FAILED;
         auto *found = patchbay::find<t_dictionary>(s, op, Kind::dictionary, d);
         if (found == nullptr || key == nullptr) {
           release(s);

@@ -27,8 +27,8 @@ struct Instance : std::enable_shared_from_this<Instance> {
   bool freed = false;  // what follows a call into a module must ask
 };
 
-/** @return the instance whose record is at this address; null when there is none, which is
- *  reported. */
+/** @return the instance whose record is at this address; null for any other address,
+ *  which is reported. */
 Instance *find_instance(State &s, Op op, const void *x);
 
 /** @return a zero-filled record of a class with its instance, or null without memory. */

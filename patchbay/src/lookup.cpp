@@ -23,4 +23,12 @@ const Ledger::Entry *find_entry(State &s, Op op, Kind kind, const void *address)
   return entry;
 }
 
+bool can_take_over(State &s, Op op, Kind kind, const void *address, const char *owner) {
+  const Ledger::Entry *entry = find_entry(s, op, kind, address);
+  if (entry == nullptr) return false;
+  if (!entry->owned_by_host) return true;
+  report_given(s, op, fmt::format("{}, which {} has already", Ledger::describe(*entry), owner));
+  return false;
+}
+
 }  // namespace patchbay

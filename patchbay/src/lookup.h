@@ -26,6 +26,11 @@ Record *find(State &s, Op op, Kind kind, const void *address) {
   return entry == nullptr ? nullptr : static_cast<Record *>(entry->record.get());
 }
 
+/** @return whether an operation may take over the thing at an address; false for null, and for any
+ *  other address that is not a living thing of the kind, or one that the host owns already, which
+ *  is reported. @param owner  who owns it then, such as "a class" */
+bool can_take_over(State &s, Op op, Kind kind, const void *address, const char *owner);
+
 }  // namespace patchbay
 
 #endif

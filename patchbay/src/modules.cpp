@@ -68,7 +68,7 @@ void load_module(State &s, const std::filesystem::path &path) {
   auto *start = reinterpret_cast<void (*)()>(dlsym(module, "ext_main"));
   if (start == nullptr) {
     dlclose(module);
-    throw Error(fmt::format("'{}' is no module: it has no function ext_main", path.string()));
+    throw Error(fmt::format("'{}' is not a module: it has no function ext_main", path.string()));
   }
   if (std::find(s.modules.begin(), s.modules.end(), module) != s.modules.end()) {
     dlclose(module);

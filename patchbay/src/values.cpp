@@ -18,7 +18,8 @@ namespace patchbay {
 namespace {
 
 // Standard libraries of other systems lack std::from_chars for doubles. What lies beyond the
-// doubles, and what is not 0 and rounds to it, is no number: it would become infinite or silent.
+// doubles, and what rounds to 0 without being 0, is not taken for a number: it would become infinite
+// or silent.
 std::optional<double> as_double(const char *begin, const char *end) {
   double number = 0.0;
   const auto [stop, error] = fast_float::from_chars(begin, end, number);

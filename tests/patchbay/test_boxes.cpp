@@ -109,7 +109,7 @@ TEST_F(Boxes, CanMakeInstancesOfTheirOwn) {
   void *made = object_new_typed(gensym("box"), gensym("counter"), 2, arguments);
   ASSERT_NE(made, nullptr);
   EXPECT_EQ(host.get(static_cast<Box>(made), "step"), Values{7});
-  EXPECT_THAT(host.boxes(), IsEmpty()) << "it is no box of the user's";
+  EXPECT_THAT(host.boxes(), IsEmpty()) << "the user did not make it";
   EXPECT_THAT(refusal([&] { host.free(static_cast<Box>(made)); }), HasSubstr("no such box"));
   EXPECT_EQ(object_free(made), RESULT_OK);
 

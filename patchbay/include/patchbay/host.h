@@ -63,7 +63,7 @@ struct PATCHBAY_API AttributeInfo {
   std::optional<double> highest;
   std::vector<std::pair<std::string, Values>> properties; /**< as they were given */
 
-  /** @return the value of a property; none when it was not given. */
+  /** @return the values of a property; empty when it was not given. */
   Values property(const std::string &name) const;
 };
 
@@ -86,6 +86,11 @@ enum class Checking {
 /** Receives what leaves an outlet. */
 using Listener = std::function<void(const std::string &message, const Values &arguments)>;
 
+/**
+ * The host. A function that takes a box raises Error when there is no such box,
+ * whether there never was one or it has been freed. Boxes belong to the host; what
+ * functions return by value is a copy.
+ */
 class PATCHBAY_API Host {
  public:
   /** @param out  where viewers print; the caller's, which must outlive the host.
@@ -98,14 +103,16 @@ class PATCHBAY_API Host {
 
   // --- modules and boxes
 
-  /** Loads a module and runs its `ext_main`. Raises Error when there is no such
-   *  file, or it is no module, and std::runtime_error when it finds no memory. */
+  /** Loads a module and runs its `ext_main`. The host unloads it when it is closed.
+   *  Raises Error when the file is missing or is not a module, or when the module is
+   *  loaded already, and std::runtime_error when there is no memory for it. */
   void load(const std::filesystem::path &module);
 
   /** @return the classes that boxes can be made of. */
   std::vector<std::string> classes() const;
 
-  /** @return the attributes of a class in their order. Raises Error. */
+  /** @return the attributes of a class in their order. Raises Error when there is no
+   *  such class. */
   std::vector<AttributeInfo> attributes(const std::string &class_name) const;
 
   /**
@@ -115,7 +122,7 @@ class PATCHBAY_API Host {
    */
   Box make(const std::string &text);
 
-  /** Frees a box made by `make`. Raises Error when there is no such box. */
+  /** Frees a box made by `make`. */
   void free(Box box);
 
   /** @return the boxes that are alive, in the order in which they were made. */
@@ -140,7 +147,9 @@ class PATCHBAY_API Host {
   /** Double-clicks a box; one that takes no notice stays as it is. */
   void double_click(Box box);
 
-  /** @return the hint for an inlet or outlet; empty when there is none. */
+  /** @param io     ASSIST_INLET or ASSIST_OUTLET
+   *  @param index  from 0
+   *  @return the hint for an inlet or outlet; empty when the class gives no hint */
   std::string assist(Box box, t_long io, t_long index);
 
   /** Sends a notice about a box to its clients. */
@@ -152,19 +161,21 @@ class PATCHBAY_API Host {
 
   // --- attributes
 
-  /** Sets an attribute. Raises Error when there is none of that name or the
-   *  values do not fit its type. */
+  /** Sets an attribute, with what follows from it, such as notices. Raises Error when
+   *  the class has no attribute of that name or the values do not fit its type. */
   void set(Box box, const std::string &attribute, const Values &values);
 
-  /** @return its values. Raises Error when there is none of that name. */
+  /** @return its values. Raises Error when the class has no attribute of that name. */
   Values get(Box box, const std::string &attribute) const;
 
-  /** @return whether it is shown as out of use. Raises Error. */
+  /** @return whether it is shown as out of use. Raises Error when the class has no
+   *  attribute of that name. */
   bool disabled(Box box, const std::string &attribute) const;
 
   // --- dictionaries, tasks, audio, console
 
-  /** @return the contents of a registered dictionary; none when there is none. */
+  /** @return a copy of a registered dictionary; nothing when no dictionary has that
+   *  name. */
   std::optional<Dictionary> dictionary(const std::string &name) const;
 
   /** @return the names of all registered dictionaries, sorted. */
@@ -180,12 +191,14 @@ class PATCHBAY_API Host {
   /** Switches audio on: boxes that can take signals get "dsp64", now and when
    *  they are made. @param samplerate  in Hz */
   void audio_on(double samplerate = 48000.0);
+
+  /** Switches audio off: boxes that are made from now on get no "dsp64". */
   void audio_off();
 
   /** What `sys_getsr` reports, in Hz; 48000 at first. Sends nothing. */
   void set_samplerate(double samplerate);
 
-  /** @return the console, oldest first. */
+  /** @return the console, oldest first; it grows as long as the host lives. */
   const std::vector<Post> &posts() const;
 
  private:

@@ -37,12 +37,13 @@ class PATCHBAY_API Inspector {
   // --- what a module does wrong
 
   /** @return the misuse of operations so far, a sentence each, oldest first; valid
-   *  as long as the host, and grows with it. */
+   *  as long as the host, and grows with it. What a module does wrong with blocks is
+   *  missing when the host is trusting. */
   const std::vector<std::string> &violations() const;
 
   /** @return what a module has been handed and has not released, a phrase each,
    *  oldest first, such as "dictionary 3 from dictionary_new". Costs a pass over
-   *  all that is in the book. */
+   *  all that is in the book. Blocks are missing when the host is trusting. */
   std::vector<std::string> leaks() const;
 
   // --- which operations it calls

@@ -1,4 +1,4 @@
-/* A library that is no module: it has no start function. */
+/* A library that is not a module: it has no start function. */
 
 #include "brontal/brontal.h"
 
