@@ -44,8 +44,9 @@ void operator delete(void *memory, std::size_t) noexcept { std::free(memory); }
 
 void *sysmem_newptrclear(t_long size) {
   if (fails()) return nullptr;
-  ++blocks_alive;
-  return runtime::new_block(size, true);
+  void *block = runtime::new_block(size, true);
+  if (block != nullptr) ++blocks_alive;
+  return block;
 }
 void *sysmem_newptr(t_long size) { return sysmem_newptrclear(size); }
 void *sysmem_resizeptrclear(void *block, t_long size) {
