@@ -7,9 +7,10 @@
 #include <exception>
 #include <new>
 
-#include "memory.h"
-#include "output.h"
-#include "subcommand.h"
+#include "base/messages.h"
+#include "base/out_of_memory.h"
+#include "designer/refusal.h"
+#include "dispatch.h"
 
 namespace {
 
@@ -20,15 +21,6 @@ struct MemoryHandler {
 // First of all: the command line library allocates before `main`.
 [[gnu::init_priority(101)]] const MemoryHandler memory_handler;
 
-int run(const cli::Words &words) {
-  try {
-    return cli::run(words);
-  } catch (const cli::Answer &answer) {
-    cli::print(answer.text);
-    return 0;
-  }
-}
-
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -36,15 +28,15 @@ int main(int argc, char **argv) {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   try {
-    return run(cli::Words(argv + 1, argv + argc));
-  } catch (const cli::Refusal &refusal) {
-    cli::say(refusal.what());
+    return cli::run(cli::Words(argv + 1, argv + argc));
+  } catch (const designer::Refusal &refusal) {
+    cli::warn(refusal.what());
     return 2;
   } catch (const std::bad_alloc &) {
     // Not by `new`: libraries have their own ways to ask for memory.
     cli::end_without_memory();
   } catch (const std::exception &error) {
-    cli::say(error.what());
+    cli::warn(error.what());
     return 3;
   }
 }

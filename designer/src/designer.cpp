@@ -93,7 +93,10 @@ class Designer::Box {
 
   // What it changes of the settings becomes remarks.
   void set(const Settings &requested) {
-    for (const auto &[name, values] : requested) set(named(attributes_, name), values);
+    // Cutoffs mean something in units only: those come first, in whatever order they were given.
+    for (const bool units : {true, false})
+      for (const auto &[name, values] : requested)
+        if ((name == "units") == units) set(named(attributes_, name), values);
     check_cutoffs(requested);
   }
 

@@ -3,12 +3,12 @@
 
 #include <new>
 
+#include "base/out_of_memory.h"
+#include "base/output_file.h"
+#include "design/workers.h"
 #include "os/leftovers.h"
-#include "memory.h"
-#include "output.h"
 #include "run_command.h"
 #include "scratch_folder.h"
-#include "workers.h"
 
 using testing::ExitedWithCode;
 using testing::HasSubstr;
@@ -19,22 +19,21 @@ using Unfinished = ScratchFolder;
 
 // What the command says of a box that publishes nothing and posts a text.
 Outcome design_that_posts(const std::string &text) {
-  return veltane("design --module " SILENT_MODULE " --posts '" + text + "'");
+  return veltane("design --module " SILENT_MODULE " --units '" + text + "'");
 }
 
 // Works through lines. @return the numbers of those whose results arrived
 std::vector<std::string> worked(const cli::Workers::Work &work, bool &had_no_memory) {
   std::vector<std::string> results;
   cli::Workers workers(2, work, [](const cli::Line &line, const std::string &how) {
-    return cli::Result{false, std::to_string(line.number) + " " + how};
+    return cli::Result{cli::Outcome::failed, std::to_string(line.number) + " " + how};
   });
   std::vector<cli::Line> lines(10);
   for (std::size_t i = 0; i < lines.size(); ++i) lines[i].number = i + 1;
   workers.start(lines);
   try {
     while (!workers.idle()) {
-      std::vector<pollfd> waiting;
-      workers.add_to(waiting);
+      std::vector<pollfd> waiting = workers.waiting();
       poll(waiting.data(), waiting.size(), -1);
       workers.collect([&](const cli::Result &result) { results.push_back(result.text); });
     }
@@ -70,11 +69,11 @@ TEST(Memory, IsNotBlamedWhereThereIsNoReason) {
 
 TEST(Memory, OfADesignEndsABatch) {
   const std::string batch = " | " VELTANE_COMMAND " design --batch - --module " SILENT_MODULE;
-  const Outcome exhausted = run("echo '{\"posts\": \"out of memory\"}'" + batch);
+  const Outcome exhausted = run("echo '{\"units\": \"out of memory\"}'" + batch);
   EXPECT_EQ(exhausted.status, 3);
   EXPECT_EQ(exhausted.err, "veltane: out of memory\n");
   EXPECT_EQ(exhausted.out, "");
-  const Outcome other = run("echo '{\"posts\": \"the moon is full\"}'" + batch);
+  const Outcome other = run("echo '{\"units\": \"the moon is full\"}'" + batch);
   EXPECT_EQ(other.status, 1);
   EXPECT_EQ(other.out, "{\"line\": 1, \"error\": \"the moon is full\"}\n");
 }
@@ -84,7 +83,7 @@ TEST(Memory, ThatAWorkerDoesNotHaveIsToldByItsParent) {
   worked(
       [](const cli::Line &line) {
         if (line.number == 7) throw std::bad_alloc();
-        return cli::Result{true, std::to_string(line.number)};
+        return cli::Result{cli::Outcome::designed, std::to_string(line.number)};
       },
       had_no_memory);
   EXPECT_TRUE(had_no_memory);
@@ -96,7 +95,7 @@ TEST(Memory, IsNotBlamedForAWorkersOtherEnds) {
     const auto results = worked(
         [&](const cli::Line &line) {
           if (line.number == 7) _exit(status);
-          return cli::Result{true, std::to_string(line.number)};
+          return cli::Result{cli::Outcome::designed, std::to_string(line.number)};
         },
         had_no_memory);
     EXPECT_FALSE(had_no_memory);

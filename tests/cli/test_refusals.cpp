@@ -3,41 +3,26 @@
 
 #include <cstdio>
 
+#include "in_process.h"
 #include "run_command.h"
 
 using testing::HasSubstr;
-
-namespace {
-
-struct Refused {
-  const char *arguments;
-  const char *says;  // what was wrong, or what is allowed
-};
-
-// What a failing case, and the test itself, are called.
-void PrintTo(const Refused &refused, std::ostream *out) {
-  *out << '\'' << refused.arguments << '\'';
-}
+using tests::Refused;
 
 class Refusals : public testing::TestWithParam<Refused> {};
 
-}  // namespace
-
-TEST_P(Refusals, GetOneSentenceAndStatusTwo) {
-  const Outcome outcome = veltane(GetParam().arguments);
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.out, "");
-  EXPECT_THAT(outcome.err, HasSubstr(GetParam().says));
-  EXPECT_TRUE(outcome.err.starts_with("veltane: ")) << outcome.err;
-  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
-}
+TEST_P(Refusals, AreOneSentence) { tests::expect_refusal(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(
     Command, Refusals,
     testing::Values(
-        Refused{"", "needs a subcommand"}, Refused{"desing", "'desing' is no subcommand"},
-        Refused{"--nope", "'--nope'"}, Refused{"design --ordr 5", "'--ordr' is no option"},
-        Refused{"design extra", "'extra' is no option"}, Refused{"design -x", "'-x'"},
+        Refused{"", "needs a subcommand"},
+        Refused{"desing", "unknown subcommand 'desing'; did you mean design?"},
+        Refused{"filter", "it is one of design, check, plot, export, estimate"},
+        Refused{"--nope", "'--nope'"},
+        Refused{"design --ordr 5", "unknown option '--ordr'; did you mean --order?"},
+        Refused{"design --nonsense", "veltane design --help lists the options"},
+        Refused{"design extra", "unexpected 'extra'"}, Refused{"design -x", "'-x'"},
         Refused{"design --order", "--order takes one value, and 0 were given"},
         Refused{"design --order=", "--order takes one value"},
         Refused{"design --order 3 --order 4", "--order takes one value, and 2 were given"},
@@ -61,6 +46,13 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"design --module /nowhere/veltane.so", "no module file '/nowhere/veltane.so'"},
         Refused{"design --module /etc/passwd", "cannot be loaded"},
         Refused{"design --module " LIBRARY_FOLDER "/libpatchbay.so", "ext_main"}));
+
+TEST(Refusal, IsOnStandardErrorWithStatusTwo) {
+  const Outcome outcome = veltane("design --order five");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err, "veltane: 'order' takes an integer, not 'five'\n");
+}
 
 TEST(RefusalsOfTheSystem, AFullDiskIsStatusThree) {
   const Outcome outcome = run(std::string(VELTANE_COMMAND) + " design >/dev/full");

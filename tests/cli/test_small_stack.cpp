@@ -12,7 +12,8 @@ constexpr char stack[] = "64";
 #endif
 
 Outcome on_a_small_stack(const std::string &arguments) {
-  return run("( ulimit -s " + std::string(stack) + "; exec " + std::string(VELTANE_COMMAND) + ' ' + arguments + " )");
+  return run("( ulimit -s " + std::string(stack) + "; exec " + std::string(VELTANE_COMMAND) + ' ' +
+             arguments + " )");
 }
 
 class SmallStack : public ScratchFolder {};

@@ -4,8 +4,9 @@
 #include <cstdio>
 #include <exception>
 
+#include "designer/refusal.h"
+#include "dispatch.h"
 #include "fuzz.h"
-#include "subcommand.h"
 
 namespace fuzz {
 
@@ -18,9 +19,7 @@ int run_command(const std::vector<std::string> &words) {
   if (std::any_of(words.begin(), words.end(), reaches_out)) return 2;
   try {
     return cli::run(words);
-  } catch (const cli::Answer &) {
-    return 0;
-  } catch (const cli::Refusal &refusal) {
+  } catch (const designer::Refusal &refusal) {
     require(*refusal.what() != '\0', "a refusal gives no reason");
     return 2;
   } catch (const std::exception &error) {

@@ -1,11 +1,9 @@
 // Lines of a batch: each gives one line of JSON, with a design or an error.
 
-#include <sstream>
-
-#include "batch.h"
+#include "base/line_reader.h"
+#include "design/batch.h"
 #include "fuzz.h"
-#include "json_text.h"
-#include "lines.h"
+#include "text/json.h"
 
 namespace {
 
@@ -14,10 +12,11 @@ constexpr std::size_t most_lines = 4;
 
 void check(const cli::Line &line, const cli::Result &result) {
   fuzz::require(result.text.find('\n') == std::string::npos, "a result is not one line");
-  const cli::Json document = cli::parse_json(result.text, "the result");
+  const text::Json document = text::Json::parse(result.text);
   fuzz::require(document.at("line") == line.number, "a result is not that of its line");
+  const bool designed = result.outcome == cli::Outcome::designed;
   fuzz::require(
-      document.contains("error") != result.good && document.contains("dictionary") == result.good,
+      document.contains("error") != designed && document.contains("dictionary") == designed,
       "a result is neither a design nor an error");
 }
 
@@ -26,12 +25,10 @@ void check(const cli::Line &line, const cli::Result &result) {
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const fuzz::File file(fuzz::text_of(data, size));
   cli::LineReader reader(file.name());
-  std::ostringstream printed;
-  patchbay::Host host(printed);
-  host.load(fuzz::module());
+  designer::Designer designer(fuzz::module());
   while (!reader.at_end()) reader.read();
   for (const cli::Line &line : reader.take(most_lines))
-    check(line, cli::design_line(host, {}, line));
-  fuzz::require(host.close().empty(), "a design broke the host's rules");
+    check(line, cli::designed_line(designer, {}, line));
+  fuzz::require(designer.close().empty(), "a design broke the host's rules");
   return 0;
 }

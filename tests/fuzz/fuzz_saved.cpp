@@ -1,41 +1,38 @@
 // A saved design: checked as it is, exported anew, and drawn up to what gnuplot gets.
 
-#include <sstream>
-
 #include "command.h"
+#include "designer/refusal.h"
+#include "designer/saved_design.h"
+#include "designer/title.h"
 #include "fuzz.h"
-#include "plot/figure.h"
-#include "plot/ranges.h"
-#include "saved.h"
-#include "title.h"
+#include "gnuplot/picture.h"
+#include "pictures/figure.h"
 
 namespace {
 
-void draw(const std::string &file) {
+void draw(const std::string &json) {
+  designer::Designer designer(fuzz::module());
   try {
-    std::ostringstream printed;
-    patchbay::Host host(printed);
-    host.load(fuzz::module());
-    const cli::Design saved = cli::read_saved(file);
+    const designer::SavedDesign saved = designer::parse_saved_design(json, "the file");
     if (saved.dictionary.empty()) return;
-    const cli::Design design = cli::saved_filter(host, file, saved);
-    cli::plot::Figure figure;
-    figure.traces.push_back(cli::plot::trace(design, "the file"));
-    figure.traces.back().name = cli::title(design);
-    figure.frequencies = cli::plot::whole_axis(figure.traces);
-    figure.levels = cli::plot::whole_levels(figure.traces, cli::plot::usual_floor(figure.traces));
-    cli::plot::script(figure);
+    const designer::Design design = designer::opened(designer, saved, "the file");
+    pictures::DrawnFilter filter =
+        pictures::drawn_filter(designer::published_filter(design), "the file");
+    filter.name = designer::title(design);
+    gnuplot::script(pictures::figure_of({filter}), {});
+  } catch (const designer::Refusal &) {
   } catch (const std::runtime_error &) {
-    // Refused in a sentence.
+    // A dictionary that is not that of a filter.
   }
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-  const fuzz::File file(fuzz::text_of(data, size));
+  const std::string json = fuzz::text_of(data, size);
+  const fuzz::File file(json);
   fuzz::run_command({"check", file.name()});
   fuzz::run_command({"export", "--for", "scipy", "--from", file.name()});
-  draw(file.name());
+  draw(json);
   return 0;
 }

@@ -1,5 +1,5 @@
 /* A class "veltane" whose boxes publish nothing when they are banged, and post the
- * attribute "posts" instead, unless it is "nothing". */
+ * attribute "units" instead, unless it is "nothing". */
 
 #include <stddef.h>
 #include <string.h>
@@ -10,7 +10,7 @@ typedef struct t_box {
   t_object object;
   t_symbol *name;
   t_symbol *response;
-  t_symbol *posts;
+  t_symbol *units;
 } t_box;
 
 static t_class *s_class;
@@ -21,13 +21,13 @@ static void *make(t_symbol *name, t_long argc, t_atom *argv) {
   if (x == NULL) return NULL;
   x->name = gensym("nobody");
   x->response = gensym("lowpass");
-  x->posts = gensym("nothing");
+  x->units = gensym("nothing");
   attr_args_process(x, argc, argv);
   return x;
 }
 
 static void bang(t_box *x) {
-  if (strcmp(x->posts->name, "nothing") != 0) object_error(x, "%s", x->posts->name);
+  if (strcmp(x->units->name, "nothing") != 0) object_error(x, "%s", x->units->name);
 }
 
 BRONTAL_EXPORT void ext_main(void) {
@@ -36,6 +36,6 @@ BRONTAL_EXPORT void ext_main(void) {
   class_addmethod(s_class, (t_method)bang, "bang", ARGS_NONE);
   class_addattr(s_class, attr_offset_new("name", symbol, offsetof(t_box, name)));
   class_addattr(s_class, attr_offset_new("response", symbol, offsetof(t_box, response)));
-  class_addattr(s_class, attr_offset_new("posts", symbol, offsetof(t_box, posts)));
+  class_addattr(s_class, attr_offset_new("units", symbol, offsetof(t_box, units)));
   class_register(gensym("box"), s_class);
 }

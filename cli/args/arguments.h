@@ -1,0 +1,49 @@
+// What was typed behind a subcommand.
+#ifndef CLI_ARGS_ARGUMENTS_H
+#define CLI_ARGS_ARGUMENTS_H
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "args/option.h"
+#include "base/words.h"
+
+namespace cli {
+
+/** The values of options, and the operand. Where something does not fit, functions raise
+ *  designer::Refusal. */
+class Arguments {
+ public:
+  /** @param values   of each option that was given
+   *  @param operand  the word before the options */
+  explicit Arguments(std::map<const Option *, Words> values,
+                     std::optional<std::string> operand = std::nullopt)
+      : values_(std::move(values)), operand_(std::move(operand)) {}
+
+  /** @return whether an option was given. */
+  bool given(const Option &option) const { return values_.contains(&option); }
+
+  /** @return its only value; none when it was not given. Raises when there is not exactly one. */
+  std::optional<std::string> value(const Option &option) const;
+
+  /** @return its value, or the first choice when it was not given. Raises when it is not one of the
+   *  choices. */
+  std::string choice(const Option &option) const;
+
+  /** @return its values, none when it was not given. Raises when it was given and there are none, or
+   *  more than it takes. */
+  Words values(const Option &option) const;
+
+  /** @return the word before the options, where the subcommand takes one and it was given. */
+  const std::optional<std::string> &operand() const { return operand_; }
+
+ private:
+  std::map<const Option *, Words> values_;
+  std::optional<std::string> operand_;
+};
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,23 @@
+// Completion of command lines in shells, made of what the help is made of.
+#ifndef CLI_ARGS_COMPLETION_H
+#define CLI_ARGS_COMPLETION_H
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "args/subcommand.h"
+
+namespace cli {
+
+inline constexpr std::array<std::string_view, 3> completion_shells{"bash", "zsh", "fish"};
+
+/** @param shell  one of `completion_shells`
+ *  @return a script for that shell which completes subcommands, options, and values that an option
+ *          chooses from; files elsewhere */
+std::string completion(std::string_view shell, std::span<const Subcommand *const> subcommands);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,37 @@
+// The options that say which filter is meant, the same for all subcommands: one for each attribute
+// of the box, and --from.
+#ifndef CLI_ARGS_SETTINGS_OPTIONS_H
+#define CLI_ARGS_SETTINGS_OPTIONS_H
+
+#include <string>
+
+#include "args/arguments.h"
+#include "args/option.h"
+#include "designer/settings.h"
+
+namespace cli {
+
+/** @return one option for each attribute, in the order in which the module declares them. They stand
+ *  here so that the help needs no module; a test holds them against what it declares. */
+Options settings_options();
+
+/** @return the attribute that such an option sets: "passband_ripple" for --passband-ripple. */
+std::string attribute_of(const Option &option);
+
+/** @return the option that sets an attribute: "--passband-ripple". */
+std::string option_for(const std::string &attribute);
+
+/**
+ * @return what was asked for, in the order of the attributes: the settings of the design that
+ *         --from names, and those given beside it instead of its own
+ * Raises designer::Refusal when the file cannot be read or is not a saved design, or it has a
+ * setting that is not an attribute.
+ */
+designer::Settings requested_settings(const Arguments &arguments);
+
+/** @return the settings that were typed themselves, not taken from a file. */
+designer::Settings typed_settings(const Arguments &arguments);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,31 @@
+// Options that several subcommands have.
+#ifndef CLI_ARGS_SHARED_OPTIONS_H
+#define CLI_ARGS_SHARED_OPTIONS_H
+
+#include <array>
+
+#include "args/option.h"
+
+namespace cli {
+
+inline constexpr std::array<std::string_view, 2> format_choices{"text", "json"};
+
+inline constexpr Option format_option{.names = "--format",
+                                      .value = "WORD",
+                                      .help = "How to print it: text, json [text]",
+                                      .choices = format_choices};
+
+inline constexpr Option output_option{
+    .names = "-o,--output", .value = "FILE", .help = "Write it to a file, whole or not at all"};
+
+inline constexpr Option from_option{
+    .names = "--from",
+    .value = "FILE",
+    .help = "Take the settings of a design saved as JSON; those given beside it win"};
+
+inline constexpr Option module_option{
+    .names = "--module", .value = "FILE", .help = "The module to load [the installed one]"};
+
+}  // namespace cli
+
+#endif

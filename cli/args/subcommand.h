@@ -1,0 +1,58 @@
+// What a subcommand of `veltane` is: a folder of cli/ with one of these in its subcommand.cpp, and
+// one line in subcommands.inc.
+#ifndef CLI_ARGS_SUBCOMMAND_H
+#define CLI_ARGS_SUBCOMMAND_H
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "args/arguments.h"
+#include "args/option.h"
+#include "base/words.h"
+
+namespace cli {
+
+/** What one call of a subcommand was asked for. */
+struct Request {
+  Words command; /**< "veltane" and all that was typed: what makes the result again */
+  std::filesystem::path module; /**< the file to load: the one named, or the installed one */
+  Arguments arguments;
+};
+
+/** Which options come from elsewhere, behind a subcommand's own. */
+enum class SharedOptions {
+  module,             /**< --module */
+  settings_and_module /**< one for each attribute of the box, --from and --module */
+};
+
+struct Subcommand {
+  std::string_view name;
+  std::string_view summary;     /**< one line, for the list in the help */
+  std::string (*description)(); /**< what it does, for the help */
+  Options options;              /**< its own */
+  SharedOptions shared;
+  std::string_view operand = {}; /**< what a word before the options stands for; empty
+                                                   where it takes none */
+  std::span<const std::string_view>
+      examples;                /**< command lines which work one after the other in an
+                                                   empty folder */
+  std::string_view notes = {}; /**< paragraphs at the end of the help */
+
+  /**
+   * Does it: prints, writes files.
+   * @return 0 when it is done, 1 when the filter has a problem that was asked about
+   * Raises designer::Refusal when the request was wrong (status 2), and any other exception when
+   * something else failed (status 3).
+   */
+  int (*run)(const Request &request);
+};
+
+/** @return its own options and the shared ones, in the order of the help. */
+std::vector<const Option *> all_options(const Subcommand &subcommand);
+
+}  // namespace cli
+
+#endif

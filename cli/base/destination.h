@@ -1,0 +1,29 @@
+// What a file name given to -o stands for.
+#ifndef CLI_BASE_DESTINATION_H
+#define CLI_BASE_DESTINATION_H
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <optional>
+
+namespace cli {
+
+struct Destination {
+  std::filesystem::path file;    /**< where all links lead, whether or not there is a file */
+  std::optional<int> descriptor; /**< the one of this process that it stands for */
+  std::optional<struct stat> old;
+  bool in_proc = false; /**< whether it is reached through /proc, another's descriptor say */
+};
+
+/**
+ * Follows all links, those that lead nowhere as well. /dev/stdout, /dev/fd/3 and the like stand
+ * for descriptors even where /proc is not mounted.
+ * Raises std::filesystem::filesystem_error where links go round in a circle or a folder on the
+ * way may not be searched.
+ */
+Destination destination(const std::filesystem::path &path);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,77 @@
+// Writing files that are whole or not there.
+#ifndef CLI_BASE_OUTPUT_FILE_H
+#define CLI_BASE_OUTPUT_FILE_H
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "os/leftovers.h"
+
+namespace cli {
+
+struct Destination;
+
+/**
+ * A file being written. Its name appears, or the file that was there changes,
+ * only when it is complete: the text goes to a file without a name in the same
+ * folder, which takes its place at the end; nothing of it stays behind, however
+ * the program ends. (Where the file system has no files without names, it has a
+ * name that begins with ".veltane-"; a signal that can be caught removes it.)
+ *
+ * A file that must stay the same one gets the complete text copied into it at the end: one
+ * with several hard links, one whose owner another could not keep, one in a folder that
+ * nothing can be made in, one that something is mounted on. What is no regular file, such as
+ * a pipe or /dev/null, and a descriptor, such as /dev/stdout, is written to as it is.
+ */
+class OutputFile {
+ public:
+  /** Raises designer::Refusal when it is a folder or is to be in none, std::runtime_error
+   *  when nothing can be written there. */
+  explicit OutputFile(const std::filesystem::path &path);
+  ~OutputFile(); /**< without `finish`: as if nothing had been written */
+  OutputFile(const OutputFile &) = delete;
+  OutputFile &operator=(const OutputFile &) = delete;
+
+  /** Appends. @return as `print`. Raises std::runtime_error when the disk is full, and the
+   *  like. */
+  bool write(std::string_view text);
+
+  /** Makes it the file. Raises std::runtime_error. */
+  void finish();
+
+ private:
+  enum class Way { through, replace, copy };
+
+  OutputFile() = default;
+  void open_at(const Destination &found);
+  void open_descriptor(int number);
+  void open_by_name(int flags);
+  void open_in(const std::filesystem::path &folder);
+  int make_named(const std::filesystem::path &folder);
+  bool keeps_owner() const;
+  void set_mode() const;
+  void give_name();
+  int take_place();
+  void copy_over() const;
+  void sync(int descriptor) const;
+  [[noreturn]] void fail(int error) const;
+
+  std::filesystem::path shown_;     // as it was given
+  std::filesystem::path target_;    // what it leads to
+  std::optional<struct stat> old_;  // what was there
+  os::Leftover temporary_;          // where it has a name until it is complete
+  Way way_ = Way::through;
+  int descriptor_ = -1;
+};
+
+/** Writes a text to a file, whole or not at all; without a path, or with "-", to
+ *  standard output. Raises as OutputFile and `print`. */
+void write_output(const std::optional<std::string> &path, std::string_view text);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,64 @@
+#include "check/page.h"
+
+#include <fmt/format.h>
+
+#include "text/json.h"
+
+namespace cli {
+namespace {
+
+using text::Json;
+using verdict::Finding;
+using verdict::Weight;
+
+constexpr std::size_t about_width = 19;
+
+const char *word(Weight weight) {
+  return weight == Weight::problem ? "problem" : weight == Weight::note ? "note" : "fact";
+}
+
+std::string counted(std::size_t problems) {
+  if (problems == 0) return "sound";
+  return problems == 1 ? "1 problem" : fmt::format("{} problems", problems);
+}
+
+std::string paragraph(const Finding &finding) {
+  std::string text =
+      fmt::format("{}: {}: {}\n", finding.weight == Weight::problem ? "PROBLEM" : "note",
+                  finding.about, finding.text);
+  if (!finding.change.empty()) text += fmt::format("  change: {}\n", finding.change);
+  return text;
+}
+
+}  // namespace
+
+std::string check_page(const verdict::Verdict &verdict) {
+  std::string page = fmt::format("{}: {}\n\n", counted(verdict.problems()), verdict.title);
+  for (const Weight weight : {Weight::problem, Weight::note}) {
+    const std::size_t before = page.size();
+    for (const Finding &finding : verdict.findings.list)
+      if (finding.weight == weight) page += paragraph(finding);
+    if (page.size() > before) page += '\n';
+  }
+  for (const Finding &finding : verdict.findings.list)
+    if (finding.weight == Weight::fact)
+      page += fmt::format("{:<{}}{}\n", finding.about, about_width, finding.text);
+  return page;
+}
+
+std::string check_document(const verdict::Verdict &verdict, const Words &command) {
+  Json findings = Json::array();
+  for (const Finding &finding : verdict.findings.list)
+    findings.push_back({{"about", finding.about},
+                        {"weight", word(finding.weight)},
+                        {"text", finding.text},
+                        {"change", finding.change}});
+  return text::json_page({{"veltane", VELTANE_VERSION},
+                          {"command", command},
+                          {"sound", verdict.problems() == 0},
+                          {"title", verdict.title},
+                          {"findings", findings},
+                          {"measured", verdict.findings.measured}});
+}
+
+}  // namespace cli

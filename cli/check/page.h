@@ -1,0 +1,25 @@
+// A verdict as a page to read and as JSON.
+#ifndef CLI_CHECK_PAGE_H
+#define CLI_CHECK_PAGE_H
+
+#include <string>
+
+#include "base/words.h"
+#include "verdict/verdict.h"
+
+namespace cli {
+
+/** @return the verdict, the problems and what to change, the notes, the facts. */
+std::string check_page(const verdict::Verdict &verdict);
+
+/**
+ * {"veltane": version, "command": [...], "sound": true or false, "title": "...",
+ * "findings": [{"about", "weight", "text", "change"}, ...], "measured": {...}}: "weight" is
+ * fact, note or problem, "change" is empty where nothing is to be changed. What is measured
+ * and not finite is null.
+ */
+std::string check_document(const verdict::Verdict &verdict, const Words &command);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,79 @@
+// `veltane check`: whether a filter is what its settings ask for, in plain words.
+
+#include <array>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "args/settings_options.h"
+#include "args/shared_options.h"
+#include "args/subcommands.h"
+#include "base/input_file.h"
+#include "base/output_file.h"
+#include "check/page.h"
+#include "designer/refusal.h"
+#include "verdict/verdict.h"
+
+namespace cli {
+namespace {
+
+constexpr std::array options{&format_option, &output_option};
+
+constexpr std::array<std::string_view, 2> examples{
+    "veltane check --topology butterworth --order 4 --frequency 1000",
+    "veltane check --response bandpass --frequency 300 3400 --tf-output on --format json"};
+
+std::string description() {
+  return "Checks one filter: what its settings mean, whether it is stable and reaches the levels\n"
+         "asked for, and which of its forms can be trusted. The exit status is 0 when it is sound\n"
+         "and 1 when it has a problem; each problem says what to change.\n"
+         "'veltane check FILE.json [OPTIONS]' checks the coefficients of a saved design as they\n"
+         "are; otherwise the settings say which filter is designed and checked.";
+}
+
+verdict::FilterUnderTest saved(const Request &request, const std::string &file) {
+  if (!requested_settings(request.arguments).empty())
+    throw designer::Refusal(
+        fmt::format("the coefficients in '{}' are checked as they are; settings go with --from {}, "
+                    "which designs anew",
+                    file, file));
+  const std::string what = fmt::format("'{}'", file);
+  const designer::SavedDesign design = designer::parse_saved_design(read_input(file), what);
+  if (design.dictionary.empty())
+    throw designer::Refusal(
+        fmt::format("{} has no \"dictionary\" to check; 'veltane check --from {}' checks a new "
+                    "design with its settings",
+                    what, file));
+  designer::Designer designer(request.module);
+  return verdict::saved_filter(designer, design, what);
+}
+
+verdict::FilterUnderTest designed(const Request &request) {
+  const designer::Settings settings = requested_settings(request.arguments);
+  std::set<std::string> typed;
+  for (const auto &setting : typed_settings(request.arguments)) typed.insert(setting.name);
+  designer::Designer designer(request.module);
+  return verdict::new_filter(designer, settings, typed);
+}
+
+int run(const Request &request) {
+  const bool json = request.arguments.choice(format_option) == "json";
+  const auto output = request.arguments.value(output_option);
+  const auto &file = request.arguments.operand();
+  const verdict::Verdict verdict = verdict::judge(file ? saved(request, *file) : designed(request));
+  write_output(output, json ? check_document(verdict, request.command) : check_page(verdict));
+  return verdict.problems() == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+const Subcommand check_subcommand{.name = "check",
+                                  .summary = "Checks one filter and says what is wrong with it",
+                                  .description = description,
+                                  .options = options,
+                                  .shared = SharedOptions::settings_and_module,
+                                  .operand = "FILE.json",
+                                  .examples = examples,
+                                  .run = run};
+
+}  // namespace cli

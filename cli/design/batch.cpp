@@ -1,0 +1,124 @@
+#include "design/batch.h"
+
+#include <poll.h>
+
+#include <cerrno>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "base/messages.h"
+#include "base/output_file.h"
+#include "design/document.h"
+#include "design/progress.h"
+#include "designer/refusal.h"
+#include "designer/saved_design.h"
+
+namespace cli {
+namespace {
+
+// The settings of a line, and the common ones that it does not have.
+designer::Settings combined(const designer::Settings &common, const Line &line) {
+  if (line.too_long)
+    throw designer::Refusal(fmt::format("the line is longer than {} bytes", LineReader::longest));
+  designer::Settings settings = designer::parse_settings(line.text, "the line");
+  for (const auto &[name, values] : common)
+    if (!settings.has(name)) settings.set(name, values);
+  // The same name whichever worker designs it.
+  if (!settings.has("name"))
+    settings.set("name", designer::Values{fmt::format("u{}", line.number)});
+  return settings;
+}
+
+class BatchOutput {
+ public:
+  explicit BatchOutput(const std::optional<std::string> &path) {
+    if (path && *path != "-") file_ = std::make_unique<OutputFile>(*path);
+  }
+
+  void add(const Result &result) {
+    text_ += result.text;
+    text_ += '\n';
+    ++lines_;
+    if (result.outcome == Outcome::failed) ++errors_;
+  }
+
+  // @return false when nobody reads it any more
+  bool flush() {
+    const bool read = file_ != nullptr ? file_->write(text_) : print(text_);
+    text_.clear();
+    return read;
+  }
+
+  void finish() {
+    if (file_ != nullptr) file_->finish();
+  }
+
+  std::size_t lines() const { return lines_; }
+  std::size_t errors() const { return errors_; }
+
+ private:
+  std::unique_ptr<OutputFile> file_;
+  std::string text_;
+  std::size_t lines_ = 0;
+  std::size_t errors_ = 0;
+};
+
+// Waits until there is something to read or a worker has something to say.
+// @param input  null: nothing more is to be read now
+// @return whether there is something to read
+bool wait_for(const Workers &workers, const LineReader *input) {
+  std::vector<pollfd> waiting = workers.waiting();
+  if (input != nullptr) waiting.push_back({input->descriptor(), POLLIN, 0});
+  if (waiting.empty()) return false;
+  if (poll(waiting.data(), waiting.size(), -1) < 0 && errno != EINTR)
+    throw std::runtime_error("the workers cannot be waited for");
+  return input != nullptr && waiting.back().revents != 0;
+}
+
+}  // namespace
+
+Result designed_line(designer::Designer &designer, const designer::Settings &common,
+                     const Line &line) {
+  try {
+    return {Outcome::designed, design_line(line.number, designer.design(combined(common, line)))};
+  } catch (const std::bad_alloc &) {
+    throw;  // no fault of the line
+  } catch (const std::exception &error) {
+    return {Outcome::failed, error_line(line.number, as_message(error.what()))};
+  }
+}
+
+int run_batch(designer::Designer &designer, const designer::Settings &common,
+              const std::string &input, const std::optional<std::string> &output) {
+  LineReader reader(input);
+  BatchOutput out(output);
+  Workers workers(
+      std::thread::hardware_concurrency(),
+      [&](const Line &line) { return designed_line(designer, common, line); },
+      [](const Line &line, const std::string &how) {
+        return Result{Outcome::failed,
+                      error_line(line.number, "its design ended the process: " + how)};
+      });
+  {
+    Progress progress;
+    while (!(reader.at_end() && reader.empty() && workers.idle())) {
+      const bool wants_input = reader.empty() && !reader.at_end() && workers.room() > 0;
+      if (wait_for(workers, wants_input ? &reader : nullptr)) reader.read();
+      workers.collect([&](const Result &result) { out.add(result); });
+      while (!reader.empty() && workers.room() > 0) workers.start(reader.take(workers.room()));
+      if (!out.flush()) return 0;
+      progress.show(out.lines(), reader.fraction());
+    }
+    out.finish();
+  }
+  if (out.errors() == 0) return 0;
+  warn(fmt::format("{} of {} lines failed; see their results", out.errors(), out.lines()));
+  return 1;
+}
+
+}  // namespace cli

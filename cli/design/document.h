@@ -1,0 +1,31 @@
+// A design as JSON.
+#ifndef CLI_DESIGN_DOCUMENT_H
+#define CLI_DESIGN_DOCUMENT_H
+
+#include <cstddef>
+#include <string>
+
+#include "base/words.h"
+#include "designer/designer.h"
+
+namespace cli {
+
+/**
+ * {"veltane": version, "command": [...], "settings": {...}, "dictionary": {...}}:
+ * settings as the box holds them, the dictionary's flat lists in published
+ * order. Numbers have 17 significant digits; those that are not finite are null.
+ */
+std::string design_document(const designer::Design &design, const Words &command);
+
+/**
+ * {"line": number, "veltane": version, "settings": {...}, "dictionary": {...}} in one
+ * line, without a newline at its end; with "remarks": [...] where there are any.
+ */
+std::string design_line(std::size_t number, const designer::Design &design);
+
+/** {"line": number, "error": sentence} in the same way. */
+std::string error_line(std::size_t number, const std::string &sentence);
+
+}  // namespace cli
+
+#endif

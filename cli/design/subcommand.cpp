@@ -1,0 +1,83 @@
+// `veltane design`: one filter, as a page or as JSON; or many.
+
+#include "args/settings_options.h"
+#include "args/shared_options.h"
+#include "args/subcommands.h"
+#include "base/messages.h"
+#include "base/output_file.h"
+#include "design/batch.h"
+#include "design/document.h"
+#include "design/page.h"
+#include "designer/refusal.h"
+
+namespace cli {
+namespace {
+
+constexpr Option batch_option{
+    .names = "--batch",
+    .value = "FILE",
+    .help = "Design one filter for each line of settings, such as {\"order\": 4}"};
+
+constexpr std::array options{&format_option, &output_option, &batch_option};
+
+constexpr std::array<std::string_view, 4> examples{
+    "veltane design --topology butterworth --order 4 --frequency 1000",
+    "veltane design --response bandpass --frequency 300 3400 --format json -o band.json",
+    "veltane design --from band.json --order 8",
+    "echo '{\"order\": 4}' | veltane design --batch -"};
+
+std::string description() {
+  return "Designs one filter: makes a box of the class veltane with these settings, bangs it, and\n"
+         "prints the dictionary that it publishes. What is not given stays as a new box has it,\n"
+         "which is what stands in brackets.";
+}
+
+constexpr char notes[] =
+    "--batch reads a JSON object a line; - is standard input. It writes one JSON result a line\n"
+    "in the same order, using all processors. Settings beside it hold for the lines without\n"
+    "their own. A line that is wrong becomes {\"line\": N, \"error\": \"...\"}; the others go on.\n"
+    "\n"
+    "The exit status is 0 when it is done, 1 when lines of a batch failed, 2 when the\n"
+    "request was wrong, 3 when something else failed.\n";
+
+int design_many(const Request &request, const std::string &lines) {
+  const Arguments &arguments = request.arguments;
+  if (arguments.given(format_option) && arguments.choice(format_option) != "json")
+    throw designer::Refusal("--batch writes JSON: leave --format out, or give json");
+  if (lines == "-" && arguments.value(from_option) == "-")
+    throw designer::Refusal(
+        "--batch - and --from - both read standard input: give one of them a file");
+  const auto file = arguments.value(output_option);
+  const designer::Settings common = requested_settings(arguments);
+  designer::Designer designer(request.module);
+  return run_batch(designer, common, lines, file);
+}
+
+int design_one(const Request &request) {
+  const Arguments &arguments = request.arguments;
+  const bool json = arguments.choice(format_option) == "json";
+  const auto file = arguments.value(output_option);
+  const designer::Settings settings = requested_settings(arguments);
+  const designer::Design design = designer::Designer(request.module).design(settings);
+  for (const std::string &remark : design.remarks) warn(remark);
+  write_output(file, json ? design_document(design, request.command) : design_page(design));
+  return 0;
+}
+
+int run(const Request &request) {
+  const auto lines = request.arguments.value(batch_option);
+  return lines ? design_many(request, *lines) : design_one(request);
+}
+
+}  // namespace
+
+const Subcommand design_subcommand{.name = "design",
+                                   .summary = "Designs one filter and prints it",
+                                   .description = description,
+                                   .options = options,
+                                   .shared = SharedOptions::settings_and_module,
+                                   .examples = examples,
+                                   .notes = notes,
+                                   .run = run};
+
+}  // namespace cli

@@ -1,0 +1,106 @@
+#include "dispatch.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "args/command_line.h"
+#include "args/completion.h"
+#include "args/manual.h"
+#include "args/nearest.h"
+#include "args/shared_options.h"
+#include "args/subcommands.h"
+#include "base/messages.h"
+#include "designer/refusal.h"
+
+namespace cli {
+
+namespace {
+
+const std::array table{
+#define SUBCOMMAND(name) &name##_subcommand,
+#include "args/subcommands.inc"
+#undef SUBCOMMAND
+};
+
+constexpr Option version_option{.names = "--version", .help = "Print the version"};
+constexpr Option manual_option{.names = "--man",
+                               .help = "Print the manual page: veltane --man | man -l -"};
+constexpr Option completion_option{.names = "--completion",
+                                   .value = "SHELL",
+                                   .help =
+                                       "Print what a shell completes: bash, zsh, fish; for example "
+                                       "'source <(veltane --completion bash)'",
+                                   .choices = completion_shells};
+
+constexpr std::array<std::string_view, 2> examples{
+    "veltane design", "veltane design --topology butterworth --order 4 --frequency 1000"};
+
+std::string list() {
+  std::string text = "Subcommands:\n";
+  for (const Subcommand *subcommand : table)
+    text += fmt::format("  {:<28}{}\n", subcommand->name, subcommand->summary);
+  return text + "\n'veltane SUBCOMMAND --help' shows the options of one.\n";
+}
+
+CommandLine own_line() {
+  return {
+      "veltane", "Designs digital IIR filters with the veltane module and shows what it published.",
+      "",        {&version_option, &manual_option, &completion_option},
+      examples,  list()};
+}
+
+// The module lies beside the program: PREFIX/bin/veltane, PREFIX/lib/veltane/.
+std::filesystem::path installed_module() {
+  const auto program = std::filesystem::read_symlink("/proc/self/exe");
+  return program.parent_path().parent_path() / "lib" / "veltane" / "veltane.so";
+}
+
+std::string answer(const Words &words) {
+  const CommandLine line = own_line();
+  const auto arguments = parse(line, words);
+  if (!arguments) return help(line);
+  if (arguments->given(version_option)) return "veltane " VELTANE_VERSION "\n";
+  if (arguments->given(manual_option)) return manual_page(table);
+  if (arguments->given(completion_option))
+    return completion(arguments->choice(completion_option), table);
+  throw designer::Refusal("veltane needs a subcommand, such as design; --help shows them");
+}
+
+const Subcommand &subcommand_named(const std::string &name) {
+  const auto found = std::find_if(table.begin(), table.end(), [&](const Subcommand *subcommand) {
+    return subcommand->name == name;
+  });
+  if (found != table.end()) return **found;
+  std::vector<std::string_view> names;
+  for (const Subcommand *subcommand : table) names.push_back(subcommand->name);
+  if (const auto near = nearest(name, names))
+    throw designer::Refusal(fmt::format("unknown subcommand '{}'; did you mean {}?", name, *near));
+  throw designer::Refusal(
+      fmt::format("unknown subcommand '{}'; it is one of {}", name, fmt::join(names, ", ")));
+}
+
+}  // namespace
+
+int run(const Words &words) {
+  if (words.empty() || words.front().starts_with("-")) {
+    print(answer(words));
+    return 0;
+  }
+  const Subcommand &subcommand = subcommand_named(words.front());
+  const CommandLine line = command_line(subcommand);
+  const auto arguments = parse(line, Words(words.begin() + 1, words.end()));
+  if (!arguments) {
+    print(help(line));
+    return 0;
+  }
+  Request request{{"veltane"}, installed_module(), *arguments};
+  request.command.insert(request.command.end(), words.begin(), words.end());
+  if (const auto module = arguments->value(module_option)) request.module = *module;
+  return subcommand.run(request);
+}
+
+}  // namespace cli

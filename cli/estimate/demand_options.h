@@ -1,0 +1,53 @@
+// The options that say what a filter has to do.
+#ifndef CLI_ESTIMATE_DEMAND_OPTIONS_H
+#define CLI_ESTIMATE_DEMAND_OPTIONS_H
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "args/arguments.h"
+#include "args/option.h"
+#include "designer/candidates.h"
+
+namespace cli {
+
+/** A demand, and its edges as they were typed. */
+struct TypedDemand {
+  designer::RatedDemand rated;
+  std::vector<double> passband; /**< in the units of `rated` */
+  std::vector<double> stopband;
+};
+
+inline constexpr std::array<std::string_view, 2> unit_choices{"hertz", "normalized"};
+
+inline constexpr Option passband_option{
+    .names = "--passband",
+    .value = "NUMBER [NUMBER]",
+    .help = "Edge of the passband in --units; two for a band response",
+    .most = 2};
+inline constexpr Option stopband_option{
+    .names = "--stopband",
+    .value = "NUMBER [NUMBER]",
+    .help =
+        "Edge of the stopband in --units; as many. Which response is meant follows from the edges",
+    .most = 2};
+inline constexpr Option ripple_option{
+    .names = "--ripple", .value = "NUMBER", .help = "The most that the passband may lose, in dB"};
+inline constexpr Option attenuation_option{.names = "--attenuation",
+                                           .value = "NUMBER",
+                                           .help = "The least that the stopband must lose, in dB"};
+inline constexpr Option samplerate_option{
+    .names = "--samplerate", .value = "NUMBER", .help = "The sample rate, whole Hz [48000]"};
+inline constexpr Option units_option{
+    .names = "--units",
+    .value = "WORD",
+    .help = "hertz, normalized (fractions of the Nyquist frequency) [hertz]",
+    .choices = unit_choices};
+
+/** Reads these options. Raises designer::Refusal with what is wrong. */
+TypedDemand demand_in(const Arguments &arguments);
+
+}  // namespace cli
+
+#endif

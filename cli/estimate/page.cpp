@@ -1,0 +1,112 @@
+#include "estimate/page.h"
+
+#include <cmath>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "args/settings_options.h"
+#include "text/json.h"
+
+namespace cli {
+namespace {
+
+using designer::Candidate;
+using designer::name_of;
+using text::Json;
+
+// "veltane", "design", ...: makes the filter.
+Words command_for(const Candidate &candidate) {
+  Words words{"veltane", "design"};
+  for (const auto &[name, values] : candidate.settings) {
+    words.push_back(option_for(name));
+    for (const designer::Value &value : values) words.push_back(patchbay::to_text(value));
+  }
+  return words;
+}
+
+std::string sentence(const TypedDemand &typed) {
+  const std::vector<double> &pass = typed.passband, &stop = typed.stopband;
+  const char *unit = typed.rated.units == designer::Units::hertz ? " Hz" : "";
+  const auto edge = [&](double at) { return fmt::format("{}{}", at, unit); };
+  using designer::Response;
+  std::string where_passed, where_stopped;
+  switch (typed.rated.response) {
+    case Response::lowpass:
+      where_passed = "up to " + edge(pass[0]);
+      where_stopped = "from " + edge(stop[0]) + " on";
+      break;
+    case Response::highpass:
+      where_passed = "from " + edge(pass[0]) + " on";
+      where_stopped = "up to " + edge(stop[0]);
+      break;
+    case Response::bandpass:
+      where_passed = "from " + edge(pass[0]) + " to " + edge(pass[1]);
+      where_stopped = "up to " + edge(stop[0]) + " and from " + edge(stop[1]) + " on";
+      break;
+    case Response::bandstop:
+      where_passed = "up to " + edge(pass[0]) + " and from " + edge(pass[1]) + " on";
+      where_stopped = "from " + edge(stop[0]) + " to " + edge(stop[1]);
+      break;
+  }
+  return fmt::format("loses at most {} dB {}, and at least {} dB {}", typed.rated.demand.ripple,
+                     where_passed, typed.rated.demand.attenuation, where_stopped);
+}
+
+Json to_json(const Candidate &candidate) {
+  const bool possible = candidate.impossible.empty();
+  Json json{{"family", name_of(candidate.family)}, {"possible", possible}};
+  if (!possible) json["reason"] = candidate.impossible;
+  if (!std::isnan(candidate.exact_order)) {
+    json["order"] = candidate.order;
+    json["exact_order"] = candidate.exact_order;
+  }
+  if (!possible) return json;
+  json["poles"] = candidate.poles;
+  json["cutoffs"] = candidate.cutoffs;
+  json["ripple"] = candidate.ripple;
+  json["attenuation"] = candidate.attenuation;
+  json["design"] = command_for(candidate);
+  return json;
+}
+
+}  // namespace
+
+std::string estimate_page(const TypedDemand &demand, const std::vector<Candidate> &candidates) {
+  std::string page = fmt::format("{} at {} Hz: {}\n\n", designer::name_of(demand.rated.response),
+                                 demand.rated.samplerate, sentence(demand));
+  page += "family       order  poles  passband loses  stopband loses\n";
+  std::string commands;
+  for (const Candidate &candidate : candidates) {
+    if (!candidate.impossible.empty()) {
+      page += fmt::format("{:<11}  not possible: {}\n", name_of(candidate.family),
+                          candidate.impossible);
+      continue;
+    }
+    page +=
+        fmt::format("{:<11}  {:>5}  {:>5}  {:>11.4g} dB  {:>11.6g} dB\n", name_of(candidate.family),
+                    candidate.order, candidate.poles, candidate.ripple, candidate.attenuation);
+    commands += fmt::format("{}\n", fmt::join(command_for(candidate), " "));
+  }
+  return commands.empty() ? page : page + '\n' + commands;
+}
+
+std::string estimate_document(const TypedDemand &demand, const std::vector<Candidate> &candidates,
+                              const Words &command) {
+  const designer::RatedDemand &rated = demand.rated;
+  Json families = Json::array();
+  for (const Candidate &candidate : candidates) families.push_back(to_json(candidate));
+  const Json document{{"veltane", VELTANE_VERSION},
+                      {"command", command},
+                      {"response", name_of(rated.response)},
+                      {"units", rated.units == designer::Units::hertz ? "hertz" : "normalized"},
+                      {"samplerate", rated.samplerate},
+                      {"passband", demand.passband},
+                      {"stopband", demand.stopband},
+                      {"ripple", rated.demand.ripple},
+                      {"attenuation", rated.demand.attenuation},
+                      {"families", families}};
+  return text::json_page(document);
+}
+
+}  // namespace cli

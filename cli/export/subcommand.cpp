@@ -1,0 +1,95 @@
+// `veltane export`: one filter in another program's layout.
+
+#include <array>
+#include <filesystem>
+
+#include <fmt/format.h>
+
+#include "args/settings_options.h"
+#include "args/shared_options.h"
+#include "args/subcommands.h"
+#include "base/messages.h"
+#include "base/output_file.h"
+#include "designer/refusal.h"
+#include "layouts/exported_filter.h"
+#include "layouts/layout.h"
+
+namespace cli {
+namespace {
+
+constexpr Option target_option{
+    .names = "--for", .value = "TARGET", .help = "One of the targets above"};
+constexpr Option file_option{
+    .names = "-o,--output",
+    .value = "FILE",
+    .help = "Write it to a file, whole or not at all; its name is what the filter is called in it"};
+constexpr Option normalise_option{
+    .names = "--normalise",
+    .help =
+        "Scale the filter to 0 dB at DC (highpass: at the Nyquist frequency; bandpass: at the "
+        "centre of the band); a chebyshev-1 of even order to minus its ripple there, so that "
+        "the ripple's top is 0 dB [off]"};
+constexpr Option spread_option{
+    .names = "--spread-gain",
+    .help =
+        "Distribute the gain over the sections, so that the signal is near its full level from "
+        "each section to the next [off]"};
+
+constexpr std::array options{&target_option, &file_option, &normalise_option, &spread_option};
+
+constexpr std::array<std::string_view, 2> examples{
+    "veltane export --for scipy --topology butterworth --order 4 --frequency 1000",
+    "veltane export --for c --response bandpass --frequency 300 3400 --spread-gain -o band.h"};
+
+std::string description() {
+  std::string text =
+      "Designs one filter and writes its second-order sections in the layout of another program.\n"
+      "A comment in the file holds the equation, the sign of the feedback terms, the sample rate\n"
+      "and the command that makes it again. Numbers have 17 significant digits, those of\n"
+      "targets with floats have 9.\n\nTargets:\n";
+  for (const layouts::Target &target : layouts::targets())
+    text += fmt::format("  {:<19}{}\n", target.name, target.summary);
+  return text;
+}
+
+layouts::Request layout_request(const Request &request) {
+  const Arguments &arguments = request.arguments;
+  const auto file = arguments.value(file_option);
+  const std::string stem = file && *file != "-" ? std::filesystem::path(*file).stem().string() : "";
+  layouts::Request wanted{layouts::identifier_for(stem), request.command};
+  if (arguments.given(normalise_option)) wanted.level = layouts::Level::normalised;
+  if (arguments.given(spread_option)) wanted.gain = layouts::Gain::spread;
+  return wanted;
+}
+
+void warn_of(const std::vector<std::string> &remarks) {
+  for (const std::string &remark : remarks) warn(remark);
+}
+
+int run(const Request &request) {
+  const Arguments &arguments = request.arguments;
+  const auto name = arguments.value(target_option);
+  if (!name) throw designer::Refusal("veltane export needs --for TARGET; --help lists them");
+  const layouts::Target &target = layouts::target_named(*name);
+  const layouts::Request wanted = layout_request(request);
+  layouts::check(wanted, target);
+  const designer::Settings settings = layouts::with_sections(requested_settings(arguments));
+  const designer::Design design = designer::Designer(request.module).design(settings);
+  warn_of(design.remarks);
+  const layouts::ExportedFilter filter = layouts::exported_filter(design, target, wanted);
+  warn_of(filter.remarks);
+  write_output(arguments.value(file_option), target.write(filter));
+  return 0;
+}
+
+}  // namespace
+
+const Subcommand export_subcommand{.name = "export",
+                                   .summary = "Writes one filter in another program's layout",
+                                   .description = description,
+                                   .options = options,
+                                   .shared = SharedOptions::settings_and_module,
+                                   .examples = examples,
+                                   .run = run};
+
+}  // namespace cli

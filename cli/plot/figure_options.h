@@ -1,0 +1,58 @@
+// The options that say what a picture looks like.
+#ifndef CLI_PLOT_FIGURE_OPTIONS_H
+#define CLI_PLOT_FIGURE_OPTIONS_H
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "args/arguments.h"
+#include "args/option.h"
+#include "pictures/axis.h"
+#include "pictures/drawn_filter.h"
+
+namespace cli {
+
+inline constexpr Option picture_option{
+    .names = "-o,--output", .value = "FILE", .help = "The picture; its name ends in .svg or .png"};
+inline constexpr Option compare_option{
+    .names = "--compare",
+    .value = "FILE...",
+    .help =
+        "Draw designs saved as JSON as well, up to 6 filters in all; only these where no "
+        "setting is given beside them",
+    .most = Option::any_number};
+inline constexpr Option title_option{
+    .names = "--title",
+    .value = "TEXT",
+    .help = "The line over the picture [the settings of the filter]"};
+inline constexpr Option range_option{
+    .names = "--range",
+    .value = "NUMBER NUMBER",
+    .help =
+        "The frequencies that the level is drawn for, in Hz [from a tenth of the cutoff or "
+        "lower, to half the sample rate]",
+    .most = 2};
+inline constexpr Option floor_option{
+    .names = "--floor",
+    .value = "NUMBER",
+    .help = "The lowest level drawn, in dB [-120, for chebyshev-2 1/4 below its attenuation]"};
+inline constexpr Option width_option{.names = "--width",
+                                     .value = "NUMBER",
+                                     .help = "The picture's width in pixels: 500 to 4000 [1000]"};
+
+/** Each raises designer::Refusal with what is wrong. */
+
+/** @return the width in pixels. */
+int width_in(const Arguments &arguments);
+
+/** @return the frequencies of the level's panel; none where they were not given. */
+std::optional<pictures::Axis> frequencies_in(const Arguments &arguments);
+
+/** @return the lowest level in dB, below the peak of these filters; none where it was not given. */
+std::optional<double> floor_in(const Arguments &arguments,
+                               const std::vector<pictures::DrawnFilter> &filters);
+
+}  // namespace cli
+
+#endif

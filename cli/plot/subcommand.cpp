@@ -1,0 +1,141 @@
+// `veltane plot`: a figure of one filter or several.
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <filesystem>
+
+#include <fmt/format.h>
+
+#include "args/settings_options.h"
+#include "args/shared_options.h"
+#include "args/subcommands.h"
+#include "base/input_file.h"
+#include "base/messages.h"
+#include "base/output_file.h"
+#include "designer/refusal.h"
+#include "designer/saved_design.h"
+#include "designer/title.h"
+#include "gnuplot/picture.h"
+#include "pictures/filter_names.h"
+#include "pictures/warnings.h"
+#include "plot/figure_options.h"
+#include "text/shell.h"
+
+namespace cli {
+namespace {
+
+constexpr std::array options{&picture_option, &compare_option, &title_option,
+                             &range_option,   &floor_option,   &width_option};
+
+constexpr std::array<std::string_view, 2> examples{
+    "veltane plot --topology butterworth --order 4 --frequency 1000 -o lowpass.svg",
+    "veltane design --format json -o five.json && veltane plot --order 8 --compare five.json "
+    "-o both.png"};
+
+std::string description() {
+  return "Draws one filter, or several over one another: the level, the passband enlarged, phase,\n"
+         "group delay, zeros and poles. Cutoffs, the -3 dB points, and the ripple or attenuation\n"
+         "that was asked for are drawn in. It needs gnuplot. Settings that are not given stay as "
+         "a\n"
+         "new box has them, which is what stands in brackets.";
+}
+
+std::string lower_case(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
+    return c < 0x80 ? static_cast<char>(std::tolower(c)) : static_cast<char>(c);
+  });
+  return text;
+}
+
+gnuplot::Format format_of(const std::string &file) {
+  const std::string ending = lower_case(std::filesystem::path(file).extension().string());
+  if (ending == ".svg") return gnuplot::Format::svg;
+  if (ending == ".png") return gnuplot::Format::png;
+  throw designer::Refusal(
+      fmt::format("--output takes a file whose name ends in .svg or .png, not '{}'", file));
+}
+
+pictures::DrawnFilter designed(designer::Designer &designer, const designer::Settings &settings) {
+  const designer::Design design = designer.design(settings);
+  for (const std::string &remark : design.remarks) warn(remark);
+  pictures::DrawnFilter filter =
+      pictures::drawn_filter(designer::published_filter(design), "the filter");
+  filter.name = designer::title(design);
+  return filter;
+}
+
+designer::PublishedFilter published(const designer::Design &design, const std::string &what) {
+  try {
+    return designer::published_filter(design);
+  } catch (const std::runtime_error &error) {
+    throw designer::Refusal(fmt::format("{}: {}", what, error.what()));
+  }
+}
+
+pictures::DrawnFilter saved(designer::Designer &designer, const std::string &file) {
+  const std::string what = fmt::format("'{}'", file);
+  const designer::SavedDesign stored = designer::parse_saved_design(read_input(file), what);
+  if (stored.dictionary.empty())
+    throw designer::Refusal(what +
+                            " has settings and no filter; 'veltane design --format json -o FILE' "
+                            "saves both");
+  const designer::Design design = designer::opened(designer, stored, what);
+  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
+  pictures::DrawnFilter filter = pictures::drawn_filter(published(design, what), what);
+  const std::string name = std::filesystem::path(file).filename().string();
+  filter.name = pictures::saved_filter_name(name, designer::title(design));
+  return filter;
+}
+
+// The filters that were asked for, in the order of the key.
+std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
+  const Words files = request.arguments.values(compare_option);
+  const designer::Settings settings = requested_settings(request.arguments);
+  const bool designs = files.empty() || !settings.empty();
+  const std::size_t count = files.size() + (designs ? 1 : 0);
+  if (count > pictures::most_filters)
+    throw designer::Refusal(fmt::format("a picture takes up to {} filters, and {} were given",
+                                        pictures::most_filters, count));
+  designer::Designer designer(request.module);
+  std::vector<pictures::DrawnFilter> filters;
+  const auto add = [&](const pictures::DrawnFilter &filter, const std::string &what) {
+    for (const std::string &sentence : pictures::warnings(filter, what)) warn(sentence);
+    filters.push_back(filter);
+  };
+  if (designs) add(designed(designer, settings), "the filter");
+  for (const std::string &file : files) add(saved(designer, file), fmt::format("'{}'", file));
+  return filters;
+}
+
+int run(const Request &request) {
+  const Arguments &arguments = request.arguments;
+  const auto file = arguments.value(picture_option);
+  if (!file)
+    throw designer::Refusal("plot needs --output with a file whose name ends in .svg or .png");
+  const gnuplot::PictureType type{format_of(*file), width_in(arguments)};
+  pictures::FigureOptions wanted;
+  wanted.title = arguments.value(title_option);
+  wanted.frequencies = frequencies_in(arguments);
+  const std::vector<pictures::DrawnFilter> filters = drawn_filters(request);
+  wanted.floor_db = floor_in(arguments, filters);
+  const pictures::Figure figure = pictures::figure_of(filters, wanted);
+
+  OutputFile out(*file);
+  out.write(gnuplot::picture(figure, type, text::shell_line(request.command)));
+  out.finish();
+  return 0;
+}
+
+}  // namespace
+
+const Subcommand plot_subcommand{
+    .name = "plot",
+    .summary = "Draws filters: level, phase, group delay, zeros and poles",
+    .description = description,
+    .options = options,
+    .shared = SharedOptions::settings_and_module,
+    .examples = examples,
+    .run = run};
+
+}  // namespace cli

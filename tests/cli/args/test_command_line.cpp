@@ -1,0 +1,98 @@
+// Command lines as tables of options.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "../in_process.h"
+#include "args/command_line.h"
+#include "designer/refusal.h"
+
+using cli::Option;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr std::array<std::string_view, 2> colours{"red", "blue"};
+constexpr Option colour{.names = "-c,--colour", .value = "WORD", .help = "", .choices = colours};
+constexpr Option size{.names = "--the-size", .value = "N", .help = "How large", .most = 2};
+constexpr Option many{.names = "--many", .value = "N...", .help = "", .most = Option::any_number};
+constexpr Option loud{.names = "--loud", .help = "Loudly"};
+constexpr std::array<std::string_view, 1> examples{"tool --loud"};
+
+const cli::CommandLine line{"tool",   "Does it.", "FILE", {&colour, &size, &many, &loud},
+                            examples, "A note.\n"};
+
+cli::Arguments parsed(const std::string &words) {
+  return cli::parse(line, tests::split(words)).value();
+}
+
+template <class Function>
+std::string refusal(const Function &function) {
+  try {
+    function();
+  } catch (const designer::Refusal &found) {
+    return found.what();
+  }
+  return "";
+}
+
+std::string refused(const std::string &words) {
+  return refusal([&] { parsed(words); });
+}
+
+}  // namespace
+
+TEST(CommandLine, NamesMayHaveUnderscoresAndValuesMayNot) {
+  EXPECT_THAT(parsed("--the_size a_b").values(size), ElementsAre("a_b"));
+  EXPECT_THAT(parsed("--the-size=1_2").values(size), ElementsAre("1_2"));
+}
+
+TEST(CommandLine, CountsValues) {
+  EXPECT_THAT(parsed("--the-size 1 2").values(size), ElementsAre("1", "2"));
+  EXPECT_THAT(parsed("").values(size), IsEmpty());
+  EXPECT_EQ(refusal([] { parsed("--the-size 1 2 3").values(size); }),
+            "--the-size takes one or two values, and 3 were given");
+  EXPECT_EQ(refusal([] { parsed("--many").values(many); }),
+            "--many takes at least one value, and 0 were given");
+  EXPECT_THAT(parsed("--many 1 2 3 --loud").values(many), ElementsAre("1", "2", "3"));
+  EXPECT_EQ(refusal([] { parsed("-c red -c blue").value(colour); }),
+            "--colour takes one value, and 2 were given");
+}
+
+TEST(CommandLine, TheFirstChoiceIsTheUsualOne) {
+  EXPECT_EQ(parsed("").choice(colour), "red");
+  EXPECT_EQ(parsed("-c blue").choice(colour), "blue");
+  EXPECT_EQ(refusal([] { parsed("-c green").choice(colour); }),
+            "--colour is red or blue, not 'green'");
+}
+
+TEST(CommandLine, ASwitchTakesNoValue) {
+  EXPECT_TRUE(parsed("--loud").given(loud));
+  EXPECT_FALSE(parsed("").given(loud));
+  EXPECT_EQ(refused("--loud=yes"), "--loud takes no value");
+}
+
+TEST(CommandLine, OnlyTheFirstWordIsTheOperand) {
+  EXPECT_EQ(parsed("a.json --loud").operand(), "a.json");
+  EXPECT_EQ(parsed("- --loud").operand(), "-");
+  EXPECT_EQ(parsed("--loud").operand(), std::nullopt);
+  EXPECT_THAT(refused("--loud a.json"), HasSubstr("unexpected 'a.json'"));
+}
+
+TEST(CommandLine, UnknownOptionsAreAnsweredWithTheNearest) {
+  EXPECT_EQ(refused("--color red"), "unknown option '--color'; did you mean --colour?");
+  EXPECT_EQ(refused("--weight"), "unknown option '--weight'; tool --help lists the options");
+}
+
+TEST(CommandLine, HelpIsAskedForWithEitherName) {
+  EXPECT_FALSE(cli::parse(line, {"--help"}).has_value());
+  EXPECT_FALSE(cli::parse(line, {"--loud", "-h"}).has_value());
+  const std::string help = cli::help(line);
+  EXPECT_THAT(help, HasSubstr("Does it."));
+  EXPECT_THAT(help, HasSubstr("--the-size N                How large"));
+  EXPECT_THAT(help, HasSubstr("Examples:\n  tool --loud\n\nA note.\n"));
+}

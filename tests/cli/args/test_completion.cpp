@@ -1,0 +1,47 @@
+// What shells complete.
+
+#include "../run_command.h"
+#include "../scratch_folder.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+class Completion : public ScratchFolder {
+ protected:
+  // What bash offers for the last of these words.
+  std::string offered(const std::string &words) const {
+    const std::string script = write(
+        "complete.bash", "source <(" VELTANE_COMMAND " --completion bash)\nCOMP_WORDS=(" + words +
+                             ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_veltane\n"
+                             "echo \"${COMPREPLY[*]}\"\n");
+    const Outcome outcome = run("bash " + script);
+    EXPECT_EQ(outcome.err, "");
+    return outcome.out;
+  }
+};
+
+}  // namespace
+
+TEST_F(Completion, OffersSubcommandsOptionsAndChoices) {
+  EXPECT_EQ(offered("veltane de"), "design\n");
+  EXPECT_EQ(offered("veltane --comp"), "--completion\n");
+  EXPECT_EQ(offered("veltane --completion ''"), "bash zsh fish\n");
+  EXPECT_EQ(offered("veltane design --stop"), "--stopband-attenuation\n");
+  EXPECT_EQ(offered("veltane design --topology chebyshev-"), "chebyshev-1 chebyshev-2\n");
+  EXPECT_EQ(offered("veltane check --format ''"), "text json\n");
+  EXPECT_EQ(offered("veltane export --spread"), "--spread-gain\n");
+}
+
+TEST_F(Completion, LeavesFilesToTheShell) {
+  EXPECT_EQ(offered("veltane design -o a"), "\n");
+  EXPECT_EQ(offered("veltane design --from a"), "\n");
+}
+
+TEST(CompletionOfOtherShells, NamesTheSameOptions) {
+  const std::string fish = veltane("--completion fish").out;
+  EXPECT_THAT(fish, HasSubstr("-n '__fish_seen_subcommand_from design' -l topology -x -a "
+                              "'butterworth chebyshev-1 chebyshev-2'"));
+  EXPECT_THAT(veltane("--completion zsh").out, HasSubstr("bashcompinit\n_veltane() {"));
+  EXPECT_THAT(veltane("--completion csh").err, HasSubstr("--completion is bash or zsh or fish"));
+}

@@ -1,0 +1,87 @@
+// The filters that meet a demand.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "../designer_with_module.h"
+#include "designer/candidates.h"
+
+using designer::Candidate;
+using designer::Family;
+using designer::RatedDemand;
+using designer::Response;
+using designer::Units;
+using testing::HasSubstr;
+
+namespace {
+
+RatedDemand lowpass(double passband, double stopband, double ripple, double attenuation) {
+  return {
+      {{passband}, {stopband}, ripple, attenuation}, Response::lowpass, 48000.0, Units::normalized};
+}
+
+std::vector<Candidate> found(const RatedDemand &demand) {
+  return designer::candidates(tests::designer_with_module(), demand);
+}
+
+}  // namespace
+
+TEST(Candidates, AreTheFiltersOfTheirSettings) {
+  const RatedDemand demand = lowpass(0.1, 0.15, 1.0, 60.0);
+  const std::vector<Candidate> all = found(demand);
+  ASSERT_EQ(all.size(), 3U);
+  EXPECT_EQ(all[0].family, Family::butterworth);
+  for (const Candidate &candidate : all) {
+    EXPECT_EQ(candidate.impossible, "");
+    EXPECT_LE(candidate.ripple, 1.0 + 1e-4);
+    EXPECT_GE(candidate.attenuation, 60.0 - 1e-4);
+    EXPECT_EQ(candidate.poles, candidate.order);
+    const auto design = tests::designer_with_module().design(candidate.settings);
+    EXPECT_THAT(design.remarks, testing::IsEmpty());
+    EXPECT_EQ(design.settings.number("order"), static_cast<double>(candidate.order));
+    // One order less does not do it.
+    EXPECT_LT(static_cast<double>(candidate.order) - candidate.exact_order, 1.0);
+  }
+}
+
+TEST(Candidates, HaveCutoffsInTheUnitsOfTheDemand) {
+  RatedDemand demand = lowpass(0.1, 0.15, 1.0, 60.0);
+  const double fraction = found(demand)[1].cutoffs.at(0);
+  demand.units = Units::hertz;
+  const Candidate hertz = found(demand)[1];
+  EXPECT_DOUBLE_EQ(hertz.cutoffs.at(0), 24000 * fraction);
+  EXPECT_FALSE(hertz.settings.has("units"));
+}
+
+TEST(Candidates, SayWhyAFamilyCannotDoIt) {
+  const std::vector<Candidate> strict = found(lowpass(0.1, 0.2, 0.05, 250.0));
+  EXPECT_THAT(strict[1].impossible, HasSubstr("its ripple is 0.1 dB or more"));
+  EXPECT_THAT(strict[2].impossible, HasSubstr("its attenuation is 240 dB or less"));
+  const std::vector<Candidate> narrow = found(lowpass(0.1, 0.1001, 1.0, 60.0));
+  EXPECT_THAT(narrow[0].impossible, HasSubstr("and 200 is the highest"));
+  EXPECT_TRUE(narrow[0].settings.empty());
+  EXPECT_THAT(found(lowpass(0.00005, 0.00008, 1.0, 40.0))[1].impossible,
+              HasSubstr("lies between 0.0001 and 0.9999"));
+}
+
+// What ten digits leave of a cutoff is not a shortfall, and 1e-4 dB is the limit of that.
+TEST(Candidates, FallShortOfEitherLevel) {
+  const analysis::Demand demand{{0.1}, {0.2}, 1.0, 60.0};
+  Candidate candidate{};
+  candidate.order = 7;
+  const auto shortfall = [&](double ripple, double attenuation) {
+    candidate.ripple = ripple;
+    candidate.attenuation = attenuation;
+    return designer::shortfall(candidate, demand);
+  };
+  EXPECT_EQ(shortfall(0.5, 80.0), "");
+  EXPECT_EQ(shortfall(1.00009, 59.99991), "");
+  EXPECT_EQ(shortfall(1.00011, 80.0),
+            "order 7 should do it, but in double precision it loses 1.00011 dB in the passband "
+            "and 80 dB in the stopband");
+  EXPECT_THAT(shortfall(0.5, 59.99989), HasSubstr("59.9999 dB in the stopband"));
+  EXPECT_NE(shortfall(std::nan(""), 80.0), "");
+  EXPECT_NE(shortfall(0.5, std::nan("")), "");
+}
