@@ -9,8 +9,7 @@
 #define JOINED(a, b) a##b
 #define JOIN(a, b) JOINED(a, b)
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
   JOIN(NAME, _state) state = {{0}, {0}};
   const long count = argc > 1 ? strtol(argv[1], NULL, 10) : 0;
   long n;

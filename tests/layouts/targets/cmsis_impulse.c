@@ -9,8 +9,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
   float x1[STAGES] = {0}, x2[STAGES] = {0}, y1[STAGES] = {0}, y2[STAGES] = {0};
   const long count = argc > 1 ? strtol(argv[1], NULL, 10) : 0;
   long n;

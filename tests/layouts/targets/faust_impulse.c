@@ -8,8 +8,7 @@
 
 #include <stdio.h>
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
   const int count = argc > 1 ? atoi(argv[1]) : 0;
   const int rate = argc > 2 ? atoi(argv[2]) : 0;
   mydsp *filter = newmydsp();
