@@ -1,6 +1,7 @@
 #include "designer/designer.h"
 
 #include <algorithm>
+#include <iostream>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -29,8 +30,7 @@ std::string joined(const Values &values, const char *separator) {
 
 // The object takes any word for an enumeration and then designs its default; a user who mistyped
 // one deserves to be told.
-void check_choice(const AttributeInfo &attribute, const Values &values) {
-  const Values choices = attribute.property("enumvals");
+void check_choice(const AttributeInfo &attribute, const Values &choices, const Values &values) {
   if (choices.empty()) return;
   for (const Value &value : values)
     if (std::find(choices.begin(), choices.end(), value) == choices.end())
@@ -39,7 +39,6 @@ void check_choice(const AttributeInfo &attribute, const Values &values) {
 }
 
 Values switched(const AttributeInfo &attribute, Values values) {
-  if (attribute.property("style") != Values{std::string("onoff")}) return values;
   for (Value &value : values) {
     const std::string text = patchbay::to_text(value);
     if (text == "on" || text == "true" || text == "1")
@@ -65,11 +64,11 @@ std::string range_text(const AttributeInfo &attribute) {
   return fmt::format("{} from {} to {}", kind, *attribute.lowest, *attribute.highest);
 }
 
-const AttributeInfo &named(const std::vector<AttributeInfo> &attributes, const std::string &name) {
+std::size_t index_of(const std::vector<AttributeInfo> &attributes, const std::string &name) {
   const auto found = std::find_if(attributes.begin(), attributes.end(),
                                   [&](const auto &attribute) { return attribute.name == name; });
   if (found == attributes.end()) throw Refusal(fmt::format("there is no setting '{}'", name));
-  return *found;
+  return static_cast<std::size_t>(found - attributes.begin());
 }
 
 // Why a box published nothing is the last that it posted.
@@ -85,8 +84,11 @@ const AttributeInfo &named(const std::vector<AttributeInfo> &attributes, const s
 /** A box for as long as this lives. */
 class Designer::Box {
  public:
-  Box(patchbay::Host &host, const std::vector<AttributeInfo> &attributes)
-      : host_(host), attributes_(attributes), box_(host.make(class_name)) {}
+  explicit Box(Designer &designer)
+      : host_(designer.host_),
+        attributes_(designer.attributes_),
+        rules_(designer.rules_),
+        box_(host_.make(class_name)) {}
   ~Box() { host_.free(box_); }
   Box(const Box &) = delete;
   Box &operator=(const Box &) = delete;
@@ -96,7 +98,7 @@ class Designer::Box {
     // Cutoffs mean something in units only: those come first, in whatever order they were given.
     for (const bool units : {true, false})
       for (const auto &[name, values] : requested)
-        if ((name == "units") == units) set(named(attributes_, name), values);
+        if ((name == "units") == units) set(index_of(attributes_, name), values);
     check_cutoffs(requested);
   }
 
@@ -108,9 +110,12 @@ class Designer::Box {
 
   // All but the dictionary.
   Design design() const {
-    Design design;
+    std::vector<Setting> settings;
+    settings.reserve(attributes_.size());
     for (const AttributeInfo &attribute : attributes_)
-      design.settings.set(attribute.name, host_.get(box_, attribute.name));
+      settings.push_back({attribute.name, host_.get(box_, attribute.name)});
+    Design design;
+    design.settings = Settings(std::move(settings));
     const double rate = design.settings.number("samplerate");
     design.samplerate = rate >= 1 ? rate : audio_samplerate;
     design.remarks = remarks_;
@@ -118,10 +123,11 @@ class Designer::Box {
   }
 
  private:
-  void set(const AttributeInfo &attribute, const Values &given) {
+  void set(std::size_t index, const Values &given) {
+    const AttributeInfo &attribute = attributes_[index];
     check_room(attribute, given);
-    check_choice(attribute, given);
-    const Values values = switched(attribute, given);
+    check_choice(attribute, rules_[index].choices, given);
+    const Values values = rules_[index].is_switch ? switched(attribute, given) : given;
     try {
       host_.set(box_, attribute.name, values);
     } catch (const patchbay::Error &error) {
@@ -151,14 +157,19 @@ class Designer::Box {
 
   patchbay::Host &host_;
   const std::vector<AttributeInfo> &attributes_;
+  const std::vector<Rule> &rules_;
   patchbay::Box box_;
   std::vector<std::string> remarks_;
 };
 
-Designer::Designer(const std::filesystem::path &module) {
+Designer::Designer(const std::filesystem::path &module, patchbay::Checking checking)
+    : host_(std::cout, checking) {
   try {
     host_.load(module);
     attributes_ = host_.attributes(class_name);
+    for (const AttributeInfo &attribute : attributes_)
+      rules_.push_back({attribute.property("enumvals"),
+                        attribute.property("style") == Values{std::string("onoff")}});
   } catch (const patchbay::Error &error) {
     throw Refusal(fmt::format("the veltane module is missing: {}", error.what()));
   }
@@ -181,7 +192,7 @@ Settings Designer::fresh() {
 }
 
 Design Designer::accepted(const Settings &requested) {
-  Box box(host_, attributes_);
+  Box box(*this);
   box.set(requested);
   return box.design();
 }
@@ -189,7 +200,7 @@ Design Designer::accepted(const Settings &requested) {
 Design Designer::design(const Settings &requested) {
   const std::size_t posted = host_.posts().size();
   host_.set_samplerate(audio_samplerate);
-  Box box(host_, attributes_);
+  Box box(*this);
   box.set(requested);
   box.bang();
   auto published = box.dictionary();

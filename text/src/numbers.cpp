@@ -1,5 +1,6 @@
 #include "text/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string_view>
@@ -14,7 +15,8 @@ void append(std::string &out, double value, int digits) {
                               .ptr;
   const std::string_view written(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
   out += written;
-  if (written.find_first_of(".e") == std::string_view::npos) out += ".0";
+  const auto marks = [](char c) { return c == '.' || c == 'e'; };
+  if (std::none_of(written.begin(), written.end(), marks)) out += ".0";
 }
 
 }  // namespace

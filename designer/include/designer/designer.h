@@ -25,8 +25,14 @@ struct Design {
  *  belongs to the thread that made it. */
 class Designer {
  public:
-  /** @param module  the file. Raises Refusal when it is missing or has no class `veltane`. */
-  explicit Designer(const std::filesystem::path &module);
+  /**
+   * @param module    the file
+   * @param checking  whether the host watches the module's blocks of memory: what is designed is the
+   *                  same, and takes a little longer under a strict host
+   * Raises Refusal when the file is missing or has no class `veltane`.
+   */
+  explicit Designer(const std::filesystem::path &module,
+                    patchbay::Checking checking = patchbay::Checking::strict);
 
   /** @return what the class declares of its attributes, in their order. */
   const std::vector<patchbay::AttributeInfo> &attributes() const { return attributes_; }
@@ -58,8 +64,15 @@ class Designer {
  private:
   class Box;
 
+  /** What a box's settings are held against, read once. */
+  struct Rule {
+    Values choices; /**< the words that it takes; empty where it takes others */
+    bool is_switch;
+  };
+
   patchbay::Host host_;
   std::vector<patchbay::AttributeInfo> attributes_;
+  std::vector<Rule> rules_;  // of each attribute
 };
 
 }  // namespace designer

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "patchbay/value.h"
@@ -27,6 +28,7 @@ class Settings {
  public:
   Settings() = default;
   Settings(std::initializer_list<Setting> settings) : settings_(settings) {}
+  explicit Settings(std::vector<Setting> settings) : settings_(std::move(settings)) {}
 
   /** @return the values of a setting; null where it is not there. */
   const Values *find(std::string_view name) const;
