@@ -32,7 +32,7 @@ class Inverse {
   double noise_;
 };
 
-// How far the inverse turns from one place to another; not a number where that cannot be told.
+// How far the inverse turns from one place to another; NaN if that is uncertain.
 double turn(const Inverse &inverse, double from, const Complex &first, double to,
             const Complex &last, int halvings) {
   const double angle = std::arg(last / first);

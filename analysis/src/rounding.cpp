@@ -24,7 +24,7 @@ Movement moved(const Complex &from, const Complex &to) {
   return {distance, inside > 0 ? distance / inside : std::numeric_limits<double>::infinity()};
 }
 
-// Of the two ways to tell which pole has become which, the one with the shorter ways.
+// Of the two ways to match old and new poles, the one with the shorter distances.
 Movement moved(const Section &before, const Section &after) {
   const std::vector<Complex> from = quadratic_roots(before.a1, before.a2);
   const std::vector<Complex> to = quadratic_roots(after.a1, after.a2);
@@ -46,7 +46,7 @@ Sections rounded_to_float(const Sections &filter) {
 
 RoundingEffect rounding_effect(const Sections &before, const Sections &after, double floor_db) {
   if (before.size() != after.size())
-    throw std::invalid_argument("filters with unlike numbers of sections cannot be compared");
+    throw std::invalid_argument("filters with different numbers of sections cannot be compared");
   Movement furthest{0.0, 0.0};
   bool silent = false;
   for (std::size_t i = 0; i < before.size(); ++i) {

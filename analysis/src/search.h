@@ -52,7 +52,7 @@ inline std::vector<Bracket> brackets(const Samples &at, double sign) {
 
 /**
  * Where the slope falls through 0, by false positions (the Illinois method) with a halving at
- * every third step, until the level between the last two points is one number but for 1e-13 dB.
+ * every third step, until the level varies by less than 1e-13 dB between the last two points.
  * Source: Dahlquist & Bjorck, Numerical Methods, chapter 6, on the method of false position.
  * @param rise, fall  the slope at both ends, positive and negative
  */

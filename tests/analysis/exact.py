@@ -91,7 +91,7 @@ def turns(zeros, poles, at):
 
 
 def unwrapped(form, zeros, poles, at):
-    """Phases continuous but for + pi at zeros on the circle: the exact wrapped phase and the
+    """Phases continuous except for + pi at zeros on the circle: the exact wrapped phase and the
     number of whole turns that a walk in doubles has seen. None where there is no phase."""
     walked = turns(zeros, poles, at)
     circle = [z for z in zeros if abs(abs(z) - 1) <= 1e-9]

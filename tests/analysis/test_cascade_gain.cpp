@@ -12,7 +12,7 @@ namespace {
 
 using namespace analysis;
 
-// Of orders beyond 8 the gain of some is no normal double, which powers of two cannot keep.
+// Beyond order 8 the gain of some filters is not a normal double, which powers of two cannot keep.
 bool has_digits(const data::Case &one) { return one.order <= 8; }
 
 TEST(GainFactor, SetsTheLevel) {

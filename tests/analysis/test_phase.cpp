@@ -99,7 +99,7 @@ TEST(Phase, SectionsOfANegativeGainBeginAtHalfATurn) {
   const Section positive{1, 0, 0, -0.5, 0}, negative{-1, 0, 0, -0.5, 0};
   EXPECT_NEAR(unwrapped_phase(Sections{negative, positive}, 0.0), pi, 1e-12);
   EXPECT_NEAR(unwrapped_phase(Sections{negative, negative}, 0.0), 0.0, 1e-12);
-  // whose product is no double but 0
+  // whose product underflows to 0
   const Section small{-1e-300, 0, 0, -0.5, 0};
   EXPECT_NEAR(unwrapped_phase(Sections{small, small}, 0.0), 0.0, 1e-12);
   EXPECT_NEAR(unwrapped_phase(Sections{small, small, small}, 0.0), pi, 1e-12);

@@ -17,7 +17,7 @@ TEST(SchurCohn, StableMeansAllRootsInside) {
   EXPECT_FALSE(schur_cohn_stable({1.0, -1.8, 1.01}));
   EXPECT_FALSE(schur_cohn_stable({1.0, -2.0, 1.0})) << "on the circle";
   EXPECT_FALSE(schur_cohn_stable({1.0, -1.0})) << "one on the circle";
-  // Roots 0.5, 0.5 and 1.1: the last coefficient alone tells nothing.
+  // Roots 0.5, 0.5 and 1.1: the last coefficient alone says nothing.
   EXPECT_FALSE(schur_cohn_stable({1.0, -2.1, 1.35, -0.275}));
   EXPECT_TRUE(schur_cohn_stable({3.0}));
 }

@@ -21,7 +21,7 @@ struct Interval {
 double prewarped(double w);
 
 /**
- * The inverse of `prewarped`: `unwarped(prewarped(w))` is w but for 4 units in the last place.
+ * The inverse of `prewarped`: `unwarped(prewarped(w))` is w to within 4 units in the last place.
  * @param analog  not negative
  */
 double unwarped(double analog);
@@ -36,7 +36,7 @@ double unwarped(double analog);
 double band_centre(double low, double high);
 
 /**
- * What lies inside the edges of the passband, edges included.
+ * The intervals inside the edges of the passband, edges included.
  * @param edges  one, or for bandpass and bandstop two in ascending order
  * @return one interval, two for a bandstop
  * Raises std::invalid_argument unless the edges are as many as the response has, between 0 and 1,
@@ -45,7 +45,7 @@ double band_centre(double low, double high);
 std::vector<Interval> passband(Band band, const std::vector<double> &edges);
 
 /**
- * What lies beyond the edges of the stopband, edges included.
+ * The intervals beyond the edges of the stopband, edges included.
  * @param edges  those of the stopband, as many as for `passband`
  * @return one interval, two for a bandpass
  * Raises std::invalid_argument as `passband` does.
@@ -60,16 +60,17 @@ std::vector<Interval> stopband(Band band, const std::vector<double> &edges);
 double reference_frequency(Band band, const std::vector<double> &cutoffs);
 
 /**
- * The level at the reference frequency of a filter whose passband peaks at 0 dB: 0, but the bottom
- * of the ripple for a chebyshev-1 of even order, as T_n(0)^2 is 1 for even n in its prototype's
+ * The level at the reference frequency of a filter whose passband peaks at 0 dB: 0, except for a
+ * chebyshev-1 of even order, where it is the bottom of the ripple, as T_n(0)^2 is 1 for even n in
+ * its prototype's
  * |H|^2 = 1 / (1 + e^2 T_n^2).
  * Source: Parks & Burrus, Digital Filter Design, chapter 7.
  * @param order      of the lowpass prototype
- * @param ripple_db  of a chebyshev-1, positive; others do not use it
+ * @param ripple_db  of a chebyshev-1, positive; the other families ignore it
  */
 double reference_level(Family family, std::size_t order, double ripple_db);
 
-/** Levels in dB at the frequencies that everyone asks for. */
+/** Levels in dB at the usual frequencies of interest. */
 struct Levels {
   double dc;                   /**< at 0 */
   double nyquist;              /**< at 1 */

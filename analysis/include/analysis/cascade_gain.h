@@ -1,4 +1,4 @@
-/** Scaling a cascade: its level, and where in it the gain stands. */
+/** Scaling a cascade: its level, and how its gain is distributed. */
 #ifndef ANALYSIS_CASCADE_GAIN_H
 #define ANALYSIS_CASCADE_GAIN_H
 
@@ -13,7 +13,7 @@ namespace analysis {
  *
  * Cost: proportional to the number of sections.
  * Accuracy: that of `level_db`, some 1e-12 relative.
- * @return none where the filter is silent or infinite at w, or the factor is no normal double
+ * @return none if the filter is silent or infinite at w, or if the factor is not a normal double
  */
 std::optional<double> gain_factor(const Sections &filter, double w, double db);
 
@@ -27,9 +27,9 @@ Sections scaled(Sections filter, double factor);
 /**
  * The filter with its gain distributed: the response from the input to the output of each section
  * but the last gets a peak between -3.0103 and +3.0103 dB. Each numerator is multiplied by a power
- * of two, and the powers cancel, so that the whole filter stays what it was to the bit unless a
- * coefficient leaves the range of normal doubles. From a section on whose output has no finite
- * peak, a pole on the circle or an empty numerator, the gain is as given.
+ * of two, and the powers cancel, so the whole filter stays the same to the bit unless a coefficient
+ * leaves the range of normal doubles. From the first section whose output has no finite peak (a
+ * pole on the circle, or a numerator of zeros), the gain stays as given.
  *
  * Cost: that of `running_peaks`, proportional to n^2 for n sections.
  * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.8 (scaling in

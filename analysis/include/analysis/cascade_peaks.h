@@ -1,4 +1,4 @@
-/** How loud it gets inside a cascade: peaks of its sections, and of what they hand on. */
+/** How loud it gets inside a cascade: peaks of its sections, and of the signal between them. */
 #ifndef ANALYSIS_CASCADE_PEAKS_H
 #define ANALYSIS_CASCADE_PEAKS_H
 
@@ -10,7 +10,7 @@ namespace analysis {
 /**
  * The peak of |H| over all frequencies of each section alone: its L-infinity norm, which
  * bounds the output's level for a sine of level 0. Refined as in `extremes`, so that a sharp
- * resonance is met at its top.
+ * resonance is measured at its top.
  *
  * Cost: proportional to n.
  * Accuracy: 1e-9 dB, against the extrema of the quotient of two quadratics in cos(pi w).
@@ -21,8 +21,8 @@ namespace analysis {
 std::vector<Peak> section_peaks(const Sections &filter);
 
 /**
- * The same of the first section, the first two, ..., all of them: the peaks of what is handed
- * from section to section.
+ * The same of the first section, the first two, ..., all of them: the peaks of the signal from each
+ * section to the next.
  *
  * Cost: proportional to n^2; the maxima that may be the highest are refined one by one, which an
  * equal ripple of many can make the larger part.

@@ -7,7 +7,7 @@
 
 namespace analysis {
 
-/** 10 log10 2 = 3.0103 dB: what half the power is below all of it. */
+/** 10 log10 2 = 3.0103 dB: how far half the power lies below full power. */
 inline constexpr double half_power_db = 3.0102999566398120;
 
 /**
@@ -27,8 +27,8 @@ std::vector<double> crossings(const Sections &filter, double db, const Interval 
 /**
  * Where the level last leaves `reference_db` - 3.0103 dB on the way from the passband to the
  * stopband: the last crossing of a lowpass, the first of a highpass, the outermost of a
- * bandpass, and of a bandstop those next to the centre. Crossings within a passband whose
- * ripple is more than 3.01 dB are so passed over.
+ * bandpass, and of a bandstop those next to the centre. Crossings within a passband whose ripple
+ * exceeds 3.01 dB are thus passed over.
  * @param cutoffs       one, or for bandpass and bandstop two in ascending order
  * @param reference_db  usually the level at the reference frequency, or the highest in the
  *                      passband

@@ -43,24 +43,24 @@ struct Estimate {
  * where d = (10^(attenuation/10) - 1) / (10^(ripple/10) - 1) and k is the selectivity, the
  * stopband's edge of the lowpass prototype whose passband ends at 1.
  *
- * The freedom that rounding up leaves goes into the stopband for butterworth and chebyshev-1:
- * the ripple is the demanded one at the passband's edge. For chebyshev-2 it goes into the
- * passband: the attenuation is the demanded one at the stopband's edge.
+ * The margin that rounding up leaves goes to the stopband for butterworth and chebyshev-1:
+ * the ripple is the demanded one at the passband's edge. For chebyshev-2 it goes to the passband:
+ * the attenuation is the demanded one at the stopband's edge.
  *
  * Two edges on each side fix more than a band response has: its edges have one geometric
  * centre. The centre taken is that of the inner edges (the passband's of a bandpass, the
  * stopband's of a bandstop), which gives the largest selectivity of all centres; the outer edge
  * that is met with room to spare moves inwards. With the centre at c, k is least(|s^2 - c| / s)
  * / greatest(|p^2 - c| / p) for a bandpass with analog edges p and s, and the other way round
- * for a bandstop. A centre between the two pairs' own makes one of these terms grow and the other
- * one grow faster, hence the inner edges' is best.
+ * for a bandstop. A centre between those of the two pairs makes both of these terms grow, one of
+ * them faster, so that of the inner edges is best.
  *
  * An order that exceeds a whole number by less than 1e-10 of it counts as that number.
  *
  * Cost: constant.
- * Accuracy: what the filter reaches, by the families' square laws, is what `Estimate` says within
- * 1e-8 dB and 1e-8 relative. Of 720 random demands all have SciPy's order, but for two bandstops at most, for
- * which SciPy's numerical search ends at one more.
+ * Accuracy: what the filter reaches, by the families' square laws, agrees with `Estimate` within
+ * 1e-8 dB and 1e-8 relative. For 720 random demands the order is SciPy's, except for at most two
+ * bandstops, for which SciPy's numerical search ends one higher.
  * Sources: Proakis & Manolakis, Digital Signal Processing, chapter 8 (in some editions 10), on
  * the orders of Butterworth and Chebyshev filters; Oppenheim & Schafer, Discrete-Time Signal
  * Processing, appendix B; Parks & Burrus, Digital Filter Design, chapter 7.
@@ -70,8 +70,8 @@ Estimate least_order(Family family, const Demand &demand);
 
 /**
  * What a filter of another order with the same demand would reach: the cutoffs are placed by the
- * same rules, and one of `ripple` and `attenuation` is what the demand says while the other one
- * may miss it. Cost and accuracy are those of `least_order`.
+ * same rules, so one of `ripple` and `attenuation` is the demanded one, while the other may miss
+ * the demand. Cost and accuracy are those of `least_order`.
  * @param order  at least 1
  * Raises std::invalid_argument as `demanded_band` does, and when the order is 0.
  */

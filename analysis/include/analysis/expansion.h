@@ -12,10 +12,10 @@ namespace analysis {
  *
  * Cost: proportional to n^2 for n sections.
  * Accuracy: products and sums are made in long double and rounded to doubles once, at the end. The
- * coefficients are good; what they stand for need not be: poles that crowd together, of a narrow
- * or a high-order filter, may be displaced by that one rounding far enough to leave the unit circle
- * (`schur_cohn_stable`) or to change the response (`level_difference`). Coefficients beyond the
- * range of doubles become infinite or 0.
+ * coefficients are accurate; the filter that they describe need not be: poles that crowd together,
+ * of a narrow or a high-order filter, may be displaced by that one rounding far enough to leave the
+ * unit circle (`schur_cohn_stable`) or to change the response (`level_difference`). Coefficients
+ * beyond the range of doubles become infinite or 0.
  * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.3.2 (the cascade
  * form, read from right to left).
  * @return both lists of the same length, the denominator's first coefficient 1; {1} and {1} without

@@ -21,14 +21,14 @@ struct Extremes {
 /**
  * The extremes over all ranges. Each lies at an end of a range, at a zero or a pole, or where
  * the slope of the level changes its sign; that place is found between two points of the
- * grid and refined until the level on both sides of it is the same but for 1e-13 dB.
+ * grid and refined until the level on both sides of it is the same to within 1e-13 dB.
  *
  * Cost: proportional to n^2.
  * Accuracy: no level of a dense walk is further out by more than 1e-10 dB; the ripple's top and the
  * stopband's are what the design promises within 2e-9 dB, and within 2e-7 dB for orders of 200,
  * whose roots as doubles hold no more.
  * @param ranges  at least one; each ascends within 0..1, and may be a single point
- * Raises std::invalid_argument when there is no range or one is not as said.
+ * Raises std::invalid_argument if there is no range, or one is not of this form.
  */
 Extremes extremes(const Roots &filter, const std::vector<Interval> &ranges);
 Extremes extremes(const Sections &filter, const std::vector<Interval> &ranges);

@@ -6,14 +6,13 @@
  * 0 <= w <= 1. Levels are 20 log10 |H| in dB; a level of zero magnitude is
  * minus infinity, or as low as rounding the zero lets it be.
  *
- * All functions are pure. A number that is not finite gives results that are not
- * finite; std::invalid_argument is raised only where a header says so, and its
- * text is one sentence. Results belong to the caller; arguments are only read.
+ * All functions are pure. Arguments that are not finite give results that are not finite;
+ * std::invalid_argument is raised only where a header says so; its text is one sentence. Results
+ * belong to the caller; arguments are only read.
  *
- * In what is said of costs, n is the number of poles. Accuracies are those that
- * tests/analysis holds: against mpmath in 60 digits, or the reference named, for
- * designs of 4 to 400 poles with cutoffs from 0.0008 to 0.8. The doubles given are
- * taken as exact.
+ * In statements of cost, n is the number of poles. Accuracies are those that tests/analysis
+ * verifies: against mpmath in 60 digits, or the reference named, for designs of 4 to 400 poles with
+ * cutoffs from 0.0008 to 0.8. The given doubles are taken as exact.
  */
 #ifndef ANALYSIS_FILTER_H
 #define ANALYSIS_FILTER_H
@@ -25,8 +24,7 @@ namespace analysis {
 
 using Complex = std::complex<double>;
 
-/** H(z) = gain * prod(z - zeros) / prod(z - poles). Complex roots stand in it with
- *  their conjugates. */
+/** H(z) = gain * prod(z - zeros) / prod(z - poles). Complex roots come with their conjugates. */
 struct Roots {
   std::vector<Complex> zeros;
   std::vector<Complex> poles;

@@ -1,4 +1,4 @@
-/** Frequencies at which nothing of a response is missed. */
+/** Frequencies that miss no feature of a response. */
 #ifndef ANALYSIS_GRID_H
 #define ANALYSIS_GRID_H
 

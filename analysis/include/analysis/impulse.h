@@ -11,7 +11,7 @@ namespace analysis {
 /**
  * Runs a signal through the sections, each in direct form II transposed, in doubles, from rest:
  *   y = b0 x + s1;  s1 = b1 x - a1 y + s2;  s2 = b2 x - a2 y
- * This is what a program does that takes the sections as they are, with its rounding.
+ * This is what a program does that uses the sections as they are, rounding included.
  *
  * Cost: proportional to n times the number of samples.
  * Accuracy: that of the recursion in doubles. The first 64 samples of an impulse are SciPy's

@@ -14,8 +14,8 @@ struct LevelDifference {
 
 /**
  * The largest difference in dB over the grid of the first form. Levels lower than `floor_db`
- * below that form's peak count as that floor, so that what nobody hears does not count, and a
- * stopband that rises above the floor in one form only does.
+ * below that form's peak count as that floor, so that inaudible differences do not count, but a
+ * stopband that rises above the floor in only one form does.
  *
  * Cost: proportional to n^2.
  * Accuracy: that of `level_db` at the places looked at. Between them the difference can be larger,

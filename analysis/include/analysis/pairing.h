@@ -1,4 +1,4 @@
-/** Whether the sections hold the published poles. */
+/** Whether the sections contain the published poles. */
 #ifndef ANALYSIS_PAIRING_H
 #define ANALYSIS_PAIRING_H
 
@@ -22,8 +22,8 @@ struct Pairing {
  * the two that fit best.
  *
  * Cost: proportional to n^2, and to the cube of the number of real poles.
- * Accuracy: sections whose coefficients are rounded once from the poles are intact; a1 that is
- * 1e-12 off makes a stranger.
+ * Accuracy: sections whose coefficients are rounded once from the poles are intact; one whose a1 is
+ * off by 1e-12 does not match.
  * Source: the sections of a cascade, Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed.,
  * section 6.3.2; a largest bipartite matching by augmenting paths (Berge, 1957).
  * @param poles  complex ones with their conjugates

@@ -6,9 +6,9 @@
 
 namespace analysis {
 
-/** Zeros that are no further than this from the unit circle count as lying on it. What
- *  rounding makes of a zero on the circle is on either side of it, and without this the
- *  phase would jump up at one zero and down at the next. Poles never count as on it. */
+/** Zeros that are no further than this from the unit circle count as lying on it. Rounding puts a
+ *  zero on the circle on either side of it, and without this the phase would jump up at one zero
+ *  and down at the next. Poles never count as on it. */
 inline constexpr double on_circle = 1e-9;
 
 /**
@@ -23,15 +23,14 @@ double wrapped_phase(const Sections &filter, double w);
 double wrapped_phase(const Transfer &filter, double w);
 
 /**
- * The phase of H at w in radians, continuous in w but for a rise of pi at each zero on the
- * unit circle, where the response changes sign. It is the sum of the roots' own
- * continuous phases, so that it does not depend on any grid, plus the multiple of 2 pi that
- * puts it into (-pi, pi] just above w = 0. At a zero on the circle it is the value just above,
- * at w = 1 the one just below.
+ * The phase of H at w in radians, continuous in w except for a rise of pi at each zero on the unit
+ * circle, where the response changes sign. It is the sum of the roots' own continuous phases, so
+ * that it does not depend on any grid, plus the multiple of 2 pi that puts it into (-pi, pi] just
+ * above w = 0. At a zero on the circle it is the value just above, at w = 1 the one just below.
  *
  * Cost: proportional to n.
- * Accuracy: 1e-9 from roots. From sections it is 1e-6 from that of their roots, as these are
- * computed and not given; a zero of sections that rounding has taken off the circle by more than
+ * Accuracy: 1e-9 from roots. From sections it is within 1e-6 of that of their roots, because these
+ * are computed, not given; a zero of sections that rounding has taken off the circle by more than
  * `on_circle` is not on it.
  * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 5.3.1 (the
  * phase of a single zero or pole).
@@ -42,8 +41,8 @@ double unwrapped_phase(const Sections &filter, double w);
 /**
  * Minus the derivative of the phase by the angle pi w, in samples. A pole p = r exp(j phi)
  * adds ((1 - r^2) / |exp(j pi w) - p|^2 - 1) / 2 and a zero takes as much away, which is 1/2
- * added for a zero on the unit circle; a filter with fewer zeros than poles is later by one
- * sample for each that is missing.
+ * added for a zero on the unit circle; a filter with fewer zeros than poles is delayed by one more
+ * sample for each missing zero.
  * The jumps of the phase at zeros on the circle do not count as delay.
  *
  * Cost: proportional to n.

@@ -26,8 +26,8 @@ Complex response(const Sections &filter, double w);
  * Cost: proportional to n.
  * Accuracy: where a polynomial cancels, the digits are lost: its error is up to 2 m 2^-64 times the
  * sum of the coefficients' magnitudes for m coefficients (2^-53 where long double is not wider than
- * double). Levels above -100 dB are exact to 1e-8 dB for orders up to 8, but in a band of 0.0001
- * at 0.0008 to 0.1 dB only.
+ * double). Levels above -100 dB are exact to 1e-8 dB for orders up to 8, but only to 0.1 dB in a
+ * band of 0.0001 at 0.0008.
  * Source: Higham, Accuracy and Stability of Numerical Algorithms, chapter 5 (Horner's rule).
  */
 Complex response(const Transfer &filter, double w);

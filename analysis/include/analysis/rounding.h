@@ -1,4 +1,4 @@
-/** What is left of the sections in single precision. */
+/** The sections in single precision. */
 #ifndef ANALYSIS_ROUNDING_H
 #define ANALYSIS_ROUNDING_H
 
@@ -21,7 +21,7 @@ struct RoundingEffect {
                                circle: 1 or more can make the filter unstable */
   Stability stability;      /**< of the changed sections */
   LevelDifference response; /**< the largest change of the level, see `level_difference` */
-  bool silent;              /**< whether a section's numerator has become all zeros */
+  bool silent;              /**< true if a section's numerator has become all zeros */
 };
 
 /**

@@ -13,8 +13,8 @@ namespace analysis {
  * Cost: proportional to n^2 for n coefficients. No root is computed.
  * Accuracy: the recursion runs in long double. A step with the reflection coefficient k divides by
  * 1 - k^2, so that a sharp resonance leaves few digits to the steps after it: near the edge of
- * stability a polynomial of a high order can be taken for the other kind. `poles_outside` tells
- * when it cannot tell, at a higher cost.
+ * stability a polynomial of high order can be misjudged. `poles_outside` recognises when the answer
+ * is uncertain, at a higher cost.
  * Source: the Schur-Cohn stability test, Proakis & Manolakis, Digital Signal Processing, 3rd ed.,
  * section 3.6.7.
  * @param denominator  highest power of z first, as in `Transfer`; at least one coefficient, the

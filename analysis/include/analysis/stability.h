@@ -6,7 +6,7 @@
 
 namespace analysis {
 
-/** The pole that is furthest out. */
+/** The outermost pole. */
 struct Stability {
   double radius; /**< its modulus; 0 without poles */
   double margin; /**< 1 - radius with all its digits, however near the circle; negative outside */
@@ -29,7 +29,7 @@ Stability stability(const Roots &filter);
 /**
  * From a1 and a2 as they are: a conjugate pair has the modulus sqrt(a2); of two real poles the
  * larger is 1 - (1 - |a1| + a2) / (1 - the other) away from the circle.
- * Cost and accuracy are those of the poles, and so is what NaN does.
+ * Cost, accuracy and the treatment of NaN are those of the poles.
  * Source: the triangle |a2| < 1, |a1| < 1 + a2 of stable sections, Proakis & Manolakis,
  * Digital Signal Processing, 3rd ed., section 3.6.8.
  */
