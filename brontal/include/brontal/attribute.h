@@ -3,9 +3,9 @@
  *
  * Setting one goes through these stages: the values are converted to the
  * attribute's type (numbers to numbers, fractions of a "long" cut off towards
- * zero, numbers to symbols by their text; a text that is no number is refused
- * where a number belongs, and an attribute without room for all values takes
- * the first ones), clipped by its filter, stored (or handed to its "set"
+ * zero, numbers to symbols by their text; a text that is not a number is
+ * refused where a number belongs, and an attribute without room for all values
+ * takes the first ones), clipped by its filter, stored (or handed to its "set"
  * method), and then the notice `common_symbols->attr_modified` goes to all
  * clients of the instance, with the attribute as its data. Setting from
  * within such a notice is allowed: the nested notice is delivered at once.
@@ -83,9 +83,9 @@ BRONTAL_API t_result class_attr_addattr_parse(t_class *c, const char *attr, cons
                                               t_symbol *type, const char *text);
 
 /**
- * Sets the attributes that stand in a box behind the class name, each as a
- * symbol that ends in a colon (`order:`) followed by its values. [main] What
- * cannot be set is posted against the instance, and the rest is still set.
+ * Sets the attributes that follow the class name in a box, each as a symbol
+ * that ends in a colon (`order:`) followed by its values. [main] What cannot be
+ * set is posted against the instance, and the rest is still set.
  */
 BRONTAL_API void attr_args_process(void *x, t_long argc, const t_atom *argv);
 

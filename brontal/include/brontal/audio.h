@@ -7,8 +7,8 @@
 BRONTAL_BEGIN
 
 /**
- * @return the audio sample rate in Hz; it is what the audio device reports,
- *         so a careful module expects any value. [main]
+ * @return the audio sample rate in Hz; it is what the audio device reports, so
+ *         a module should accept any value. [main]
  */
 BRONTAL_API float sys_getsr(void);
 

@@ -28,7 +28,7 @@ typedef enum t_argspec {
  * Makes an instance. It starts with `object_alloc`, and hands the box's
  * arguments to `attr_args_process` when it wants attributes set from them.
  * @param name        the class's name as the user typed it
- * @param argc, argv  what stood behind it in the box; valid during the call
+ * @param argc, argv  what followed it in the box; valid during the call
  * @return the instance, or null when there can be none
  */
 typedef void *(*t_constructor)(t_symbol *name, t_long argc, t_atom *argv);
@@ -45,7 +45,7 @@ typedef void (*t_list_handler)(void *x, t_symbol *message, t_long argc, t_atom *
 /** "dblclick": the user double-clicked the box. */
 typedef void (*t_dblclick_handler)(void *x);
 
-/** The room that `t_assist_handler` has for its text, the zero byte included. */
+/** The size of the text buffer of `t_assist_handler`, the zero byte included. */
 #define BRONTAL_ASSIST_SIZE 512
 
 /** What the `io` of "assist" means. */
@@ -116,7 +116,7 @@ BRONTAL_API t_hashtab *class_extra_lookup(t_class *c, t_symbol *table);
 
 /**
  * Opens the class to users, who may make boxes of it from then on; one that was
- * not registered is nobody's to use, and goes with its module. [load]
+ * not registered cannot be used, and goes with its module. [load]
  * @param name_space  `common_symbols->box` for classes of boxes
  * @return RESULT_FAILED when the name is taken there
  */

@@ -1,5 +1,5 @@
 /**
- * Notifications: objects tell their clients what happens to them.
+ * Notifications: objects notify their clients of what happens to them.
  *
  * A client is an instance whose class has the message "notify"
  * (`t_notify_handler`). Its arguments: `s`, the namespace under which the

@@ -1,5 +1,5 @@
 /**
- * Objects: what the host finds again by its address. Instances of a class,
+ * Objects: what the host recognises by its address. Instances of a class,
  * attributes, dictionaries, atom arrays and the entries of a class's method
  * table are objects; all of them take messages through `object_method_imp`.
  */
@@ -29,9 +29,9 @@ typedef struct t_signal_object {
 
 /**
  * Allocates an instance; called by a class's constructor. [main]
- * @return an instance of the size that `class_new` was told, zero-filled but
- *         for its header; null on failure. The constructor returns it to the
- *         host, which owns it from then on and destroys it with `object_free`
+ * @return an instance of the size given to `class_new`, zero-filled except for
+ *         its header; null on failure. The constructor returns it to the host,
+ *         which owns it from then on and destroys it with `object_free`
  */
 BRONTAL_API void *object_alloc(t_class *c);
 
@@ -91,7 +91,7 @@ BRONTAL_API void object_error(void *object, const char *format, ...) BRONTAL_PRI
  * Gives an object a property. [main]
  * @param property  its name
  * @param type      "symbol", "long", "float64", or "atom" for a list of any
- * @param text      its value as one writes it in a box
+ * @param text      its value as written in a box
  */
 BRONTAL_API t_result object_addattr_parse(void *object, const char *property, t_symbol *type,
                                           const char *text);

@@ -11,7 +11,7 @@ BRONTAL_BEGIN
 typedef struct t_outlet t_outlet;
 
 /**
- * Adds an outlet to an instance, left of those it has. [main]
+ * Adds an outlet to an instance, to the left of its existing ones. [main]
  * @param owner  the instance; it takes its outlets with it when it is freed
  * @param type   the one message that it sends; null for any
  * @return the outlet, owned by the host; null on failure

@@ -17,7 +17,7 @@ typedef struct t_qelem t_qelem;
 typedef void (*t_task)(void *owner);
 
 /**
- * Makes a deferred task; it is not set. [main]
+ * Makes a deferred task, which is not set yet. [main]
  * @param owner  handed to the function
  * @return the task, owned by the caller, released with `qelem_free`; null on
  *         failure
