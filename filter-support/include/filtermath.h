@@ -25,8 +25,8 @@
  *   4 tan(w pi / 2): that of a bilinear transform at the sampling rate 2.
  * - Families and responses are symbols, compared by identity with "butterworth",
  *   "chebyshev-1", "chebyshev-2" and "lowpass", "highpass", "bandpass",
- *   "bandstop". An unknown family is a Butterworth, an unknown response a
- *   lowpass, where a function does not say otherwise.
+ *   "bandstop". An unknown family counts as a Butterworth, an unknown response as a lowpass, unless
+ *   a function says otherwise.
  * - A root is real when its imaginary part is exactly 0.0; nothing is rounded.
  * - Arguments are not checked: keeping order, ripple, attenuation and cutoffs
  *   in range is the caller's business. Design functions given settings out of
@@ -37,12 +37,12 @@
  *   leaked, and pointers, counts and matrices that were to receive a result are left alone.
  *   A model that was being filled or transformed can then only be released.
  * - Costs are in terms of n, the number of states of a model, of roots of a list, of rows of
- *   a matrix. That of a design up to order 200, with 400 states, is milliseconds. Without
- *   more being said, a function needs memory in proportion to what it reads and writes.
- * - Accuracy is told by what limits it. "A few roundings" are a few units in the last place of
+ *   a matrix. A design up to order 200, with 400 states, takes milliseconds. Unless it says more, a
+ *   function needs memory in proportion to what it reads and writes.
+ * - Accuracy is stated by what limits it. "A few roundings" are a few units in the last place of
  *   a double, 2.2e-16 of the number; a backward stable computation gives the exact result for
- *   an argument that is off by as little. docs/accuracy.md measures what a whole design is
- *   worth, against 50 digits, at orders up to 200.
+ *   an argument that is off by as little. docs/accuracy.md measures the accuracy of a whole design,
+ *   against 50 digits, at orders up to 200.
  * - Nothing here keeps state between calls. Different threads may design at
  *   the same time if the memory calls that they run on allow it.
  *

@@ -36,7 +36,7 @@ double reference_frequency(t_symbol *response, double wo) {
   return 0.0;
 }
 
-// sum(coefficients[k] cos(k w)): what a polynomial's real part is at w. For a
+// sum(coefficients[k] cos(k w)): a polynomial's real part at w. For a
 // bandpass the imaginary part counts too, and is left out all the same.
 double cosine_sum(const double *coefficients, int32_t count, double w) {
   Matrix cosines;

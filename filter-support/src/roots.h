@@ -17,7 +17,7 @@ void sort_roots(t_complex64list &roots);
 
 /**
  * Makes the members of each conjugate pair neighbours in a sorted list, the upper
- * first. They are so already, but where several pairs share a real part.
+ * first. They already are, unless several pairs share a real part.
  */
 void join_conjugates(t_complex64list &sorted);
 

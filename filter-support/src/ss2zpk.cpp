@@ -31,7 +31,7 @@ void store(const t_complex64list &zero_list, const t_complex64list &pole_list, d
   *pole_count = 2 * static_cast<int64_t>(pole_list.size());
 }
 
-// In turns, but for a bandpass: one half, then the other.
+// In turns, except for a bandpass: one half, then the other.
 t_complex64list placed_zeros(std::size_t n, t_symbol *response, double w0) {
   const auto [first, second] = filtermath::zero_places(response, w0);
   const bool halves = response == filtermath::symbol("bandpass");

@@ -62,8 +62,8 @@ void shift_identity(_matrix64 *s) {
 }
 
 // A negative pivot is left as it is, and x is then projected out, not reflected. If the
-// pivot is next to nothing, the inverse that this leaves has lost its digits; the one that
-// the reflection of -x leaves has not.
+// pivot is next to nothing, the inverse that this leaves has lost its digits, while the one that
+// the reflection of -x leaves keeps them.
 bool is_short(double pivot, const t_complex64list &x) {
   constexpr double shortest = 1e-3;
   double squares = 0.0;

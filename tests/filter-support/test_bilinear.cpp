@@ -75,7 +75,7 @@ TEST(Bilinear, KeepsTheLevelOfAHighpassOfHighOrder) {
   }
 }
 
-// Two first-order sections in parallel, whose feed-throughs cancel but for 1e-9.
+// Two first-order sections in parallel, whose feed-throughs cancel to within 1e-9.
 TEST(Bilinear, AFeedThroughThatCancelsInAnotherModelIsTheSum) {
   const Model ss = model({{-1.0, 0.0}, {0.0, -3.0}}, {1.0, 1.0}, {1.0, 1.0}, 0.0);
   ss->d->data[0] = -(0.25 / 1.25 + 0.25 / 1.75) + 1e-9;
@@ -130,7 +130,7 @@ TEST(Bilinear, AFeedThroughOfAnyModelIsTheSumToWithinItsRounding) {
   }
 }
 
-// Nothing is left of D here: the inverse system that would keep its digits has none.
+// Nothing is left of D here: the inverse system that would keep its digits does not exist.
 TEST(Bilinear, AFeedThroughOfNothingIsNothing) {
   const Model ss = model({{-4.0}}, {1.0}, {-8.0}, 1.0);  // (s - 4) / (s + 4)
   filtermath_bilinear(ss.get(), 2.0);

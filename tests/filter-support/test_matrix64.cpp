@@ -13,7 +13,7 @@ void expect_shape(const Matrix &m, int32_t cols, int32_t rows) {
   EXPECT_EQ(m->rows, rows);
 }
 
-// Elements that stand in for "as it was" in tests of refused operations.
+// Elements that mark an untouched matrix in tests of refused operations.
 Matrix untouched() { return matrix({{7.0, 8.0, 9.0}}); }
 void expect_untouched(const Matrix &m) {
   expect_shape(m, 3, 1);

@@ -98,7 +98,7 @@ TEST(PrototypeDigits, OfChebyshev2RootsFollowTheAngleAndTheEllipse) {
   }
 }
 
-// Or else the tests above could not tell one order of operations from another.
+// Otherwise the tests above could not distinguish one order of operations from another.
 TEST(PrototypeDigits, WouldBeOthersInAnyOtherOrderOfOperations) {
   int factors = 0;
   int quotients = 0;

@@ -157,7 +157,7 @@ TEST(BandstopElements, AreTheInverseTimesTheWidthTiedToASecondStateEach) {
   }
 }
 
-// Or else the tests above could not tell one order of the factors from another.
+// Otherwise the tests above could not distinguish one order of the factors from another.
 TEST(BandElements, WouldBeOthersInAnyOtherOrderOfTheFactors) {
   const Model ss = dense(most_states);
   const Elements before = elements(ss);

@@ -107,7 +107,7 @@ void matrix64_transpose(const _matrix64 *src, _matrix64 *dst);
  * The inverse of a block is off by about the rounding unit times its size and its condition
  * number; the condition of other blocks has no part in it.
  *
- * Nothing tests for a singular src. Where elimination meets a pivot of exactly 0,
+ * A singular src is not detected. Where elimination meets a pivot of exactly 0,
  * elements that are not finite fill the rows of that block, up to its own columns,
  * and spread to the rows that lead to it; other rows are what they are without it.
  * A NaN in src does the same. A pivot that only rounding keeps from 0 makes those

@@ -19,16 +19,16 @@ extern "C" {
 /**
  * The numerator of a digital Butterworth filter: its zeros expanded, and scaled
  * so that sum(num[k] cos(k w)) equals sum(den[k] cos(k w)) at a reference w:
- * 0 (lowpass, bandstop), pi (highpass) or the centre w0 (bandpass). That is
- * unity gain there, but for a bandpass, whose sines are left out.
+ * 0 (lowpass, bandstop), pi (highpass) or the centre w0 (bandpass). That is unity gain there,
+ * except for a bandpass, whose sines are left out.
  *
  * The shape is right to a few roundings. The scale is a sum of denominator coefficients,
- * which cancel at low cutoffs (highpass: at high ones) until nothing of it is left. At
- * 240 Hz, for 48000 Hz, that of a Butterworth lowpass is off by 4e-06 at order 6 and by
- * 7e-03 at order 8 (docs/accuracy.md, "The numerator at low cutoffs"), where the gain of the
- * sections is right. At a centre of a bandpass where n (pi/2 - w0) is an odd multiple of
- * pi/2, such as a quarter of the Nyquist frequency at order 2, both sums are 0 and the scale
- * is what rounding leaves of them: a numerator of any size.
+ * which cancel at low cutoffs (highpass: at high ones) until nothing is left of it. At 240 Hz, for
+ * 48000 Hz, that of a Butterworth lowpass is off by 4e-06 at order 6 and by 7e-03 at order 8
+ * (docs/accuracy.md, "The numerator at low cutoffs"), while the gain of the sections is right. At a
+ * centre of a bandpass where n (pi/2 - w0) is an odd multiple of pi/2, such as a quarter of the
+ * Nyquist frequency at order 2, both sums are 0 and the scale is what rounding leaves of them: a
+ * numerator of any size.
  *
  * @param response   of the filter
  * @param order      of the prototype

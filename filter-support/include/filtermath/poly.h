@@ -12,8 +12,8 @@
  * A coefficient is off by at most a few roundings per root, not of itself but of the same
  * coefficient of the polynomial with the roots -|r|. Roots on all sides of 0 make that one
  * far larger, and small coefficients are then rounding. The order of the roots, which is
- * kept, decides how much of it comes true: partial products that grow no larger than the
- * result cost no digits.
+ * kept, decides how much of it occurs: partial products that grow no larger than the result cost no
+ * digits.
  *
  * @param coefficients  replaced by roots.size() + 1 values, the first 1.0; must not be
  *                      `roots`. They keep their imaginary parts, which are exactly or
@@ -30,8 +30,8 @@ void filtermath_poly(const t_complex64list &roots, t_complex64list &coefficients
  * largest element ([GvL] 7.5); what the expansion does to them is said above.
  *
  * @param matrix        n columns, n rows
- * @param coefficients  reshaped to 1 column, n + 1 rows: real parts only. NaN but for the
- *                      first if the matrix is not finite or its eigenvalues do not converge.
+ * @param coefficients  reshaped to 1 column, n + 1 rows: real parts only. NaN except for the first
+ *                      if the matrix is not finite or its eigenvalues do not converge.
  * @return 0, or -1 when the matrix is not square (coefficients untouched)
  */
 int filtermath_poly(const _matrix64 *matrix, _matrix64 *coefficients);

@@ -38,7 +38,7 @@ void filtermath_ss2zpk(const _statespace *ss, double **zeros, int64_t *zero_coun
  * type I). The gain is D, as it stands. The zeros, as many as poles, are not computed but
  * put where the bilinear transform puts them: at z = -1 (lowpass), at 1 (highpass), half of
  * them at 1 and the rest at -1 (bandpass), and in turns at exp(+-2j atan(w0 / 4))
- * (bandstop), exact but for the rounding of these.
+ * (bandstop), exact apart from the rounding of these.
  * @param zero_count, pole_count  in doubles, two a root
  * @param w0  the centre given to `filtermath_lp2bs`; unused otherwise
  */

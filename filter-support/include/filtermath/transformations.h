@@ -37,7 +37,7 @@ void filtermath_lp2hp(_statespace *ss, double wo);
 /**
  * s -> (s^2 + wo^2) / (bw s): a bandpass; the number of states doubles, to
  * A = [bw A, wo I; -wo I, 0], B = [bw B; 0], C = [C, 0]. Time grows with the square of the
- * number of states. Three roundings an element.
+ * number of states. Three roundings per element.
  * @param wo  the geometric mean of the band's edges; not 0
  * @param bw  their difference; a negative one gives an unstable filter
  */

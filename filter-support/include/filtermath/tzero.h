@@ -12,8 +12,8 @@ extern "C" {
  *
  * Those of a series of sections, as the transformations of what `filtermath_zpk2ss` makes
  * are, are found section by section: the eigenvalues of A - B C / D, the state matrix of
- * the inverse system ([Kai] 2.2). They are as exact as the poles, if every number of the
- * model is, but for a few roundings, what it is in a series: at most 7e-15 off up to order
+ * the inverse system ([Kai] 2.2). They are as exact as the poles, provided that every number of the
+ * model is, within a few roundings, what it is in a series: at most 7e-15 off up to order
  * 200 (docs/accuracy.md). Time grows with the square of the number of states.
  *
  * Those of other models come from the system matrix [B A; D C], reduced with a Householder

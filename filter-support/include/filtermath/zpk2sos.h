@@ -32,7 +32,7 @@ extern "C" {
  *                   all-pole families are
  * @param sos        receives new storage from the host's memory calls, owned by
  *                   the caller and released with `sysmem_freeptr`
- * @param sos_count  receives the number of doubles: five a section
+ * @param sos_count  receives the number of doubles: five per section
  */
 void filtermath_zpk2sos(const t_zpk *zpk, t_symbol *topology, t_symbol *response, double **sos,
                         int64_t *sos_count);
