@@ -103,7 +103,7 @@ void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values) {
       result = attr.setter(x.memory, &attr, static_cast<t_long>(atoms.size()), atoms.data());
     });
     if (result != RESULT_OK)
-      throw Error(fmt::format("'{}' refused what it was to be set to", attr.name->name));
+      throw Error(fmt::format("'{}' refused the new value", attr.name->name));
   } else {
     store(x, attr, atoms);
   }

@@ -9,7 +9,7 @@
 namespace patchbay {
 
 /** Converts, clips and stores values, and sends the notice of the change. The instance may be gone
- *  afterwards. Raises Error when there are no values, or one does not fit the type. */
+ *  afterwards. Raises Error if there are no values, or one does not fit the type. */
 void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values);
 
 /** @return the values that are stored; a symbol that was never set is left out. */

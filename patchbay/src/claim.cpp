@@ -11,7 +11,7 @@
 namespace patchbay {
 namespace {
 
-// Hosts are told apart by numbers: unlike addresses, they do not come again.
+// Hosts are identified by numbers: unlike addresses, they are never reused.
 std::atomic<std::uint64_t> last_number = 0;
 
 // By operation. Written from any thread, so that nothing of a host is.
@@ -24,7 +24,7 @@ constinit std::atomic<std::uint64_t> living = 0;
 
 Claim::Claim(State &state) : state_(state), number_(++last_number) {
   std::uint64_t none = 0;
-  if (!living.compare_exchange_strong(none, number_)) throw Error("there is a host already");
+  if (!living.compare_exchange_strong(none, number_)) throw Error("there is already a host");
   for (std::atomic<bool> &stray : strays) stray = false;
   adopt();
 }

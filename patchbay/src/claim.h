@@ -31,7 +31,7 @@ class Claim {
   /** Makes the calling thread the one that the host belongs to. */
   void adopt();
 
-  /** Gives the process free. */
+  /** Releases the process. */
   void release();
 
   /** @return whether the host belongs to the calling thread. */
@@ -57,7 +57,7 @@ struct OwnHost {
 };
 extern constinit thread_local OwnHost own PATCHBAY_NEAR;
 
-/** The number of the host that lives, or 0. */
+/** The number of the living host, or 0. */
 extern constinit std::atomic<std::uint64_t> living;
 
 /** @return whether no host lives, in any thread. */
@@ -68,12 +68,12 @@ inline State *current_state() {
   return own.number != 0 && own.number == living ? own.state : nullptr;
 }
 
-/** Takes down, for the host to tell, that the calling thread called an operation
- *  while another one's host lives. */
+/** Notes, for the host to report, that the calling thread called an operation while another
+ *  thread's host is alive. */
 void note_stray(Op op);
 
-/** @return a sentence for each operation that a thread has called while another
- *  one's host lived; each call is told once. */
+/** @return a sentence for each operation that a thread called while another thread's host was
+ *          alive; each call is reported once. */
 std::vector<std::string> take_strays();
 
 }  // namespace patchbay

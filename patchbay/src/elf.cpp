@@ -15,7 +15,7 @@ constexpr unsigned char native_class = sizeof(void *) == 8 ? ELFCLASS64 : ELFCLA
 constexpr unsigned char native_order =
     std::endian::native == std::endian::little ? ELFDATA2LSB : ELFDATA2MSB;
 
-// Where `count` items of a size end; what cannot be said is the end of all files.
+// Where `count` items of a size end; if that overflows, beyond the end of any file.
 std::uint64_t end_of(std::uint64_t offset, std::uint64_t count, std::uint64_t size) {
   std::uint64_t length = 0;
   std::uint64_t end = 0;

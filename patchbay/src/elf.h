@@ -1,4 +1,4 @@
-// What can be told of a module's file before it is loaded.
+// What can be learned from a module's file before it is loaded.
 #ifndef PATCHBAY_ELF_H
 #define PATCHBAY_ELF_H
 
@@ -9,7 +9,7 @@ namespace patchbay {
 
 /**
  * How far an ELF file reaches by its own account: the loader maps what a file
- * claims to have, and touching what is not there ends the process.
+ * claims to have, and touching missing parts ends the process.
  * @return in bytes; 0 for a file of another kind or another machine, which the
  *         loader refuses by itself
  */

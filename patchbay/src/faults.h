@@ -9,7 +9,7 @@
 
 namespace patchbay {
 
-/** Which calls are to fail: how many calls off, 0 for none. */
+/** Which calls are to fail: 1 for the next call, 0 for none. */
 struct Faults {
   bool armed = false;
   std::array<std::size_t, operation_names.size()> countdown{};

@@ -39,8 +39,8 @@ std::vector<std::string> class_names(const State &s) {
 t_class &class_named(const State &s, const std::string &name) {
   const auto found = s.classes.find({symbol("box"), symbol(name)});
   if (found == s.classes.end())
-    throw Error(
-        fmt::format("there is no class '{}'; there is {}", name, fmt::join(class_names(s), ", ")));
+    throw Error(fmt::format("there is no class '{}'; the classes are {}", name,
+                            fmt::join(class_names(s), ", ")));
   return *found->second;
 }
 
@@ -123,7 +123,7 @@ Box Host::make(const std::string &text) {
   const std::string name = to_text(words.front());
   words.erase(words.begin());
   const auto box = static_cast<Box>(new_instance(own(), class_named(own(), name), words));
-  if (box == nullptr) throw Error(fmt::format("a box '{}' could not be made", name));
+  if (box == nullptr) throw Error(fmt::format("could not make a box '{}'", name));
   own().ledger.owned_by_host(box);
   own().boxes.push_back(box);
   return box;
@@ -170,7 +170,7 @@ void Host::send(Box box, const std::string &message, const Values &arguments) {
   } else if (method->args == ARGS_NONE) {
     if (!arguments.empty())
       throw Error(
-          fmt::format("'{}' takes no arguments, and {} came with it", message, arguments.size()));
+          fmt::format("'{}' takes no arguments, but was sent with {}", message, arguments.size()));
     call_module(s, method->name,
                 [&] { reinterpret_cast<void (*)(void *)>(method->function)(x.memory); });
   } else {

@@ -24,7 +24,7 @@ struct Instance : std::enable_shared_from_this<Instance> {
   std::vector<Client> clients;
   std::vector<t_outlet *> outlets;
   bool dying = false;  // its destructor is running
-  bool freed = false;  // what follows a call into a module must ask
+  bool freed = false;  // to be checked after each call into a module
 };
 
 /** @return the instance whose record is at this address; null for any other address,
@@ -40,7 +40,7 @@ void *new_instance(State &s, t_class &c, const Values &arguments);
 /** Runs the destructor and releases the instance. */
 void destroy_instance(State &s, Instance &x, Op by);
 
-/** Takes an instance off the books whose module is going: nothing of it is called. */
+/** Strikes out an instance whose module is being unloaded: none of its functions is called. */
 void forget_instance(State &s, Instance &x, Op by);
 
 }  // namespace patchbay

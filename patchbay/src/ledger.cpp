@@ -105,7 +105,7 @@ std::string Ledger::problem(const void *address) const {
 std::string Ledger::problem(const void *address, Kind kind) const {
   const Entry *entry = find(address);
   if (entry == nullptr) return problem(address);
-  return fmt::format("{}, which is no {}", describe(*entry), name_of(kind));
+  return fmt::format("{}, which is not the expected {}", describe(*entry), name_of(kind));
 }
 
 std::vector<std::string> Ledger::leaks() const {

@@ -1,4 +1,4 @@
-// The book of everything that modules hold addresses of.
+// The record of everything that modules hold addresses of.
 #ifndef PATCHBAY_LEDGER_H
 #define PATCHBAY_LEDGER_H
 
@@ -59,7 +59,7 @@ class Ledger {
   Ledger &operator=(const Ledger &) = delete;
   ~Ledger(); /**< releases what a module has leaked */
 
-  /** @return whether blocks are entered. */
+  /** @return true if blocks are entered. */
   bool watches_blocks() const { return checking_ == Checking::strict; }
 
   /** Makes room, so that entering one address raises nothing. Raises std::bad_alloc. */
@@ -97,7 +97,7 @@ class Ledger {
   /** The same for one kind of thing. */
   const Entry *find(const void *address, Kind kind) const;
 
-  /** @return why `find` yields nothing for an address other than null. */
+  /** @return why `find` returns null for an address other than null. */
   std::string problem(const void *address) const;
   std::string problem(const void *address, Kind kind) const;
 

@@ -27,7 +27,7 @@ bool can_take_over(State &s, Op op, Kind kind, const void *address, const char *
   const Ledger::Entry *entry = find_entry(s, op, kind, address);
   if (entry == nullptr) return false;
   if (!entry->owned_by_host) return true;
-  report_given(s, op, fmt::format("{}, which {} has already", Ledger::describe(*entry), owner));
+  report_given(s, op, fmt::format("{}, which {} already owns", Ledger::describe(*entry), owner));
   return false;
 }
 

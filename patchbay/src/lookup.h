@@ -1,4 +1,4 @@
-// Finding what an address that a module hands in stands for.
+// Finding what an address passed in by a module refers to.
 #ifndef PATCHBAY_LOOKUP_H
 #define PATCHBAY_LOOKUP_H
 

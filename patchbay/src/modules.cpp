@@ -54,7 +54,7 @@ void load_module(State &s, const std::filesystem::path &path) {
   if (const auto claimed = claimed_size(file),
       size = std::uint64_t{std::filesystem::file_size(file)};
       claimed > size)
-    throw Error(fmt::format("'{}' cannot be loaded: it is cut short, {} bytes of at least {}",
+    throw Error(fmt::format("'{}' cannot be loaded: it is truncated, {} bytes of at least {}",
                             path.string(), size, claimed));
   errno = 0;
   void *module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -72,7 +72,7 @@ void load_module(State &s, const std::filesystem::path &path) {
   }
   if (std::find(s.modules.begin(), s.modules.end(), module) != s.modules.end()) {
     dlclose(module);
-    throw Error(fmt::format("'{}' is loaded already", path.string()));
+    throw Error(fmt::format("'{}' is already loaded", path.string()));
   }
   s.modules.push_back(module);
   s.loading = module;

@@ -10,8 +10,8 @@ namespace patchbay {
 
 struct State;
 
-/** Loads a module and runs its `ext_main`. Raises Error when it is not one, and
- *  std::runtime_error when it finds no memory. */
+/** Loads a module and runs its `ext_main`. Raises Error if it is not one, and std::runtime_error if
+ *  memory runs out. */
 void load_module(State &s, const std::filesystem::path &path);
 
 /** Unloads all modules, the newest first, with their classes and leaked instances. */

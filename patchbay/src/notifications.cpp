@@ -17,7 +17,7 @@ using patchbay::State;
 namespace patchbay {
 namespace {
 
-// A client that answers every notice with a change would go on for ever.
+// A client that answers every notice with a change would never stop.
 constexpr int deepest = 100;
 
 bool is_client(const Instance &x, const void *instance) {

@@ -1,4 +1,4 @@
-// Notices: who is told of an instance's changes.
+// Notices: who is notified of an instance's changes.
 #ifndef PATCHBAY_NOTIFICATIONS_H
 #define PATCHBAY_NOTIFICATIONS_H
 
@@ -9,7 +9,7 @@ namespace patchbay {
 struct State;
 struct Instance;
 
-/** Who is told of an instance's changes. */
+/** Who is notified of an instance's changes. */
 struct Client {
   void *instance;
   t_symbol *name_space;  // under which it attached

@@ -26,7 +26,7 @@ namespace patchbay {
 bool destroy(State &s, void *object, Op by) {
   const Ledger::Entry *entry = find_entry(s, by, object);
   if (entry == nullptr) return false;
-  std::string problem = Ledger::describe(*entry) + ", which is not for it to free";
+  std::string problem = Ledger::describe(*entry) + ", which is not the module's to free";
   if (entry->kind == Kind::instance) {
     auto *instance = static_cast<Instance *>(entry->record.get());
     if (!instance->dying) {

@@ -18,8 +18,8 @@ namespace patchbay {
 namespace {
 
 // Standard libraries of other systems lack std::from_chars for doubles. What lies beyond the
-// doubles, and what rounds to 0 without being 0, is not taken for a number: it would become infinite
-// or silent.
+// doubles, and what rounds to 0 without being 0, is not accepted as a number: it would become
+// infinite or silent.
 std::optional<double> as_double(const char *begin, const char *end) {
   double number = 0.0;
   const auto [stop, error] = fast_float::from_chars(begin, end, number);
@@ -65,7 +65,7 @@ Values parse_line(const std::string &line) {
     std::size_t end = at;
     if (line[at] == '"') {
       end = line.find('"', at + 1);
-      if (end == std::string::npos) throw Error("a double quote is not closed in: " + line);
+      if (end == std::string::npos) throw Error("unclosed double quote in: " + line);
       values.emplace_back(line.substr(at + 1, end - at - 1));
       at = end + 1;
     } else {

@@ -1,4 +1,4 @@
-// What modules and threads have done that the interface does not allow.
+// Violations of the interface by modules and threads.
 #ifndef PATCHBAY_VIOLATIONS_H
 #define PATCHBAY_VIOLATIONS_H
 
@@ -9,7 +9,7 @@ namespace patchbay {
 
 struct State;
 
-/** Takes down a misuse, as a sentence without its full stop. */
+/** Records a misuse, as a sentence without its full stop. */
 void report(State &s, std::string violation);
 
 /** @return all misuse so far, oldest first, the calls of other threads included. */

@@ -9,7 +9,7 @@
 namespace runtime {
 namespace {
 
-// The size stands in front of the block, in a slot that keeps the block aligned
+// The size is stored in front of the block, in a slot that keeps the block aligned
 // for any type.
 struct alignas(std::max_align_t) Header {
   t_long size;
@@ -22,8 +22,8 @@ constexpr std::size_t most_filled = 4096;
 
 Header *header_of(void *block) noexcept { return static_cast<Header *>(block) - 1; }
 
-// As `new` asks for memory: a handler that the program has set hears of what there is not,
-// and may end the program, or find some memory so that it can be asked for again.
+// As `new` asks for memory: a handler that the program has set is called when there is none, and
+// may end the program, or free some memory so that the request can be repeated.
 template <typename Ask>
 Header *obtained(const Ask &ask) noexcept {
   void *memory = ask();

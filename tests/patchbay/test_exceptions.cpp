@@ -74,7 +74,7 @@ TEST_F(Exceptions, FromTheConstructorAreNamedAndThereIsNoBox) {
   host.load(module("throws"));
   EXPECT_THAT(violation([&] {
                 EXPECT_THAT(refusal([&] { host.make("throws_from_constructor"); }),
-                            HasSubstr("not be made"));
+                            HasSubstr("could not make a box"));
               }),
               HasSubstr("'throws_from_constructor'"));
   EXPECT_THAT(host.boxes(), IsEmpty());

@@ -137,7 +137,7 @@ TEST_F(Failures, OfTasksAndOutlets) {
 TEST_F(Failures, OfInstancesAndAttributes) {
   const Box box = counter();
   inspector.fail("object_alloc");
-  EXPECT_THAT(refusal([&] { counter(); }), HasSubstr("not be made"));
+  EXPECT_THAT(refusal([&] { counter(); }), HasSubstr("could not make a box"));
   next("object_new_typed");
   EXPECT_EQ(object_new_typed(gensym("box"), gensym("counter"), 0, nullptr), nullptr);
   next("attr_args_process");

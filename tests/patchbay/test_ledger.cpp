@@ -35,12 +35,13 @@ TEST_F(TheLedger, NamesWhatIsFreedTwice) {
 
 TEST_F(TheLedger, NamesWhatIsFreedByTheWrongCall) {
   bang("frees_by_the_wrong_call");
-  expect_problems(ElementsAre(sentence("object_free", "block", "not for it to free"),
-                              sentence("sysmem_freeptr", "dictionary", "no block"),
-                              sentence("object_free", "deferred task", "not for it to free"),
-                              sentence("qelem_free", "dictionary", "no deferred task"),
-                              sentence("sysmem_freeptr", "instance", "no block"),
-                              sentence("object_free", "class", "not for it to free")));
+  expect_problems(
+      ElementsAre(sentence("object_free", "block", "not the module's to free"),
+                  sentence("sysmem_freeptr", "dictionary", "not the expected block"),
+                  sentence("object_free", "deferred task", "not the module's to free"),
+                  sentence("qelem_free", "dictionary", "not the expected deferred task"),
+                  sentence("sysmem_freeptr", "instance", "not the expected block"),
+                  sentence("object_free", "class", "not the module's to free")));
 }
 
 TEST_F(TheLedger, NamesWhatIsUsedAfterItWasFreed) {
@@ -164,9 +165,12 @@ TEST_F(TheLedger, NamesConstructorsThatYieldNoInstance) {
   host.load(module("bad_constructors"));
   EXPECT_THAT(refusal([&] { host.make("returns_null"); }), HasSubstr("'returns_null'"));
   EXPECT_THAT(inspector.violations(), IsEmpty()) << "that is a constructor's right";
-  EXPECT_THAT(refusal([&] { host.make("returns_its_own_memory"); }), HasSubstr("not be made"));
-  EXPECT_THAT(refusal([&] { host.make("returns_what_it_freed"); }), HasSubstr("not be made"));
-  EXPECT_THAT(refusal([&] { host.make("leaves_a_half_made_instance"); }), HasSubstr("not be made"));
+  EXPECT_THAT(refusal([&] { host.make("returns_its_own_memory"); }),
+              HasSubstr("could not make a box"));
+  EXPECT_THAT(refusal([&] { host.make("returns_what_it_freed"); }),
+              HasSubstr("could not make a box"));
+  EXPECT_THAT(refusal([&] { host.make("leaves_a_half_made_instance"); }),
+              HasSubstr("could not make a box"));
   EXPECT_THAT(host.boxes(), IsEmpty());
   expect_problems(ElementsAre(HasSubstr("no operation has handed out"),
                               HasSubstr("object_free has released"),

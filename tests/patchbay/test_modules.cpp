@@ -85,7 +85,7 @@ TEST_F(Modules, MustBeLibraries) {
               AllOf(HasSubstr(file.string()), HasSubstr("cannot be loaded")));
 }
 
-// The loader would map what is not there, and touching it ends the process.
+// The loader would map missing parts, and touching them ends the process.
 TEST_F(Modules, MustNotBeCutShort) {
   const TemporaryFolder folder;
   const auto file = folder / "counter.so";
@@ -97,7 +97,7 @@ TEST_F(Modules, MustNotBeCutShort) {
                                std::filesystem::copy_options::overwrite_existing);
     std::filesystem::resize_file(file, length);
     EXPECT_THAT(refusal([&] { host.load(file); }),
-                AllOf(HasSubstr("counter.so"), HasSubstr("cannot be loaded: it is cut short, " +
+                AllOf(HasSubstr("counter.so"), HasSubstr("cannot be loaded: it is truncated, " +
                                                          std::to_string(length) + " bytes of")))
         << length;
   }
@@ -111,7 +111,7 @@ TEST_F(Modules, MustNotBeCutShort) {
   EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
 }
 
-// Not every file tells where its sections are; its segments are what is mapped.
+// Not every file says where its sections are; its segments are what is mapped.
 TEST_F(Modules, MustNotBeCutShortWithoutSectionsEither) {
   const TemporaryFolder folder;
   const auto file = folder / "counter.so";
@@ -133,13 +133,13 @@ TEST_F(Modules, MustNotBeCutShortWithoutSectionsEither) {
     elf.seekp(0).write(reinterpret_cast<const char *>(&header), sizeof header);
   }
   std::filesystem::resize_file(file, end - 1);
-  EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is cut short"));
+  EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is truncated"));
   std::filesystem::resize_file(file, end);
   host.load(file);
   EXPECT_THAT(host.classes(), ElementsAre("counter", "dict"));
 }
 
-// What stands in the file is believed in no way, however large.
+// Nothing in the file is trusted, however large.
 TEST_F(Modules, MayNotClaimMoreThanAFileCanHold) {
   const TemporaryFolder folder;
   const auto file = folder / "counter.so";
@@ -151,7 +151,7 @@ TEST_F(Modules, MayNotClaimMoreThanAFileCanHold) {
     std::fstream(file, std::ios::binary | std::ios::in | std::ios::out)
         .seekp(at)
         .write("\xff\xff\xff\xff\xff\xff\xff\xff", 8);
-    EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is cut short")) << at;
+    EXPECT_THAT(refusal([&] { host.load(file); }), HasSubstr("it is truncated")) << at;
   }
 }
 
@@ -241,7 +241,7 @@ TEST_F(Modules, GivePropertiesToTheAttributesOfAClass) {
 }
 
 TEST_F(Modules, OneHostLivesAtATime) {
-  EXPECT_THAT(refusal([] { patchbay::Host another; }), HasSubstr("there is a host already"));
+  EXPECT_THAT(refusal([] { patchbay::Host another; }), HasSubstr("there is already a host"));
 }
 
 TEST(Hosts, FollowOneAnother) {

@@ -7,7 +7,7 @@ namespace {
 
 class Notices : public HostTest {
  protected:
-  // Attaches under a namespace and writes down what the client tells.
+  // Attaches under a namespace and writes down what the client reports.
   Box client_of(Box sender, const std::string &arguments = "") {
     const Box client = observer(arguments);
     EXPECT_EQ(object_attach_byptr_register(client, sender, gensym("watched")), RESULT_OK);

@@ -1,4 +1,4 @@
-// Blocks and symbols: what stands behind the memory calls and the symbols of
+// Blocks and symbols: the implementation of the memory calls and the symbols of
 // every host, and the same calls without a host.
 
 #include <cstddef>

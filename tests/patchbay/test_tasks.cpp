@@ -33,7 +33,7 @@ class Tasks : public HostTest {
   Task b{ran, "b"};
   Task c{ran, "c"};
 
-  // The tasks must go before the host tells what is left.
+  // The tasks must go before the host reports what is left.
   void TearDown() override {
     for (Task *task : {&a, &b, &c}) {
       qelem_free(task->task);

@@ -123,7 +123,7 @@ TEST_F(Threads, DisturbNothingThatTheHostDoes) {
 
 TEST_F(Threads, CannotHaveAHostEach) {
   EXPECT_THAT(refusal_elsewhere([] { patchbay::Host another; }),
-              HasSubstr("there is a host already"));
+              HasSubstr("there is already a host"));
   EXPECT_NE(counter(), nullptr) << "the first goes on";
 }
 
@@ -187,7 +187,7 @@ TEST(HostsInThreads, MayEndInAnother) {
   step.arrive_and_wait();
 }
 
-// Misuse that an earlier host did not live to tell is not the next one's.
+// Misuse that an earlier host did not live to report is not the next one's.
 TEST(HostsInThreads, DoNotInheritComplaints) {
   std::ostringstream printed;
   {

@@ -19,7 +19,7 @@ TEST_F(Traces, HoldCallsInOrderWithTheirArguments) {
                                  testing::StartsWith("dictionary_appendatomarray(pair")));
 }
 
-// Without the values one cannot tell what was published.
+// Without the values, what was published is unknown.
 TEST_F(Traces, HoldTheValuesThatAreStored) {
   const Box box = counter("unit: Hz");
   t_dictionary *d = dictionary_new();
@@ -87,7 +87,8 @@ TEST_F(Traces, SurviveWhatIsNoAttribute) {
       [&] { EXPECT_EQ(class_addattr(nullptr, reinterpret_cast<t_attr *>(d)), RESULT_FAILED); });
   inspector.stop_trace();
   object_free(d);
-  expect_problems(ElementsAre(AllOf(HasSubstr("class_addattr"), HasSubstr("no attribute"))));
+  expect_problems(
+      ElementsAre(AllOf(HasSubstr("class_addattr"), HasSubstr("not the expected attribute"))));
 }
 
 }  // namespace

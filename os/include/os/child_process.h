@@ -6,8 +6,8 @@
 
 namespace os {
 
-/** For a new child: has it killed when its parent ends, even if that is killed itself, where the
- *  system can do so. Ends it now when the parent is gone already. Allocates nothing. */
+/** For a new child: has it killed when its parent ends, even if that is killed itself, provided
+ *  that the system can do so. Ends it now when the parent is gone already. Allocates nothing. */
 void end_with(pid_t parent);
 
 }  // namespace os

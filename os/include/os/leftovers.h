@@ -1,4 +1,4 @@
-// What a signal, or the end of memory, must not leave behind: temporary files that have a name.
+// What a signal, or running out of memory, must not leave behind: temporary files that have a name.
 //
 // INT, TERM and HUP end the program without any destructor. From the first name on they remove
 // the names first and end it then, as they would have; one that was ignored, as by nohup, stays

@@ -1,8 +1,8 @@
 /**
  * patchbay: a small host for modules written against brontal/. It loads a
  * module, makes boxes of its classes, sends them messages, runs their deferred
- * tasks and keeps their dictionaries; and it keeps book of all that it hands
- * out, so that a module's mistakes are named.
+ * tasks and keeps their dictionaries; and it keeps a record of all that it hands out, so that a
+ * module's mistakes are named.
  *
  * One host lives at a time in a process, as the operations of brontal/ are plain
  * functions that act on that host, and modules keep statics. A second one is
@@ -11,11 +11,11 @@
  *
  * A host belongs to the thread that made it. In another thread every function of
  * `Host` but the destructor raises Error, and an operation of brontal/ fails and
- * touches nothing, which `close` then tells. The destructor may run in any thread
- * once no other function does.
+ * touches nothing, which `close` then reports. The destructor may run in any thread once no other
+ * function does.
  *
- * What a host does is in host.h; what tests ask it to tell of its modules, and to
- * make fail, is in inspector.h.
+ * What a host does is in host.h; what tests ask it to report about its modules, and to make fail,
+ * is in inspector.h.
  */
 #ifndef PATCHBAY_HOST_H
 #define PATCHBAY_HOST_H
@@ -68,18 +68,18 @@ struct PATCHBAY_API AttributeInfo {
 };
 
 /**
- * How much of what a module does a host looks at. Nothing else depends on it: the
+ * How closely a host watches what a module does. Nothing else depends on it: the
  * same calls do the same things and yield the same results.
  */
 enum class Checking {
-  /** Everything that was handed out is in the host's book. A misuse is refused and
-   *  reported, and what is never released is found. */
+  /** Everything that was handed out is on record. A misuse is refused and reported, and what is
+   *  never released is found. */
   strict,
-  /** Blocks of memory are not entered, which makes a design cheaper: they are most
-   *  of what a module asks for. A module that releases a block twice, or what is
-   *  not a block, corrupts the process, and a block that it never releases is
-   *  neither told nor taken back. Boxes, dictionaries, atom arrays, tasks and all
-   *  other objects are watched as in a strict host. */
+  /** Blocks of memory are not recorded, which makes a design cheaper: they are most
+   *  of what a module asks for. A module that releases a block twice, or something that is not a
+   *  block, corrupts the process, and a block that it never releases is neither reported nor
+   *  reclaimed. Boxes, dictionaries, atom arrays, tasks and all other objects are watched as in a
+   *  strict host. */
   trusting
 };
 
@@ -87,9 +87,8 @@ enum class Checking {
 using Listener = std::function<void(const std::string &message, const Values &arguments)>;
 
 /**
- * The host. A function that takes a box raises Error when there is no such box,
- * whether there never was one or it has been freed. Boxes belong to the host; what
- * functions return by value is a copy.
+ * The host. A function that takes a box raises Error if that box does not exist, whether it never
+ * did or has been freed. Boxes belong to the host; what functions return by value is a copy.
  */
 class PATCHBAY_API Host {
  public:
@@ -144,7 +143,7 @@ class PATCHBAY_API Host {
    */
   void send(Box box, const std::string &message, const Values &arguments = {});
 
-  /** Double-clicks a box; one that takes no notice stays as it is. */
+  /** Double-clicks a box; one that does not handle it is unchanged. */
   void double_click(Box box);
 
   /** @param io     ASSIST_INLET or ASSIST_OUTLET

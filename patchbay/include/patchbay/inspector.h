@@ -1,6 +1,6 @@
 /**
- * What tests need of a host beyond its use: to see what a module does wrong, to
- * see the operations that it calls, and to make operations fail.
+ * What tests need from a host beyond its normal use: to see what a module does
+ * wrong, to see the operations that it calls, and to make operations fail.
  */
 #ifndef PATCHBAY_INSPECTOR_H
 #define PATCHBAY_INSPECTOR_H
@@ -16,8 +16,8 @@ namespace patchbay {
 /** One call of a host operation. */
 struct PATCHBAY_API Call {
   std::string operation;
-  /** Numbers and texts as they were given. Addresses say nothing, so symbols and
-   *  attributes are given by their names, and other things not at all. */
+  /** Numbers and texts as they were given. Addresses mean nothing, so symbols and attributes are
+   *  given by their names, and other things not at all. */
   std::vector<std::string> arguments;
 
   /** @return the call as it is written: operation(argument, argument) */
@@ -42,8 +42,8 @@ class PATCHBAY_API Inspector {
   const std::vector<std::string> &violations() const;
 
   /** @return what a module has been handed and has not released, a phrase each,
-   *  oldest first, such as "dictionary 3 from dictionary_new". Costs a pass over
-   *  all that is in the book. Blocks are missing when the host is trusting. */
+   *  oldest first, such as "dictionary 3 from dictionary_new". Costs a pass over all that is on
+   *  record. Blocks are missing when the host is trusting. */
   std::vector<std::string> leaks() const;
 
   // --- which operations it calls
@@ -61,9 +61,9 @@ class PATCHBAY_API Inspector {
 
   /**
    * Makes one call of an operation fail, as its header says that it may.
-   * @param nth  which one from now on, 1 for the next; it replaces what was asked
-   *             for the same operation before, and 0 takes that back
-   * Raises Error when there is no such operation.
+   * @param nth  which one from now on, 1 for the next; it replaces an earlier request for the same
+   *             operation, and 0 cancels it
+   * Raises Error if the operation does not exist.
    */
   void fail(const std::string &operation, std::size_t nth = 1);
 

@@ -9,7 +9,7 @@
 
 #include "brontal/types.h"
 
-/** Marks what the shared library shows. */
+/** Marks what the shared library exports. */
 #define PATCHBAY_API BRONTAL_API
 
 namespace patchbay {

@@ -1,4 +1,4 @@
-/** Blocks of memory that know their size: what stands behind brontal/memory.h. */
+/** Blocks of memory that know their size: the implementation of brontal/memory.h. */
 #ifndef RUNTIME_BLOCKS_H
 #define RUNTIME_BLOCKS_H
 

@@ -1,4 +1,4 @@
-/** The table of interned strings: what stands behind brontal/symbol.h. */
+/** The table of interned strings: the implementation of brontal/symbol.h. */
 #ifndef RUNTIME_SYMBOLS_H
 #define RUNTIME_SYMBOLS_H
 

@@ -1,4 +1,4 @@
-/* A client: it tells its outlet when a notice begins and ends, and may answer. */
+/* A client: it reports the beginning and end of each notice to its outlet, and may answer. */
 
 #include <string.h>
 
