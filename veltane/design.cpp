@@ -120,7 +120,7 @@ const char *reason() noexcept {
   } catch (const HostFailure &failure) {
     return failure.what;
   } catch (...) {
-    return "for a reason that nobody foresaw";
+    return "for an unforeseen reason";
   }
 }
 
@@ -140,8 +140,8 @@ Filter designed(const t_veltane *x) {
 
   if (x->tf_output != 0) filter.transfer_function = transfer_function(x, ss, at.wo);
   if (x->zpk_output != 0) filter.roots = roots(x, ss, at.wo);
-  // Without published roots the cascade is that of a filter without any, which
-  // tells a reader to switch "zpk_output" on.
+  // Without published roots the cascade is that of a filter without any, which shows a reader that
+  // "zpk_output" is to be switched on.
   const Roots none;
   if (x->sos_output != 0) filter.cascade = cascade(x, filter.roots ? *filter.roots : none);
   return filter;
@@ -177,7 +177,7 @@ void veltane_bang(t_veltane *x) {
     filter = veltane::designed(x);
     veltane::require(dictionary_clear(x->dict), "the host did not clear the dictionary");
   } catch (...) {
-    object_error(x, "could not design a filter: %s; the dictionary is as it was",
+    object_error(x, "could not design a filter: %s; the dictionary is unchanged",
                  veltane::reason());
     return;
   }

@@ -40,7 +40,7 @@ struct Roots {
   double gain = 0.0;
 };
 
-/** All that one design makes; what the switches leave out is not there. */
+/** All that one design makes; what the switches turn off is absent. */
 struct Filter {
   Owned<_statespace> model;
   Owned<t_zpk> prototype;

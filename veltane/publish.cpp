@@ -1,5 +1,4 @@
-// The way of a designed filter into the dictionary, and the word to others that
-// it is there.
+// Publishing a designed filter in the dictionary, and notifying others that it is there.
 
 #include <utility>
 
@@ -10,7 +9,7 @@ namespace {
 
 Owned<t_atomarray> new_array() {
   Owned<t_atomarray> array(atomarray_new(0, nullptr));
-  if (array == nullptr) throw HostFailure{"the host made no atom array"};
+  if (array == nullptr) throw HostFailure{"the host could not make an atom array"};
   return array;
 }
 
@@ -27,15 +26,15 @@ void append(t_dictionary *dict, const char *key, Owned<t_atomarray> array, const
   }
   t_symbol *name = symbol(key);  // first: the array is nobody's once released
   require(dictionary_appendatomarray(dict, name, array.release()),
-          "the host appended no atom array");
+          "the host could not append an atom array");
 }
 
 void append(t_dictionary *dict, const char *key, t_symbol *value) {
-  require(dictionary_appendsym(dict, symbol(key), value), "the host appended no symbol");
+  require(dictionary_appendsym(dict, symbol(key), value), "the host could not append a symbol");
 }
 
 void append(t_dictionary *dict, const char *key, double value) {
-  require(dictionary_appendfloat(dict, symbol(key), value), "the host appended no number");
+  require(dictionary_appendfloat(dict, symbol(key), value), "the host could not append a number");
 }
 
 void append_header(const t_veltane *x) {

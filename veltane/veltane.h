@@ -83,8 +83,8 @@ t_result veltane_setname(t_veltane *x, t_attr *attr, t_long argc, t_atom *argv);
 }  // extern "C"
 
 /**
- * A sample rate as the whole number of Hz below it. What no number of Hz can
- * be becomes one: NaN 0, and what is out of range the nearest.
+ * A sample rate as the whole number of Hz below it. What cannot be such a
+ * number becomes one: NaN becomes 0, and what is out of range the nearest.
  */
 t_long whole_hertz(double samplerate);
 

@@ -72,7 +72,7 @@ inline std::vector<std::string> keys(const patchbay::Dictionary &dictionary) {
   return texts;
 }
 
-// An entry of a dictionary; a test that asks for one that is not there fails.
+// An entry of a dictionary; a test that asks for a missing one fails.
 template <typename T>
 T entry(const patchbay::Dictionary &dictionary, const std::string &key) {
   for (const auto &[name, value] : dictionary)

@@ -1,4 +1,4 @@
-// What the module tells the host when it is loaded.
+// What the module declares to the host when it is loaded.
 
 #include <array>
 #include <cstdio>

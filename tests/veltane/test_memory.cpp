@@ -64,7 +64,7 @@ void operator delete(void *memory, std::size_t) noexcept { std::free(memory); }
 namespace {
 
 constexpr char exhausted[] =
-    "could not design a filter: out of memory; the dictionary is as it was";
+    "could not design a filter: out of memory; the dictionary is unchanged";
 
 // Every path of a design, with how many keys it publishes.
 struct Case {
@@ -185,7 +185,7 @@ TEST(Memory, SoItDoesInEveryFamily) {
   }
 }
 
-// All that the class is made of, but for three: what an object yields for a message
+// All that the class is made of, except for three parts: what an object yields for a message
 // is not promised, without a table of messages there is nothing to hide in it, and the
 // common symbols are there from the first host of the process on.
 TEST(Memory, AClassThatIsNotWholeIsNotOffered) {
@@ -264,7 +264,7 @@ TEST(Memory, AFailedDesignAnnouncesNothingAndKeepsTheFilterThatIsThere) {
       ASSERT_THAT(left.posts, SizeIs(1));
       const bool memory = operation == "gensym" || operation.starts_with("sysmem_");
       EXPECT_EQ(left.posts[0].find("out of memory") != std::string::npos, memory) << left.posts[0];
-      const bool as_it_was = left.posts[0].ends_with("; the dictionary is as it was");
+      const bool as_it_was = left.posts[0].ends_with("; the dictionary is unchanged");
       EXPECT_EQ(as_it_was, left.dictionary == before);
       EXPECT_EQ(!as_it_was, left.dictionary.empty());
       EXPECT_EQ(!as_it_was, left.posts[0].ends_with("; the dictionary is empty"));
@@ -281,7 +281,7 @@ TEST(Memory, ADictionaryThatCannotBeClearedKeepsItsFilter) {
   EXPECT_TRUE(left.dictionary == right({"tf_output: 1", 10}));
   EXPECT_THAT(left.posts,
               testing::ElementsAre("could not design a filter: the host did not clear the "
-                                   "dictionary; the dictionary is as it was"));
+                                   "dictionary; the dictionary is unchanged"));
 }
 
 TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
