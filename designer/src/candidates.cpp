@@ -59,15 +59,15 @@ Settings settings_of(const RatedDemand &rated, const Candidate &candidate,
   return settings;
 }
 
-// Designs a candidate, and tells what it reaches.
+// Designs a candidate, and measures what it reaches.
 Candidate measured(Designer &designer, const RatedDemand &rated, Candidate candidate) {
   const PublishedFilter filter = published_filter(designer.design(candidate.settings));
   const double gain = filter.roots ? filter.roots->gain : 0.0;
   candidate.poles = filter.roots ? filter.roots->poles.size() : 0;
   if (!analysis::stability(filter.sections).stable ||
       !(std::fabs(gain) >= std::numeric_limits<double>::min())) {
-    candidate.impossible =
-        fmt::format("order {} does it, but its gain is too small for a number", candidate.order);
+    candidate.impossible = fmt::format(
+        "order {} would meet it, but its gain is too small for a double", candidate.order);
     return candidate;
   }
   const auto passband = analysis::passband(rated.response, rated.demand.passband);
@@ -97,7 +97,7 @@ Candidate candidate(Designer &designer, const RatedDemand &rated, const Limits &
   found.order = std::max(estimate.order, static_cast<std::size_t>(limits.order.lowest));
   if (static_cast<double>(found.order) > limits.order.highest) {
     found.impossible =
-        fmt::format("it takes order {}, and {} is the highest", found.order, limits.order.highest);
+        fmt::format("it takes order {}; the highest is {}", found.order, limits.order.highest);
     return found;
   }
   estimate = analysis::with_order(family, demand, found.order);
@@ -107,8 +107,8 @@ Candidate candidate(Designer &designer, const RatedDemand &rated, const Limits &
     found.cutoffs.push_back(cutoff / unit);
     if (cutoff < cutoff_range.lowest || cutoff > cutoff_range.highest)
       found.impossible = fmt::format(
-          "its cutoff would be {:.6g} of the Nyquist frequency, and lies between {} and {}", cutoff,
-          cutoff_range.lowest, cutoff_range.highest);
+          "its cutoff would be {:.6g} of the Nyquist frequency; cutoffs lie between {} and {}",
+          cutoff, cutoff_range.lowest, cutoff_range.highest);
   }
   if (!found.impossible.empty()) return found;
   found.settings = settings_of(rated, found, demand);
@@ -122,7 +122,7 @@ std::string shortfall(const Candidate &candidate, const analysis::Demand &demand
       candidate.attenuation >= demand.attenuation - tolerance_db)
     return "";
   return fmt::format(
-      "order {} should do it, but in double precision it loses {:.6g} dB in the passband and "
+      "order {} should meet it, but in double precision it loses {:.6g} dB in the passband and "
       "{:.6g} dB in the stopband",
       candidate.order, candidate.ripple, candidate.attenuation);
 }

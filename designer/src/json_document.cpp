@@ -29,7 +29,7 @@ Json parse_document(const std::string &text, const std::string &what) {
     if (event == Event::object_start || event == Event::array_start || event == Event::value)
       if (++values > most_values)
         throw Refusal(
-            fmt::format("{} holds more than {} values, and no design does", what, most_values));
+            fmt::format("{} holds more than {} values, which no design does", what, most_values));
     if (event == Event::object_start || event == Event::array_start) {
       keys.emplace_back();
       if (keys.size() > deepest)
@@ -40,7 +40,7 @@ Json parse_document(const std::string &text, const std::string &what) {
       if (!keys.back().insert(parsed.get<std::string>()).second)
         throw Refusal(fmt::format("{} has '{}' twice", what, parsed.get<std::string>()));
       if (keys.back().size() > most_keys)
-        throw Refusal(fmt::format("{} has an object of more than {} keys, and no design has one",
+        throw Refusal(fmt::format("{} has an object of more than {} keys, which no design has",
                                   what, most_keys));
     }
     return true;

@@ -10,8 +10,8 @@ namespace designer {
 
 using Json = nlohmann::ordered_json;
 
-/** What a document may hold. A design of order 200 has less than 5,000 values, and an object of it
- *  less than 20 keys. */
+/** What a document may hold. A design of order 200 has fewer than 5,000 values, and its objects
+ *  have fewer than 20 keys each. */
 inline constexpr std::size_t most_values = 10000, most_keys = 1000;
 
 /**

@@ -9,7 +9,7 @@ namespace designer {
 namespace {
 
 [[noreturn]] void fail(const std::string &what) {
-  throw std::runtime_error("the design is not as the module publishes one: " + what);
+  throw std::runtime_error("the design is not one that the module publishes: " + what);
 }
 
 double number(const std::string &key, const Value &value) {
@@ -39,12 +39,12 @@ template <class Meaning>
 Meaning word(const std::string &key, const patchbay::Entry &entry,
              std::optional<Meaning> (*meaning)(std::string_view)) {
   const auto *text = std::get_if<std::string>(&entry);
-  if (text == nullptr) fail(fmt::format("'{}' is not a text", key));
+  if (text == nullptr) fail(fmt::format("'{}' is not text", key));
   if (const auto known = meaning(*text)) return *known;
   fail(fmt::format("'{}' is '{}'", key, *text));
 }
 
-// What stands in the dictionary.
+// What the dictionary holds.
 struct Forms {
   std::optional<Family> family;
   std::optional<Response> response;

@@ -22,7 +22,7 @@ Value value_of(const std::string &name, const Json &json) {
   if (json.is_number_integer()) return json.get<t_long>();
   if (json.is_number()) return json.get<double>();
   if (!json.is_string())
-    throw Refusal(fmt::format("{} is a number, a text, true or false, not {}", name,
+    throw Refusal(fmt::format("{} takes a number, a text, true or false, not {}", name,
                               json.is_null()     ? "null"
                               : json.is_object() ? "an object"
                                                  : "a list"));
@@ -80,12 +80,11 @@ void check_lengths(const Designer &designer, const SavedDesign &saved, const std
   for (const auto &[key, entry] : saved.dictionary)
     if (const auto *list = std::get_if<Values>(&entry);
         list != nullptr && static_cast<double>(list->size()) > 5 * highest)
-      throw Refusal(
-          fmt::format("'{}' of {} has {} numbers, and a filter of order {} has {} at most", key,
-                      what, list->size(), highest, 5 * highest));
+      throw Refusal(fmt::format("'{}' of {} has {} numbers; a filter of order {} has at most {}",
+                                key, what, list->size(), highest, 5 * highest));
 }
 
-// The family and the response stand in both.
+// Both hold the family and the response.
 void check_kind(const Design &design, const std::string &what) {
   for (const auto &[key, entry] : design.dictionary) {
     const auto *held = std::get_if<std::string>(&entry);

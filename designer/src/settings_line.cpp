@@ -9,7 +9,7 @@
 namespace designer {
 namespace {
 
-// More than these are counted, and refused, on the long way.
+// More than these are counted, and refused, on the general path.
 constexpr std::size_t most_settings = 64, most_items = 64;
 
 // Takes what the library's parser meets. A function that returns false ends the parsing.

@@ -1,4 +1,4 @@
-// The short way to read settings, which most lines of a batch take.
+// The fast path for reading settings, which most lines of a batch take.
 #ifndef DESIGNER_SETTINGS_LINE_H
 #define DESIGNER_SETTINGS_LINE_H
 
@@ -11,8 +11,8 @@ namespace designer {
 
 /**
  * Reads an object of numbers, texts, true and false, and lists of these, without a tree of it.
- * @return the settings; none where anything in the text is not as simple as that. What is wrong
- *         with it is for the long way to say.
+ * @return the settings; none if the text holds anything else. The general path then says what is
+ *         wrong with it.
  */
 std::optional<Settings> read_settings_line(const std::string &json);
 

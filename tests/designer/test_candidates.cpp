@@ -60,10 +60,10 @@ TEST(Candidates, SayWhyAFamilyCannotDoIt) {
   EXPECT_THAT(strict[1].impossible, HasSubstr("its ripple is 0.1 dB or more"));
   EXPECT_THAT(strict[2].impossible, HasSubstr("its attenuation is 240 dB or less"));
   const std::vector<Candidate> narrow = found(lowpass(0.1, 0.1001, 1.0, 60.0));
-  EXPECT_THAT(narrow[0].impossible, HasSubstr("and 200 is the highest"));
+  EXPECT_THAT(narrow[0].impossible, HasSubstr("the highest is 200"));
   EXPECT_TRUE(narrow[0].settings.empty());
   EXPECT_THAT(found(lowpass(0.00005, 0.00008, 1.0, 40.0))[1].impossible,
-              HasSubstr("lies between 0.0001 and 0.9999"));
+              HasSubstr("cutoffs lie between 0.0001 and 0.9999"));
 }
 
 // What ten digits leave of a cutoff is not a shortfall, and 1e-4 dB is the limit of that.
@@ -79,7 +79,7 @@ TEST(Candidates, FallShortOfEitherLevel) {
   EXPECT_EQ(shortfall(0.5, 80.0), "");
   EXPECT_EQ(shortfall(1.00009, 59.99991), "");
   EXPECT_EQ(shortfall(1.00011, 80.0),
-            "order 7 should do it, but in double precision it loses 1.00011 dB in the passband "
+            "order 7 should meet it, but in double precision it loses 1.00011 dB in the passband "
             "and 80 dB in the stopband");
   EXPECT_THAT(shortfall(0.5, 59.99989), HasSubstr("59.9999 dB in the stopband"));
   EXPECT_NE(shortfall(std::nan(""), 80.0), "");

@@ -90,7 +90,7 @@ TEST(PublishedFilter, SectionsAreTheRoots) {
   EXPECT_NEAR(std::abs(sections / roots - 1.0), 0.0, 1e-12);
 }
 
-// A butterworth tells its cutoffs: there it is 3.01 dB down.
+// A butterworth shows its cutoffs: there it is 3.01 dB down.
 TEST(PublishedFilter, UsedCutoffsAreThoseOfTheFilter) {
   const Values highpass = word("highpass"), bandpass = word("bandpass"),
                bandstop = word("bandstop"), normalized = word("normalized"),

@@ -122,7 +122,7 @@ TEST(SavedDesign, NoFilterIsLongerThanThatOfTheHighestOrder) {
   };
   EXPECT_EQ(refusal("", of_length(1000)), "");
   EXPECT_THAT(refusal("", of_length(1001)),
-              HasSubstr("has 1001 numbers, and a filter of order 200 has 1000 at most"));
+              HasSubstr("has 1001 numbers; a filter of order 200 has at most 1000"));
 }
 
 TEST(SavedDesign, HoldsSoManyKeysAndValuesAndNoMore) {
@@ -138,14 +138,13 @@ TEST(SavedDesign, HoldsSoManyKeysAndValuesAndNoMore) {
   };
   const std::string without = "'x' is not a saved design";
   EXPECT_THAT(parsed(object(1000)), HasSubstr(without));
-  EXPECT_EQ(parsed(object(1001)),
-            "'x' has an object of more than 1000 keys, and no design has one");
+  EXPECT_EQ(parsed(object(1001)), "'x' has an object of more than 1000 keys, which no design has");
   EXPECT_EQ(parsed(object(40000)), parsed(object(1001)));
   EXPECT_THAT(parsed("[" + object(700) + "," + object(700) + "]"), HasSubstr(without))
       << "of one object";
   // The list itself is one of them.
   EXPECT_THAT(parsed(list(9999)), HasSubstr(without));
-  EXPECT_EQ(parsed(list(10000)), "'x' holds more than 10000 values, and no design does");
+  EXPECT_EQ(parsed(list(10000)), "'x' holds more than 10000 values, which no design does");
   EXPECT_EQ(parsed("[" + list(5000) + "," + list(5000) + "]"), parsed(list(10000)));
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 struct Character {
   std::size_t length = 1;
-  std::optional<char32_t> code;  // none: the byte is no UTF-8
+  std::optional<char32_t> code;  // none: the byte is not UTF-8
 };
 
 // The character at the beginning of a text: The Unicode Standard, table 3-7.

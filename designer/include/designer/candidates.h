@@ -30,7 +30,7 @@ struct Candidate {
   std::size_t order = 0;    /**< 0 when it was not found */
   std::size_t poles = 0;
   std::vector<double> cutoffs; /**< in the units of the demand */
-  Settings settings;           /**< those of the filter; empty when there is none */
+  Settings settings;           /**< those of the filter; empty if the family has none */
   double ripple = 0.0;         /**< what the designed filter loses in the passband, in dB */
   double attenuation = 0.0;    /**< the least that it loses in the stopband, in dB */
 };
@@ -39,7 +39,7 @@ struct Candidate {
 std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand);
 
 /** @return why a filter that was designed and measured does not do what was demanded; empty when it
- *  does, but for the rounding of its cutoffs, 1e-4 dB. */
+ *  does, apart from the rounding of its cutoffs, 1e-4 dB. */
 std::string shortfall(const Candidate &candidate, const analysis::Demand &demand);
 
 }  // namespace designer

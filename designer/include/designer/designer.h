@@ -14,11 +14,11 @@ namespace designer {
 
 /** What came out of a box. */
 struct Design {
-  Settings settings;                /**< all attributes in their order, as the box holds them */
-  patchbay::Dictionary dictionary;  /**< what it published */
-  std::vector<std::string> remarks; /**< a sentence for each setting that was changed on the way,
-                                         and what the box posted */
-  double samplerate = 0.0;          /**< in Hz, the one that the design is for */
+  Settings settings;               /**< all attributes in their order, as the box holds them */
+  patchbay::Dictionary dictionary; /**< what it published */
+  std::vector<std::string>
+      remarks; /**< a sentence for each setting that was changed, and what the box posted */
+  double samplerate = 0.0; /**< in Hz, the one that the design is for */
 };
 
 /** A host with the module. As one host lives in a process at a time, so does one designer, and it
@@ -37,16 +37,16 @@ class Designer {
   /** @return what the class declares of its attributes, in their order. */
   const std::vector<patchbay::AttributeInfo> &attributes() const { return attributes_; }
 
-  /** @return the range of an attribute that has one. Raises std::runtime_error where it has none. */
+  /** @return the range of an attribute. Raises std::runtime_error if it does not have one. */
   Range range(const std::string &attribute) const;
 
-  /** @return the settings of a box that nobody has given any; its name is not a free one. */
+  /** @return the settings of a box created without any; its name is not a free one. */
   Settings fresh();
 
   /**
    * Settings as a box holds them: within the module's ranges, of its choices, and complete.
    * @return a design without a dictionary
-   * Raises Refusal when a value does not fit, or there is no such setting.
+   * Raises Refusal if a value does not fit, or a setting does not exist.
    */
   Design accepted(const Settings &requested);
 

@@ -1,4 +1,4 @@
-// What the module does with settings and does not declare.
+// What the module does with settings without declaring it.
 #ifndef DESIGNER_LIMITS_H
 #define DESIGNER_LIMITS_H
 
@@ -19,7 +19,7 @@ inline constexpr Range cutoff_range{0.0001, 0.9999};
  *  stays with them. */
 inline constexpr std::array fresh_cutoffs{0.125, 0.875};
 
-/** The sample rate that the module finds when its settings do not say one, in Hz. */
+/** The sample rate, in Hz, that the module uses when its settings give none. */
 inline constexpr double audio_samplerate = 48000.0;
 
 }  // namespace designer

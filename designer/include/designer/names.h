@@ -14,8 +14,8 @@ namespace designer {
 using analysis::Family;
 using Response = analysis::Band;
 
-/** What cutoffs are given in: Hz, fractions of the Nyquist frequency, or radians a sample, which the
- *  module does not support. */
+/** What cutoffs are given in: Hz, fractions of the Nyquist frequency, or radians per sample, which
+ *  the module does not support. */
 enum class Units { hertz, normalized, radians };
 
 /** In the order in which the module lists them. */
@@ -28,7 +28,7 @@ std::string_view name_of(Family family);
 /** @return the module's word: lowpass, highpass, bandpass, bandstop. */
 std::string_view name_of(Response response);
 
-/** @return what a word of the module stands for; none where it is not such a word. */
+/** @return what a word of the module stands for; none if it is not such a word. */
 std::optional<Family> family_named(std::string_view word);
 std::optional<Response> response_named(std::string_view word);
 std::optional<Units> units_named(std::string_view word);

@@ -28,7 +28,7 @@ struct PublishedFilter {
                                       edges */
   std::optional<analysis::Roots> roots;
   analysis::Sections sections;
-  analysis::Transfer transfer; /**< both lists empty, or none */
+  analysis::Transfer transfer; /**< either both lists are empty, or neither is */
 
   /** @return half the sample rate, in Hz. */
   double nyquist() const { return samplerate / 2; }
@@ -39,20 +39,19 @@ struct PublishedFilter {
   /** @return whether the response has two edges: a bandpass or bandstop. */
   bool has_two_cutoffs() const { return analysis::has_two_edges(response); }
 
-  /** @return whether there are two cutoffs and the first is not the lower, so that there is no band
-   *  between them. */
+  /** @return true if there are two cutoffs and the first is not the lower, so that no band lies
+   *          between them. */
   bool has_no_band() const;
 
   /** @return the cutoffs, the lower first. */
   std::vector<double> ascending_cutoffs() const;
 };
 
-/** Raises std::runtime_error when the dictionary or the settings are not as the module publishes
- *  them. */
+/** Raises std::runtime_error if the dictionary or the settings are not of the form that the module
+ *  publishes. */
 PublishedFilter published_filter(const Design &design);
 
-/** @return roots of a filter: those published, or those of its sections; none where it has
- *  neither. */
+/** @return roots of a filter: those published, or those of its sections; none if it has neither. */
 std::optional<analysis::Roots> roots_of(const PublishedFilter &filter);
 
 }  // namespace designer

@@ -8,8 +8,8 @@
 
 namespace designer {
 
-/** Says in one sentence what was wrong with a request, and what is allowed. What goes wrong although
- *  the request was right is a std::runtime_error. */
+/** Says in one sentence what was wrong with a request, and what is allowed. A failure of a correct
+ *  request is a std::runtime_error. */
 class Refusal : public std::exception {
  public:
   explicit Refusal(std::string sentence) : sentence_(std::move(sentence)) {}

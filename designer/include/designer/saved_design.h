@@ -8,10 +8,10 @@
 
 namespace designer {
 
-/** What stands in a file; nothing of it has been held against the module. */
+/** The contents of a file, not yet checked against the module. */
 struct SavedDesign {
   Settings settings;               /**< without the name of the dictionary */
-  patchbay::Dictionary dictionary; /**< empty where the file has none; null is not a number */
+  patchbay::Dictionary dictionary; /**< empty if the file has none; null is not a number */
 };
 
 /**
@@ -23,8 +23,8 @@ struct SavedDesign {
 SavedDesign parse_saved_design(const std::string &json, const std::string &what);
 
 /**
- * The filter of a saved design, under settings that the module can have: settings that it would
- * change are changed, and told in the remarks.
+ * The filter of a saved design, under settings that the module accepts: settings that it would
+ * change are changed, and reported in the remarks.
  * @param what  as above
  * Raises Refusal when the settings do not fit, or the dictionary belongs to another family or
  * response than they, or holds more than a filter of the highest order has.
@@ -32,8 +32,8 @@ SavedDesign parse_saved_design(const std::string &json, const std::string &what)
 Design opened(Designer &designer, const SavedDesign &saved, const std::string &what);
 
 /**
- * Reads settings as they stand in a saved design: an object with attributes as its keys, with
- * hyphens or underscores; numbers, texts, true and false, and lists of these.
+ * Reads settings as a saved design holds them: an object with attributes as its keys, with hyphens
+ * or underscores; numbers, texts, true and false, and lists of these.
  * @param json  the text of the object
  * @param what  as above
  * Raises Refusal when it is not such an object, or an attribute comes twice.

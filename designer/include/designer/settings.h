@@ -30,15 +30,14 @@ class Settings {
   Settings(std::initializer_list<Setting> settings) : settings_(settings) {}
   explicit Settings(std::vector<Setting> settings) : settings_(std::move(settings)) {}
 
-  /** @return the values of a setting; null where it is not there. */
+  /** @return the values of a setting; null if it is missing. */
   const Values *find(std::string_view name) const;
   bool has(std::string_view name) const { return find(name) != nullptr; }
 
-  /** @return its first value as a text. Raises std::runtime_error where it is not there. */
+  /** @return its first value as a text. Raises std::runtime_error if it is missing. */
   std::string text(std::string_view name) const;
 
-  /** @return its first value as a number. Raises std::runtime_error where it is not there or is a
-   *  text. */
+  /** @return its first value as a number. Raises std::runtime_error if it is missing or a text. */
   double number(std::string_view name) const;
 
   /** @return all its values as numbers. Raises as `number`. */
@@ -60,8 +59,7 @@ class Settings {
   std::vector<Setting> settings_;
 };
 
-/** @return the number that a value holds or that its text reads as; none where it is another
- *  text. */
+/** @return the number that a value holds or that its text reads as; none for any other text. */
 std::optional<double> number_in(const Value &value);
 
 }  // namespace designer

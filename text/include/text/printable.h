@@ -28,9 +28,9 @@ std::string with_hidden(std::string_view text, std::string (*written)(const Hidd
 std::string printable(std::string_view text);
 
 /**
- * Leaves the middle of a long text out, which says least. UTF-8 characters stay whole.
+ * Leaves out the middle of a long text, which says least. UTF-8 characters stay whole.
  * @param head, tail  how many bytes are kept at most at the beginning and at the end
- * @param mark        what stands in between
+ * @param mark        what replaces the middle
  */
 std::string shortened(const std::string &text, std::size_t head, std::size_t tail,
                       const std::string &mark);
