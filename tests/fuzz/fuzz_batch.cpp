@@ -7,7 +7,7 @@
 
 namespace {
 
-// A design of high order takes long under the sanitizers; more lines tell no more.
+// A design of high order takes long under the sanitizers; more lines find nothing more.
 constexpr std::size_t most_lines = 4;
 
 void check(const cli::Line &line, const cli::Result &result) {

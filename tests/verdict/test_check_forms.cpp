@@ -96,7 +96,7 @@ TEST(CheckForms, ASectionWithOtherPolesIsNamed) {
   filter.forms.sections[1].a1 += 1e-14;
   const Findings findings = check_forms(filter);
   EXPECT_THAT(said(findings, "sections", Weight::problem),
-              HasSubstr("these have no pair of the poles: 2\n"));
+              HasSubstr("these do not hold a pair of the poles: 2\n"));
   EXPECT_EQ(findings.measured["pairs_intact"], false);
 }
 
@@ -104,7 +104,7 @@ TEST(CheckForms, PolesThatNoSectionHasAreAProblem) {
   FilterUnderTest filter = designed({{"topology", {"butterworth"}}, {"order", {4}}});
   filter.forms.sections.pop_back();
   EXPECT_THAT(said(check_forms(filter), "sections", Weight::problem),
-              HasSubstr("some of the poles are in none of them"));
+              HasSubstr("some of the poles are in no section"));
 }
 
 // Only the file's own transfer function says something of the file.

@@ -34,7 +34,7 @@ TEST(CheckSettings, TheCutoffIsExplainedForEachFamily) {
               HasSubstr("ripple of 2 dB ends"));
   EXPECT_THAT(
       fact(checked({{"topology", {"chebyshev-2"}}, {"stopband_attenuation", {70}}}), "cutoff"),
-      HasSubstr("stopband begins, 70 dB down"));
+      HasSubstr("stopband begins there, 70 dB down"));
 }
 
 TEST(CheckSettings, NormalizedCutoffsAreShownAsFractionsToo) {
@@ -74,7 +74,7 @@ TEST(CheckSettings, ACutoffOutOfRangeIsAProblem) {
   EXPECT_EQ(problems(nyquist), std::set<std::string>{"cutoff"});
   EXPECT_DOUBLE_EQ(nyquist.findings.measured["cutoffs_hz"][0].get<double>(), 23997.6);
   EXPECT_THAT(problem(nyquist, "cutoff"),
-              AllOf(HasSubstr("24000 Hz is too high, 23997.6 Hz is used"),
+              AllOf(HasSubstr("24000 Hz is too high, so 23997.6 Hz is used"),
                     HasSubstr("or a higher --samplerate")));
   EXPECT_THAT(problem(checked({{"frequency", {-5}}}), "cutoff"),
               AllOf(HasSubstr("2.4 Hz is used"), Not(HasSubstr("--units normalized"))))
@@ -112,9 +112,9 @@ TEST(CheckSettings, RadiansAreAProblemWithTheFractionsThatTheyAre) {
 
 TEST(CheckSettings, ClippedSettingsAreAProblem) {
   EXPECT_THAT(problem(checked({{"order", {500}}}), "order"),
-              HasSubstr("500 is asked for and 200 is used\n--order 200;"));
+              HasSubstr("500 was asked for, but 200 is used\n--order 200;"));
   EXPECT_THAT(problem(checked({{"order", {"4.5"}}}), "order"),
-              HasSubstr("4.5 is asked for and 4 is used"));
+              HasSubstr("4.5 was asked for, but 4 is used"));
   EXPECT_THAT(problems(checked({{"stopband_attenuation", {300}}})),
               Contains("stopband_attenuation"));
   EXPECT_THAT(problems(checked({{"order", {"5.0"}}, {"stopband_attenuation", {96}}})), IsEmpty());
@@ -122,10 +122,10 @@ TEST(CheckSettings, ClippedSettingsAreAProblem) {
 
 TEST(CheckSettings, SettingsWithoutEffectAreNoted) {
   EXPECT_THAT(note(checked({{"passband_ripple", {1}}}), "passband_ripple"),
-              HasSubstr("a chebyshev-2 has none: it is not used\nfor one, --topology chebyshev-1"));
+              HasSubstr("a chebyshev-2 does not use it\nto use it, --topology chebyshev-1"));
   EXPECT_THAT(note(checked({{"topology", {"butterworth"}}, {"stopband_attenuation", {50}}}),
                    "stopband_attenuation"),
-              HasSubstr("a butterworth has none: it is not used\nfor one, --topology chebyshev-2"));
+              HasSubstr("a butterworth does not use it\nto use it, --topology chebyshev-2"));
   EXPECT_EQ(note(checked({{"stopband_attenuation", {60}}}), "stopband_attenuation"), "");
   EXPECT_THAT(note(checked({{"frequency", {300, 3400}}}), "cutoff"), HasSubstr("3400 is not used"));
 }
@@ -150,5 +150,5 @@ TEST(CheckSettings, ThePublishedFormsAreListed) {
   EXPECT_EQ(fact(roots, "published"), "zeros, poles and gain\n");
   EXPECT_THAT(problems(roots), IsEmpty());
   EXPECT_THAT(problem(checked({{"sos_output", {"off"}}, {"zpk_output", {"off"}}}), "published"),
-              HasSubstr("no form of the filter is"));
+              HasSubstr("no form of the filter is published"));
 }

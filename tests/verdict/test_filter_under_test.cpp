@@ -14,7 +14,7 @@ using namespace verdict;
 
 namespace {
 
-// A design as it stands in a file, some of it changed.
+// A design as a file holds it, some of it changed.
 class Saved {
  public:
   explicit Saved(const Settings &settings)

@@ -47,8 +47,8 @@ Findings pairs(const FilterUnderTest &filter) {
   std::string which;
   for (const std::size_t section : found.strangers) which += fmt::format(" {}", section + 1);
   findings.problem("sections",
-                   which.empty() ? "some of the poles are in none of them"
-                                 : "these have no pair of the poles:" + which,
+                   which.empty() ? "some of the poles are in no section"
+                                 : "these do not hold a pair of the poles:" + which,
                    remedy_for_lost_digits(filter));
   return findings;
 }
@@ -56,7 +56,7 @@ Findings pairs(const FilterUnderTest &filter) {
 // What a transfer function does.
 struct TransferMeasures {
   analysis::LevelDifference difference;     /**< from the sections */
-  std::optional<std::size_t> poles_outside; /**< none where it cannot be told */
+  std::optional<std::size_t> poles_outside; /**< none if it is uncertain */
 };
 
 TransferMeasures measures(const Forms &forms) {
@@ -65,7 +65,7 @@ TransferMeasures measures(const Forms &forms) {
                                   analysis::grid(forms.sections, {0.0, 1.0}))};
 }
 
-// What a numerator that is otherwise right has to be multiplied by; none where that does not help.
+// The factor that corrects a numerator that is otherwise right; none if that does not help.
 std::optional<double> correcting_factor(const Forms &forms, const TransferMeasures &measured) {
   const double factor = forms.roots.gain / forms.transfer.numerator.front();
   if (measured.poles_outside != 0U || !std::isfinite(factor) || factor == 0) return std::nullopt;
@@ -76,7 +76,7 @@ std::optional<double> correcting_factor(const Forms &forms, const TransferMeasur
   return factor;
 }
 
-// Empty where it is stable.
+// Empty if it is stable.
 std::string instability(const TransferMeasures &measured) {
   if (!measured.poles_outside) return "its coefficients have too few digits to hold these poles";
   if (*measured.poles_outside == 0) return "";
@@ -90,7 +90,7 @@ struct Breakdown {
   std::string change;
 };
 
-// None where the transfer function can be used.
+// None if the transfer function can be used.
 std::optional<Breakdown> breakdown(const FilterUnderTest &filter,
                                    const TransferMeasures &measured) {
   const auto [db, w] = measured.difference;
@@ -112,7 +112,7 @@ std::optional<Breakdown> breakdown(const FilterUnderTest &filter,
 
 Findings transfer_function(const FilterUnderTest &filter) {
   const bool published = filter.publishes_transfer();
-  // That of a new design would be compared with what stands in a file.
+  // That of a new design would be compared with what a file holds.
   if (filter.origin == Origin::saved && !published) return {};
   const TransferMeasures measured = measures(filter.forms);
   const auto broken = breakdown(filter, measured);

@@ -42,8 +42,8 @@ Findings stability(const FilterUnderTest &filter) {
   findings.measured["margin"] = worst.margin;
   if (!worst.stable) {
     findings.problem("stability",
-                     fmt::format("unstable: a pole is {:.3g} outside the unit circle, so that the "
-                                 "output grows without end",
+                     fmt::format("unstable: a pole is {:.3g} outside the unit circle, so the "
+                                 "output grows without bound",
                                  -worst.margin),
                      remedy(filter));
     return findings;
@@ -62,7 +62,7 @@ Findings gain(const FilterUnderTest &filter) {
   if (smallest >= std::numeric_limits<double>::min()) return findings;
   findings.problem("gain",
                    smallest == 0
-                       ? "it is 0, because it is too small for a number: the filter is silent"
+                       ? "it is 0, because it is too small for a double: the filter is silent"
                        : fmt::format("{:.3g} is so small that it has lost digits", smallest),
                    filter.published.has_no_band()
                        ? fix_the_cutoffs

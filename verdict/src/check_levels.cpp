@@ -108,7 +108,7 @@ Levels levels_of_family(const FilterUnderTest &filter, const Level &top) {
   return {};
 }
 
-// At the cutoffs of a butterworth, which nobody needs to be told.
+// At the cutoffs of a butterworth, which goes without saying.
 Findings half_power(const FilterUnderTest &filter) {
   const PublishedFilter &published = filter.published;
   Findings findings;

@@ -1,4 +1,4 @@
-// Whether the sections can do with fewer digits than theirs.
+// Whether the sections can do with fewer digits.
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@
 namespace verdict {
 namespace {
 
-// Of the peaks of what is handed from section to section, for a sine of 0 dB.
+// Of the peaks of the signal between sections, for a sine of 0 dB.
 struct PeakRange {
   double lowest_db = std::numeric_limits<double>::infinity();
   double highest_db = -std::numeric_limits<double>::infinity();

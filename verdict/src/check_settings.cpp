@@ -61,8 +61,8 @@ Findings clipped_settings(const FilterUnderTest &filter) {
     if (!number || *number == filter.used.number(name)) continue;
     const std::string used = filter.used.text(name);
     findings.problem(
-        name, fmt::format("{} is asked for and {} is used", patchbay::to_text(asked), used),
-        fmt::format("{} {}; 'veltane design --help' tells what is allowed", option(name), used));
+        name, fmt::format("{} was asked for, but {} is used", patchbay::to_text(asked), used),
+        fmt::format("{} {}; 'veltane design --help' says what is allowed", option(name), used));
   }
   return findings;
 }
@@ -72,8 +72,8 @@ Findings unused_cutoff(const FilterUnderTest &filter) {
   const designer::Values *cutoffs = filter.requested.find("frequency");
   if (cutoffs != nullptr && cutoffs->size() == 2 && !filter.published.has_two_cutoffs())
     findings.note("cutoff",
-                  fmt::format("a {} has one: {} is not used", name_of(filter.published.response),
-                              patchbay::to_text((*cutoffs)[1])),
+                  fmt::format("a {} has only one: {} is not used",
+                              name_of(filter.published.response), patchbay::to_text((*cutoffs)[1])),
                   "for two, --response bandpass or bandstop");
   return findings;
 }
@@ -82,9 +82,8 @@ Findings unused_cutoff(const FilterUnderTest &filter) {
 Findings unused_level(const FilterUnderTest &filter, const char *name, Family family) {
   Findings findings;
   if (filter.typed.contains(name) && filter.published.family != family)
-    findings.note(name,
-                  fmt::format("a {} has none: it is not used", name_of(filter.published.family)),
-                  fmt::format("for one, --topology {}", name_of(family)));
+    findings.note(name, fmt::format("a {} does not use it", name_of(filter.published.family)),
+                  fmt::format("to use it, --topology {}", name_of(family)));
   return findings;
 }
 
@@ -102,11 +101,12 @@ Findings published_forms(const FilterUnderTest &filter) {
   if (!forms.empty()) findings.fact("published", fmt::format("{}", fmt::join(forms, "; ")));
   if (!sections && filter.used.number("sos_output") != 0)
     findings.problem("published",
-                     "the sections are asked for and empty: they are made from the published zeros "
-                     "and poles, which are switched off",
+                     "the sections were asked for but are empty: they are made from the published "
+                     "zeros and poles, which are switched off",
                      "--zpk-output on");
   else if (forms.empty())
-    findings.problem("published", "no form of the filter is", "--zpk-output on --sos-output on");
+    findings.problem("published", "no form of the filter is published",
+                     "--zpk-output on --sos-output on");
   return findings;
 }
 

@@ -19,13 +19,13 @@ std::string meaning(const FilterUnderTest &filter) {
   switch (filter.published.family) {
     case designer::Family::butterworth: break;
     case designer::Family::chebyshev_1:
-      return fmt::format("there the passband's ripple of {} dB ends",
+      return fmt::format("the passband's ripple of {} dB ends there",
                          filter.used.text("passband_ripple"));
     case designer::Family::chebyshev_2:
-      return fmt::format("there the stopband begins, {} dB down",
+      return fmt::format("the stopband begins there, {} dB down",
                          filter.used.text("stopband_attenuation"));
   }
-  return "there the level is -3.01 dB, half the power";
+  return "the level there is -3.01 dB, half the power";
 }
 
 Findings used_cutoffs(const FilterUnderTest &filter) {
@@ -61,12 +61,13 @@ Findings cutoff_in_range(const PublishedFilter &filter, double asked, double use
   if (low && hertz && asked > 0)
     change += ", or --units normalized if a fraction of the Nyquist frequency is meant";
   if (!low) change += hertz ? ", or a higher --samplerate" : ", or --units hertz if Hz are meant";
-  findings.problem("cutoff",
-                   fmt::format("{}{} is too {}, {} is used: cutoffs lie between {} and {} of the "
-                               "Nyquist frequency, {}",
-                               asked, hertz ? " Hz" : "", low ? "low" : "high", limit,
-                               cutoff_range.lowest, cutoff_range.highest, filter.hz_text(1)),
-                   change);
+  findings.problem(
+      "cutoff",
+      fmt::format("{}{} is too {}, so {} is used: cutoffs lie between {} and {} of the "
+                  "Nyquist frequency, {}",
+                  asked, hertz ? " Hz" : "", low ? "low" : "high", limit, cutoff_range.lowest,
+                  cutoff_range.highest, filter.hz_text(1)),
+      change);
   return findings;
 }
 
@@ -80,8 +81,8 @@ Findings radians(const PublishedFilter &filter) {
   }
   Findings findings;
   findings.problem("units",
-                   "radians are not supported: the cutoffs given are not used, and those of a new "
-                   "box are",
+                   "radians are not supported: the cutoffs given are ignored, and those of a new "
+                   "box are used",
                    below_nyquist
                        ? fmt::format("--units normalized --frequency{}, which are these radians "
                                      "divided by pi",
@@ -102,7 +103,7 @@ Findings band(const PublishedFilter &filter) {
   else
     findings.problem(
         "cutoff",
-        fmt::format("the two cutoffs are {}, so that there is no band between them",
+        fmt::format("the two cutoffs are {}, so there is no band between them",
                     first == second ? "equal" : "both " + filter.hz_text(filter.cutoffs[0])),
         "give two cutoffs: --frequency LOWER UPPER");
   return findings;

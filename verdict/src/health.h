@@ -15,10 +15,10 @@ bool is_finite(const Forms &forms);
 analysis::Stability worst_stability(const Forms &forms);
 
 /** @return the modulus of the gain of the roots or of that of the sections, whichever is smaller.
- *  0 where it is too small for a double: the filter is silent. */
+ *  0 if it is too small for a double: the filter is silent. */
 double smallest_gain(const Forms &forms);
 
-/** @return whether the levels of a filter mean something: it is finite, stable and not silent, and
+/** @return true if the levels of a filter are meaningful: it is finite, stable and not silent, and
  *  there is a band between its cutoffs. */
 bool has_levels(const FilterUnderTest &filter);
 

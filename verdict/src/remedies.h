@@ -10,7 +10,7 @@ namespace verdict {
 inline constexpr char design_it_again[] = "design it again: 'veltane design --from FILE.json'";
 
 /** For a filter that is not precise enough: a saved one may have been changed, a new one is at the
- *  end of what doubles hold. */
+ *  limit of double precision. */
 inline const char *remedy_for_lost_digits(const FilterUnderTest &filter) {
   return filter.origin == Origin::saved
              ? design_it_again

@@ -1,10 +1,10 @@
-// From where on a difference is called one.
+// The limits above which differences count.
 #ifndef VERDICT_TOLERANCES_H
 #define VERDICT_TOLERANCES_H
 
 namespace verdict {
 
-/** Levels that differ by less are the same. */
+/** Levels that differ by less count as the same. */
 inline constexpr double tolerance_db = 0.01;
 
 /** Levels further below the peak are not compared. */

@@ -33,7 +33,7 @@ struct FilterUnderTest {
                                             gave by name, not a saved design */
   Origin origin;
 
-  /** @return whether numerator and denominator are published. */
+  /** @return true if numerator and denominator are published. */
   bool publishes_transfer() const;
 };
 
@@ -51,8 +51,8 @@ FilterUnderTest new_filter(designer::Designer &designer, const designer::Setting
  * that it does not have.
  * @param saved  with a dictionary
  * @param what   what it is called in a sentence, such as its name in quotes
- * Raises Refusal when it has no dictionary, or one that cannot be read as that of a filter with
- * its settings; otherwise as Designer::design does.
+ * Raises Refusal if it has no dictionary, or one that cannot be read as that of a filter with its
+ * settings; otherwise as Designer::design does.
  */
 FilterUnderTest saved_filter(designer::Designer &designer, const designer::SavedDesign &saved,
                              const std::string &what);

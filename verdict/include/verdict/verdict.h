@@ -21,20 +21,20 @@ struct Finding {
   std::string about; /**< what it is about, such as "cutoff"; programs rely on these words */
   Weight weight;
   std::string text;   /**< one line, without a full stop */
-  std::string change; /**< what to change; every problem and note has it, no fact */
+  std::string change; /**< what to change; present for every problem and note, empty for facts */
 };
 
-/** What was found, in the order in which it was looked at. */
+/** What was found, in the order of the checks. */
 struct Findings {
   std::vector<Finding> list;
-  text::Json measured = text::Json::object(); /**< the numbers behind the findings, by name; one
-                                                   that is not finite stands as it is */
+  text::Json measured = text::Json::
+      object(); /**< the numbers behind the findings, by name; values that are not finite included */
 
   void fact(const std::string &about, const std::string &text);
   void note(const std::string &about, const std::string &text, const std::string &change);
   void problem(const std::string &about, const std::string &text, const std::string &change);
 
-  /** Adds other findings, and what was measured for them, behind these. */
+  /** Appends other findings, and what was measured for them. */
   Findings &operator+=(const Findings &others);
 };
 
@@ -42,7 +42,7 @@ struct Verdict {
   std::string title; /**< the filter in one line */
   Findings findings;
 
-  /** @return how many problems there are; without one the filter is sound. */
+  /** @return the number of problems; the filter is sound if there are none. */
   std::size_t problems() const;
 };
 
