@@ -32,7 +32,7 @@ ScaledFilter with_gain(analysis::Sections sections, Gain gain) {
   if (gain == Gain::in_first_section)
     return {std::move(sections), "Gain: all of it in the first section (--spread-gain is off)."};
   return {analysis::with_gain_spread(std::move(sections)),
-          "Gain: spread by powers of two, so that what each section but the last hands on peaks "
+          "Gain: spread by powers of two, so that the output of each section but the last peaks "
           "between -3.01 and +3.01 dB (--spread-gain)."};
 }
 

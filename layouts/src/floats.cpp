@@ -31,7 +31,7 @@ RoundedFilter in_floats(const analysis::Sections &sections, const std::string &t
     for (const double value : {sections[i].b0, sections[i].b1, sections[i].b2})
       if (!fits_float(value))
         throw designer::Refusal(fmt::format(
-            "--for {} holds floats, which reach from 1.2e-38 to 3.4e38, and section {} has the "
+            "--for {} holds floats, which reach from 1.2e-38 to 3.4e38, but section {} has the "
             "coefficient {:.3g}; --spread-gain may help",
             target, i + 1, value));
   const analysis::RoundingEffect effect = analysis::float_rounding_effect(sections, floor_db);

@@ -11,7 +11,7 @@ namespace layouts {
 
 struct RoundedFilter {
   analysis::Sections sections;       /**< each coefficient a float's value */
-  std::optional<std::string> remark; /**< when the response is not what it was */
+  std::optional<std::string> remark; /**< if the response has changed */
 };
 
 /**

@@ -21,7 +21,7 @@ struct ReferenceLevel {
 ReferenceLevel reference_level(const designer::PublishedFilter &filter);
 
 /** @return what the filter is multiplied by so that its level is the reference's.
- *  Raises designer::Refusal when the filter is silent there or no normal double does it. */
+ *  Raises designer::Refusal if the filter is silent there or the factor is not a normal double. */
 double normalising_factor(const analysis::Sections &filter, const ReferenceLevel &reference);
 
 }  // namespace layouts

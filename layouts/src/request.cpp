@@ -7,7 +7,7 @@
 namespace layouts {
 namespace {
 
-// In ASCII whatever the locale: not every language takes other letters.
+// In ASCII whatever the locale: not every language accepts other letters.
 bool is_letter_or_digit(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }

@@ -23,7 +23,7 @@ double digits_limit_db(Arithmetic arithmetic) {
 
 void check_sections(const analysis::Sections &sections) {
   if (sections.empty())
-    throw designer::Refusal("these settings give no sections, and there is no filter");
+    throw designer::Refusal("these settings give no sections, so there is no filter");
   for (std::size_t i = 0; i < sections.size(); ++i) {
     const analysis::Section &s = sections[i];
     for (const double value : {s.b0, s.b1, s.b2, s.a1, s.a2})
@@ -35,7 +35,7 @@ void check_sections(const analysis::Sections &sections) {
     const double largest = std::max({std::abs(s.b0), std::abs(s.b1), std::abs(s.b2)});
     if (largest < std::numeric_limits<double>::min())
       throw designer::Refusal(fmt::format(
-          "the gain of this filter is smaller than a double with all its digits can be: the "
+          "the gain of this filter is too small for a double with all its digits: the "
           "largest numerator coefficient of section {} is {:.3g}; a lower order or another cutoff "
           "may help",
           i + 1, largest));
@@ -51,11 +51,11 @@ std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmet
                                            return std::abs(a.db) < std::abs(b.db);
                                          });
   if (std::abs(furthest->db) > digits_limit_db(arithmetic))
-    remarks.push_back(fmt::format(
-        "section {} hands on a signal that peaks at {:.0f} dB, where {} have few digits left; "
-        "--spread-gain distributes the gain",
-        furthest - peaks.begin() + 1, furthest->db,
-        arithmetic == Arithmetic::floats ? "floats" : "doubles"));
+    remarks.push_back(
+        fmt::format("the output of section {} peaks at {:.0f} dB, where {} have few digits left; "
+                    "--spread-gain distributes the gain",
+                    furthest - peaks.begin() + 1, furthest->db,
+                    arithmetic == Arithmetic::floats ? "floats" : "doubles"));
   return remarks;
 }
 

@@ -10,12 +10,12 @@
 
 namespace layouts {
 
-/** Raises designer::Refusal when there are no sections, a coefficient is not finite, or all of a
+/** Raises designer::Refusal if there are no sections, a coefficient is not finite, or all of a
  *  numerator is zero or too small for a normal double. */
 void check_sections(const analysis::Sections &sections);
 
-/** @return a sentence when the filter is not stable, and one when what a section hands on is so
- *  small or so large that the target's numbers have few digits left for it. */
+/** @return a sentence if the filter is not stable, and one if the output of a section is so small
+ *          or so large that the target's numbers have few digits left for it. */
 std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmetic arithmetic);
 
 }  // namespace layouts

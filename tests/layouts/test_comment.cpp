@@ -47,8 +47,8 @@ ExportedFilter saying(const std::string &words) {
 TEST(Comment, SaysWhatTheFileHolds) {
   EXPECT_THAT(lines_of(layouts::comment(saying("a b"), "# ", {"usage"})),
               ElementsAre("# title a b", "#", "# usage",
-                          "# Sample rate: 44100 Hz. At another one all frequencies move in "
-                          "proportion.",
+                          "# Sample rate: 44100 Hz. At any other rate, all frequencies "
+                          "scale in proportion.",
                           "# scaling a b", "# Note: remark a b.",
                           "# Made by: veltane export --name 'a b'"));
 }

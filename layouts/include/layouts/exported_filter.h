@@ -20,14 +20,15 @@ struct ExportedFilter {
   std::vector<std::string> command; /**< as in Request */
   std::vector<std::string> scaling; /**< sentences that say what level it has and where its gain
                                          is, each with its full stop */
-  std::vector<std::string> remarks; /**< what a user of the file has to know, without full stops */
-  analysis::Sections sections;      /**< finite, at least one, none silent; for a target with floats
+  std::vector<std::string>
+      remarks;                 /**< what a user of the file needs to know, without full stops */
+  analysis::Sections sections; /**< finite, at least one, none silent; for a target with floats
                                          each coefficient is a float's value */
 };
 
 /**
- * Makes a filter ready for a target: takes the published sections to the last bit, scales them as
- * asked, and rounds them where the target holds floats.
+ * Makes a filter ready for a target: takes the published sections bit for bit, scales them as
+ * asked, and rounds them if the target holds floats.
  * @param design  with its sections; see `with_sections`
  * Raises designer::Refusal when the target cannot do what is asked or cannot hold this filter, and
  * std::runtime_error when the design is not as the module publishes one.

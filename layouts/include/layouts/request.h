@@ -1,4 +1,4 @@
-// What is asked of an exported file beside its target.
+// What is asked of an exported file besides its target.
 #ifndef LAYOUTS_REQUEST_H
 #define LAYOUTS_REQUEST_H
 
@@ -32,13 +32,14 @@ struct Request {
   Gain gain = Gain::in_first_section;
 };
 
-/** @param stem  the name of a file without folder and ending; empty where there is no file
- *  @return a name that is not a word of any language: "veltane_" and the stem's ASCII letters and
- *  digits, with one underscore for what stands between them; veltane_filter where it has none. */
+/** @param stem  the name of a file without folder and ending; empty if there is no file
+ *  @return a name that is not a reserved word in any language: "veltane_" and the stem's ASCII
+ *          letters and digits, with one underscore for anything between them; veltane_filter if it
+ *          has none. */
 std::string identifier_for(std::string_view stem);
 
-/** Raises Refusal when the target cannot do what is asked, whatever the filter. It costs nothing,
- *  and can be asked before the filter is designed. */
+/** Raises Refusal if the target cannot do what is asked, whatever the filter. It costs nothing, and
+ *  can be called before the filter is designed. */
 void check(const Request &request, const Target &target);
 
 }  // namespace layouts

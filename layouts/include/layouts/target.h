@@ -33,7 +33,7 @@ struct Target {
 /** @return all targets, in the order in which help lists them. */
 std::span<const Target> targets();
 
-/** Raises designer::Refusal, which lists the targets, when there is none of this name. */
+/** Raises designer::Refusal, which lists the targets, if no target has this name. */
 const Target &target_named(std::string_view name);
 
 }  // namespace layouts

@@ -14,7 +14,7 @@ std::string write(const ExportedFilter &filter) {
   const std::string &name = filter.identifier;
   const std::string guard = macro_name(name);
   std::vector<std::string> usage = equation(Feedback::added);
-  usage.emplace_back("Of each section, which is a stage there: b0, b1, b2, -a1, -a2.");
+  usage.emplace_back("For each section (a stage there): b0, b1, b2, -a1, -a2.");
   usage.emplace_back("Use: arm_biquad_casd_df1_inst_f32 filter;");
   usage.push_back(fmt::format("     float32_t state[4 * {}_STAGES];", guard));
   usage.push_back(fmt::format("     arm_biquad_cascade_df1_init_f32(&filter, {}_STAGES,", guard));

@@ -9,7 +9,7 @@
 namespace layouts {
 namespace {
 
-// What stands between @ differs from header to header.
+// What is between @ differs from header to header.
 constexpr char blank[] = R"(
 #ifndef @GUARD@_HPP
 #define @GUARD@_HPP

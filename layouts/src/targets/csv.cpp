@@ -11,7 +11,7 @@ using text::double_text;
 
 std::string write(const ExportedFilter &filter) {
   std::vector<std::string> usage = equation(Feedback::subtracted);
-  usage.emplace_back("One section a line.");
+  usage.emplace_back("One section per line.");
   std::string file = comment(filter, "# ", usage) + "b0,b1,b2,a1,a2\n";
   for (const analysis::Section &s : filter.sections)
     file += fmt::format("{},{},{},{},{}\n", double_text(s.b0), double_text(s.b1), double_text(s.b2),
@@ -21,7 +21,7 @@ std::string write(const ExportedFilter &filter) {
 
 }  // namespace
 
-constinit const Target csv_target{"csv", "one section a line: b0,b1,b2,a1,a2", Arithmetic::doubles,
-                                  Form::sections, write};
+constinit const Target csv_target{"csv", "one section per line: b0,b1,b2,a1,a2",
+                                  Arithmetic::doubles, Form::sections, write};
 
 }  // namespace layouts

@@ -16,11 +16,11 @@ namespace {
 // The most coefficients that an IIRFilterNode takes, according to the Web Audio text.
 constexpr std::size_t most_coefficients = 20;
 
-// What is lost when the sections become lists may not be seen in any plot.
+// What is lost when the sections become lists must not be visible in any plot.
 constexpr double most_lost_db = 0.01;
 constexpr double floor_db = 120.0;
 
-constexpr char instead[] = "--for webaudio-sections writes a chain of nodes, one a section";
+constexpr char instead[] = "--for webaudio-sections writes a chain of nodes, one per section";
 
 void check(const ExportedFilter &filter, const analysis::Transfer &lists) {
   const std::size_t count = lists.denominator.size();

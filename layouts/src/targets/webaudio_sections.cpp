@@ -35,7 +35,7 @@ export function {0}_chain(context) {{
 }  // namespace
 
 constinit const Target webaudio_sections_target{
-    "webaudio-sections", "JavaScript for a chain of IIRFilterNodes, one a section",
+    "webaudio-sections", "JavaScript for a chain of IIRFilterNodes, one per section",
     Arithmetic::doubles, Form::sections, write};
 
 }  // namespace layouts
