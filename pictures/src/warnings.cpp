@@ -8,7 +8,7 @@ std::vector<std::string> warnings(const DrawnFilter &filter, const std::string &
   std::vector<std::string> sentences;
   if (filter.is_silent())
     sentences.push_back(subject +
-                        " is silent: its gain is too small for a number in the computer; its level "
+                        " is silent: its gain is too small for a double; its level "
                         "is drawn without the gain, with the peak at 0 dB");
   if (filter.is_unstable())
     sentences.push_back(fmt::format("{} is unstable: {} of its poles lie outside the unit circle",

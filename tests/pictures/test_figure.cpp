@@ -94,7 +94,7 @@ TEST(FilterNames, AreFitToBeShown) {
 TEST(Warnings, SayWhatThePictureCannot) {
   EXPECT_THAT(warnings(drawn("butterworth", "lowpass", 3, {3000}), "the filter"), IsEmpty());
   EXPECT_THAT(warnings(drawn("butterworth", "lowpass", 200, {20}), "'a.json'"),
-              ElementsAre("'a.json' is silent: its gain is too small for a number in the computer; "
+              ElementsAre("'a.json' is silent: its gain is too small for a double; "
                           "its level is drawn without the gain, with the peak at 0 dB"));
   EXPECT_THAT(warnings(drawn("butterworth", "bandpass", 3, {3000, 1000}), "the filter"),
               ElementsAre("the filter is unstable: 6 of its poles lie outside the unit circle"));

@@ -88,7 +88,7 @@ TEST_F(GnuplotProcess, ThatTakesTooLongIsEndedWithAllThatItStarted) {
   use("exec 9>" + path("alive") + "; echo started >&9; sleep 1000 & sleep 1000\n");
   const pid_t reader = fork();
   if (reader == 0) _exit(read_file(path("alive")) == "started\n" ? 0 : 1);
-  EXPECT_EQ(failure({.seconds = 1}), "gnuplot was ended: a picture may take 1 s");
+  EXPECT_EQ(failure({.seconds = 1}), "gnuplot was stopped: a picture may take at most 1 s");
   int status = -1;
   waitpid(reader, &status, 0);
   EXPECT_EQ(status, 0);
@@ -96,12 +96,13 @@ TEST_F(GnuplotProcess, ThatTakesTooLongIsEndedWithAllThatItStarted) {
 
 TEST_F(GnuplotProcess, ThatComputesForTooLongIsEnded) {
   use("kill -XCPU $$\n");
-  EXPECT_EQ(failure({.seconds = 5}), "gnuplot was ended: a picture may take 5 s");
+  EXPECT_EQ(failure({.seconds = 5}), "gnuplot was stopped: a picture may take at most 5 s");
 }
 
 TEST_F(GnuplotProcess, ThatWritesTooMuchIsEnded) {
   use("exec head -c 3000000 /dev/zero\n");
-  EXPECT_EQ(failure({.output = 1000000}), "gnuplot was ended: a picture may take 1000000 bytes");
+  EXPECT_EQ(failure({.output = 1000000}),
+            "gnuplot was stopped: a picture may take at most 1000000 bytes");
 }
 
 TEST_F(GnuplotProcess, ThatFailsIsQuoted) {

@@ -1,4 +1,4 @@
-// What gnuplot is told.
+// The commands given to gnuplot.
 
 #include <gmock/gmock.h>
 

@@ -11,8 +11,8 @@
 
 namespace gnuplot {
 
-/** Whether an axis has its numbers and its label. A panel that stands on another one, whose axis is
- *  the same, does without. */
+/** Whether an axis shows its numbers and its label. A panel directly above another one with the
+ *  same axis omits them. */
 enum class Numbering { shown, left_out };
 
 /** One pair of axes. Nothing is drawn before `finish`. It keeps the script. */
@@ -35,7 +35,7 @@ class Panel {
   /** Draws a curve with the fewest points that look the same. */
   void curve(const pictures::Curve &curve, const std::string &style);
 
-  /** Draws a symbol at each point; nothing where there is no point. */
+  /** Draws a symbol at each point, and nothing if there are none. */
   void symbols(const pictures::Curve &places, const std::string &style);
 
   /** A text beside a place in the panel, this many pixels to the right of it and above it. */

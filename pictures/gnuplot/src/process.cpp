@@ -54,8 +54,8 @@ std::string contents(std::FILE *file) {
   return text;
 }
 
-// gnuplot at work. It holds one end of a pipe until it ends; the other end tells that it has,
-// or why it did not start.
+// gnuplot at work. It holds one end of a pipe until it ends; the other end shows that it has, or
+// why it did not start.
 class Process {
  public:
   Process(const File &in, const File &out, const File &err, const Limits &limits) {
@@ -117,7 +117,7 @@ class Process {
     const auto limit = [](auto what, rlim_t most) {
       rlimit value{};
       getrlimit(what, &value);
-      // One more before it is killed: the signal that comes first tells the reason.
+      // One more before it is killed: the signal that comes first gives the reason.
       value.rlim_max = std::min(value.rlim_max, most + 1);
       value.rlim_cur = std::min(value.rlim_cur, most);
       setrlimit(what, &value);
@@ -147,15 +147,15 @@ class Process {
   int life_ = -1;
 };
 
-// gnuplot goes on after some errors and then ends with status 0, so that the end of the
-// picture is what tells.
+// gnuplot goes on after some errors and then ends with status 0, so the end of the picture is the
+// evidence.
 bool is_complete(const std::string &picture) {
   constexpr char png_end[] = "IEND\xae\x42\x60\x82";
   return picture.ends_with("</svg>\n") || picture.ends_with("</svg>\n\n") ||
          picture.ends_with(png_end);
 }
 
-// Its last line that says something.
+// Its last line that is not blank.
 std::string last_line(const std::string &text) {
   const std::size_t end = text.find_last_not_of(" \t\r\n");
   if (end == std::string::npos) return "it gives no reason";
@@ -178,10 +178,10 @@ std::string run(const std::string &script, const Limits &limits) {
   const int status = ended.value_or(SIGXCPU);
   if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU)
     throw std::runtime_error(
-        fmt::format("gnuplot was ended: a picture may take {} s", limits.seconds));
+        fmt::format("gnuplot was stopped: a picture may take at most {} s", limits.seconds));
   if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ)
     throw std::runtime_error(
-        fmt::format("gnuplot was ended: a picture may take {} bytes", limits.output));
+        fmt::format("gnuplot was stopped: a picture may take at most {} bytes", limits.output));
   std::string picture = contents(out.get());
   if (status != 0 || !is_complete(picture))
     throw std::runtime_error("gnuplot could not draw it: " + last_line(contents(err.get())));

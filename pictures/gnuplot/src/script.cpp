@@ -9,7 +9,7 @@
 namespace gnuplot {
 namespace {
 
-/** What gnuplot's kinds of output take to look the same: they differ in what they call a point, a
+/** What makes gnuplot's kinds of output look the same: they differ in what they call a point, a
  *  unit of a dash, and a symbol of size 1. */
 struct Terminal {
   const char *name;

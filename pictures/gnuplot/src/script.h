@@ -1,4 +1,4 @@
-// gnuplot's commands and data for one page, as they are collected.
+// gnuplot's commands and data for one page, collected step by step.
 #ifndef GNUPLOT_SCRIPT_H
 #define GNUPLOT_SCRIPT_H
 

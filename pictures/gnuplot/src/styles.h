@@ -15,7 +15,7 @@ std::string pole_style(std::size_t i);
 std::string zero_style(std::size_t i);
 
 /** The style of a cutoff's line, and of a level that was asked for. Their greys differ because
- *  gnuplot's SVG takes two dash patterns of one colour for the same. */
+ *  gnuplot's SVG treats two dash patterns of one colour as the same. */
 inline constexpr char cutoff_style[] = "lw 1 lc rgb '#606060' dt (2,4)";
 inline constexpr char limit_style[] = "lw 1 lc rgb '#585858' dt (14,4,2,4)";
 

@@ -25,8 +25,8 @@ double fraction_along(const Axis &axis, double value);
 /** The inverse of `fraction_along`, kept within the axis; its ends are met exactly. */
 double value_at(const Axis &axis, double fraction);
 
-/** @return the smallest of 1, 2 and 5 times a power of ten that is not below `value` > 0, but for a
- *  relative 1e-9. */
+/** @return the smallest of 1, 2 and 5 times a power of ten that is not below `value` > 0, to within
+ *          a relative 1e-9. */
 double rounded_up(double value);
 
 /** @return the largest of these that is not above it, likewise. */

@@ -22,16 +22,16 @@ struct Curve {
 
 /**
  * The curves over the part of a frequency axis in Hz that lies between 0 and the Nyquist frequency,
- * ends included; empty where there is no such part. They have points at the frequencies of
+ * ends included; empty if there is no such part. They have points at the frequencies of
  * analysis::grid and three between each two of them, at the cutoffs and half-power points, and at
- * 600 even steps of the axis, so that neither a narrow peak nor a zero is missed. Up to 160 points a
- * root, each of which costs in proportion to the order: time grows with the square of the order.
+ * 600 even steps of the axis, so that neither a narrow peak nor a zero is missed. Up to 160 points
+ * a root, each of which costs in proportion to the order: time grows with the square of the order.
  */
 Curve level_curve(const DrawnFilter &filter, const Axis &frequencies); /**< in dB */
 
 /** In degrees, continuous; interrupted at each zero on the unit circle, where the phase jumps by
- *  180 degrees. Points nearer to such a zero than 1e-12 of its frequency are left out, since either
- *  side may be what rounding finds there. */
+ *  180 degrees. Points nearer to such a zero than 1e-12 of its frequency are left out, since
+ *  rounding may put them on either side. */
 Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies);
 
 /** The group delay in seconds. */

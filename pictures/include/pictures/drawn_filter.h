@@ -13,7 +13,7 @@ namespace pictures {
 
 /** A filter to be drawn. Frequencies are in Hz. */
 struct DrawnFilter {
-  std::string name; /**< for the key; empty until somebody gives it one */
+  std::string name; /**< for the key; empty until it is given one */
   designer::Family family;
   designer::Response response;
   analysis::Sections sections;    /**< what the level is computed from; empty when not published, or
@@ -28,7 +28,7 @@ struct DrawnFilter {
   std::optional<double> attenuation; /**< asked for, in dB; of a chebyshev-2 alone */
   double peak_db;                    /**< the highest level, as it is drawn */
   std::optional<double> lift_db;     /**< what is added to the level of a silent filter, whose roots
-                                          have the gain 1 instead; none where it is not silent */
+                                          have the gain 1 instead; none if it is not silent */
   std::size_t poles_outside;         /**< of the unit circle; 0 if the filter is stable */
 
   /** @return half the sample rate, in Hz. */

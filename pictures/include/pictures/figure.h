@@ -14,15 +14,15 @@
 
 namespace pictures {
 
-/** As many filters as there are dash patterns that can be told apart. */
+/** As many filters as there are distinguishable dash patterns. */
 inline constexpr std::size_t most_filters = 6;
 
 /** What a figure leaves to its reader's choice. */
 struct FigureOptions {
-  std::optional<std::string> title{}; /**< otherwise the name of the filter, or "3 filters" */
-  std::optional<Axis> frequencies{};  /**< of the level's panel, in Hz; otherwise `whole_axis` */
-  std::optional<double> floor_db{};   /**< the lowest level, below `highest_peak`; otherwise
-                                         `usual_floor` */
+  std::optional<std::string> title{}; /**< by default the name of the filter, or "3 filters" */
+  std::optional<Axis> frequencies{};  /**< of the level's panel, in Hz; by default `whole_axis` */
+  std::optional<double>
+      floor_db{}; /**< the lowest level, below `highest_peak`; by default `usual_floor` */
 };
 
 struct Figure {

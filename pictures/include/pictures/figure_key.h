@@ -14,9 +14,9 @@ struct FigureKey {
                                        title names */
   std::string cutoffs;            /**< beside a sample of the cutoffs' lines */
   std::string half_power;         /**< of the marks on the curves, which are different for each
-                                       filter; empty where there are no marks */
-  std::string limits;             /**< beside a sample of the lines of ripple and attenuation; empty
-                                       where neither was asked for */
+                                       filter; empty if there are no marks */
+  std::string
+      limits; /**< beside a sample of the lines of ripple and attenuation; empty if neither was asked for */
 };
 
 FigureKey figure_key(const std::vector<DrawnFilter> &filters);

@@ -1,4 +1,5 @@
-// The ranges of frequency, level and delay that show filters well. All take one filter or more.
+// The ranges of frequency, level and delay that show filters well. All functions take one or more
+// filters.
 #ifndef PICTURES_RANGES_H
 #define PICTURES_RANGES_H
 

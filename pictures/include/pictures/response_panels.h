@@ -21,8 +21,8 @@ struct ResponsePanel {
   std::vector<double> cutoffs;       /**< of all filters, within the axis, ascending */
   std::vector<double> limits;        /**< values asked for, within the axis, ascending */
   std::vector<Curve> curves;         /**< one for each filter, in their order */
-  std::vector<Curve> half_power;     /**< marks, one list for each filter, some of which may lie
-                                          outside; empty but for levels */
+  std::vector<Curve>
+      half_power; /**< marks, one list for each filter, some of which may lie outside; empty except for levels */
 };
 
 /** @return the level over all frequencies, with a title that says which filters are silent or

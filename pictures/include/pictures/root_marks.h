@@ -9,7 +9,7 @@
 
 namespace pictures {
 
-/** A root in the z plane, and how often it is there. */
+/** A root in the z plane, and its multiplicity. */
 struct RootMark {
   analysis::Complex at;
   std::size_t multiplicity;

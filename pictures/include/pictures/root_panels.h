@@ -18,10 +18,10 @@ struct ShownRoots {
   Curve zeros, poles;
 };
 
-/** How often the roots are there that lie at one place to the eye. */
+/** The multiplicities of roots that lie at one place to the eye. */
 struct MultiplicityLabel {
   double x, y;                  /**< the place */
-  analysis::Complex outward;    /**< the direction, of length 1, in which there are no poles */
+  analysis::Complex outward;    /**< the direction, of length 1, away from the poles */
   std::set<std::size_t> counts; /**< of zeros and poles of all filters there, 2 or more each */
 };
 

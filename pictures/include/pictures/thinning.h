@@ -7,7 +7,7 @@
 
 namespace pictures {
 
-/** The axes that a curve is drawn in, and how many columns of pixels they are wide. */
+/** The axes that a curve is drawn in, and their width in columns of pixels. */
 struct Canvas {
   Axis x, y;
   double width;

@@ -25,9 +25,9 @@ enum class TickStyle {
 
 /**
  * @param most  how many labels there is room for
- * @return ticks within the axis, ascending, at most `most` + 1 of them, but for a logarithmic axis,
- *  whose small ticks count for nothing; none where the axis has no length or an end that is not
- *  finite. Negative numbers carry U+2212, the minus sign that typographers use.
+ * @return ticks within the axis, ascending, at most `most` + 1 of them, not counting the small
+ *  ticks of a logarithmic axis; none if the axis has no length or an end that is not finite.
+ *  Negative numbers carry U+2212, the minus sign that typographers use.
  */
 std::vector<Tick> ticks(const Axis &axis, TickStyle style, int most);
 

@@ -1,4 +1,4 @@
-// A figure as a picture: where its panels lie, and what gnuplot is told.
+// A figure as a picture: where its panels lie, and the commands for gnuplot.
 #ifndef GNUPLOT_PICTURE_H
 #define GNUPLOT_PICTURE_H
 

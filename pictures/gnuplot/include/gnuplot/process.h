@@ -7,7 +7,7 @@
 
 namespace gnuplot {
 
-/** What one picture may take. The largest takes a few seconds and a tenth of the rest. */
+/** Limits for one picture. The largest takes a few seconds and a tenth of the rest. */
 struct Limits {
   int seconds = 60;
   std::size_t memory = std::size_t{2} << 30U;   /**< bytes of address space */
@@ -19,8 +19,8 @@ struct Limits {
  * but files that have no name and vanish with the process.
  * @param script  without `set output`, so that the picture goes to standard output
  * @return the picture
- * Raises std::runtime_error when gnuplot is missing, and says what to install; when it fails; and
- * when it goes beyond the limits. It never outlives this process.
+ * Raises std::runtime_error if gnuplot is missing (it says what to install), fails, or exceeds the
+ * limits. It never outlives this process.
  */
 std::string run(const std::string &script, const Limits &limits = {});
 
