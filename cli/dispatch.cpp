@@ -29,12 +29,13 @@ const std::array table{
 constexpr Option version_option{.names = "--version", .help = "Print the version"};
 constexpr Option manual_option{.names = "--man",
                                .help = "Print the manual page: veltane --man | man -l -"};
-constexpr Option completion_option{.names = "--completion",
-                                   .value = "SHELL",
-                                   .help =
-                                       "Print what a shell completes: bash, zsh, fish; for example "
-                                       "'source <(veltane --completion bash)'",
-                                   .choices = completion_shells};
+constexpr Option completion_option{
+    .names = "--completion",
+    .value = "SHELL",
+    .help =
+        "Print the completion script for a shell: bash, zsh, fish; for example "
+        "'source <(veltane --completion bash)'",
+    .choices = completion_shells};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane design", "veltane design --topology butterworth --order 4 --frequency 1000"};
@@ -43,7 +44,7 @@ std::string list() {
   std::string text = "Subcommands:\n";
   for (const Subcommand *subcommand : table)
     text += fmt::format("  {:<28}{}\n", subcommand->name, subcommand->summary);
-  return text + "\n'veltane SUBCOMMAND --help' shows the options of one.\n";
+  return text + "\n'veltane SUBCOMMAND --help' shows the options of a subcommand.\n";
 }
 
 CommandLine own_line() {
@@ -67,7 +68,7 @@ std::string answer(const Words &words) {
   if (arguments->given(manual_option)) return manual_page(table);
   if (arguments->given(completion_option))
     return completion(arguments->choice(completion_option), table);
-  throw designer::Refusal("veltane needs a subcommand, such as design; --help shows them");
+  throw designer::Refusal("veltane needs a subcommand, such as design; --help lists them");
 }
 
 const Subcommand &subcommand_named(const std::string &name) {

@@ -1,4 +1,4 @@
-// From the words behind "veltane" to an exit status.
+// From the words after "veltane" to an exit status.
 #ifndef CLI_DISPATCH_H
 #define CLI_DISPATCH_H
 

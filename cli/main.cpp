@@ -1,4 +1,5 @@
-// The command `veltane`: reads arguments, runs a subcommand, tells how it went.
+// The command `veltane`: reads arguments, runs a subcommand, reports how it
+// went.
 //
 // Exit status: 0 done; 1 the filter has a problem that was asked about; 2 the
 // request was wrong; 3 something else failed.

@@ -1,4 +1,4 @@
-// What was typed behind a subcommand.
+// What was typed after a subcommand.
 #ifndef CLI_ARGS_ARGUMENTS_H
 #define CLI_ARGS_ARGUMENTS_H
 
@@ -12,7 +12,7 @@
 
 namespace cli {
 
-/** The values of options, and the operand. Where something does not fit, functions raise
+/** The values of options, and the operand. If something does not fit, functions raise
  *  designer::Refusal. */
 class Arguments {
  public:
@@ -25,18 +25,18 @@ class Arguments {
   /** @return whether an option was given. */
   bool given(const Option &option) const { return values_.contains(&option); }
 
-  /** @return its only value; none when it was not given. Raises when there is not exactly one. */
+  /** @return its only value; none if it was not given. Raises unless there is exactly one. */
   std::optional<std::string> value(const Option &option) const;
 
-  /** @return its value, or the first choice when it was not given. Raises when it is not one of the
-   *  choices. */
+  /** @return its value, or the first choice if it was not given. Raises if it is not one of the
+   *          choices. */
   std::string choice(const Option &option) const;
 
-  /** @return its values, none when it was not given. Raises when it was given and there are none, or
-   *  more than it takes. */
+  /** @return its values, none if it was not given. Raises if it was given without a value, or with
+   *          more than it takes. */
   Words values(const Option &option) const;
 
-  /** @return the word before the options, where the subcommand takes one and it was given. */
+  /** @return the word before the options, if the subcommand takes one and it was given. */
   const std::optional<std::string> &operand() const { return operand_; }
 
  private:

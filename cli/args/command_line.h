@@ -17,22 +17,22 @@ namespace cli {
 struct CommandLine {
   std::string name; /**< such as "veltane design" */
   std::string description;
-  std::string_view operand; /**< what a word before the options stands for; empty: none is taken */
+  std::string_view operand; /**< what a word before the options means; empty if none is taken */
   std::vector<const Option *> options;
   std::span<const std::string_view> examples;
   std::string notes; /**< paragraphs with an empty line between them */
 };
 
-/** @return that of a subcommand, with the shared options behind its own. */
+/** @return that of a subcommand, with the shared options after its own. */
 CommandLine command_line(const Subcommand &subcommand);
 
 /** @return what --help prints. */
 std::string help(const CommandLine &line);
 
 /**
- * Reads words. Names of options may be typed with underscores; how many values an option has is
- * judged when it is asked for.
- * @return the arguments; none where the words ask for the help
+ * Reads words. Names of options may be typed with underscores; the number of values of an option is
+ * checked when it is asked for.
+ * @return the arguments; none if the words ask for help
  * Raises designer::Refusal for an unknown option, a word too many, or a switch with a value.
  */
 std::optional<Arguments> parse(const CommandLine &line, const Words &words);

@@ -1,4 +1,4 @@
-// Completion of command lines in shells, made of what the help is made of.
+// Completion of command lines in shells, made from the same tables as the help.
 #ifndef CLI_ARGS_COMPLETION_H
 #define CLI_ARGS_COMPLETION_H
 
@@ -14,8 +14,8 @@ namespace cli {
 inline constexpr std::array<std::string_view, 3> completion_shells{"bash", "zsh", "fish"};
 
 /** @param shell  one of `completion_shells`
- *  @return a script for that shell which completes subcommands, options, and values that an option
- *          chooses from; files elsewhere */
+ *  @return a script for that shell that completes subcommands, options, and the choices of an
+ *          option; file names elsewhere */
 std::string completion(std::string_view shell, std::span<const Subcommand *const> subcommands);
 
 }  // namespace cli

@@ -77,16 +77,16 @@ veltane \- design digital IIR filters
 Designs digital IIR filters with the veltane module, and shows what it published:
 zeros, poles and gain, second\-order sections, and the transfer function.
 Options may be typed with hyphens or underscores.
-A setting that is not given stays as a new box has it, which is what stands in brackets.
+A setting that is not given keeps its default, which is shown in brackets.
 .SH SUBCOMMANDS
 )" + sections +
          R"(.SH EXIT STATUS
 .TP
 .B 0
-It is done.
+Success.
 .TP
 .B 1
-The filter has a problem that was asked about, or lines of a batch failed.
+The filter has a problem, no family meets the demand, or lines of a batch failed.
 .TP
 .B 2
 The request was wrong. One sentence says what was wrong and what is allowed.

@@ -1,5 +1,4 @@
-// The manual page, in the language of troff. It is made of what the help
-// is made of.
+// The manual page, in troff, made from the same tables as the help.
 #ifndef CLI_ARGS_MANUAL_H
 #define CLI_ARGS_MANUAL_H
 

@@ -8,9 +8,8 @@
 
 namespace cli {
 
-/** @return the word that the fewest letters separate from what was typed, counted as letters added,
- *  left out, changed or exchanged with their neighbour; none where that is more than two of them, or
- *  half of the word. */
+/** @return the word closest to what was typed, by the number of letters added, left out, changed or
+ *          exchanged with their neighbour; none if that is more than two, or half of the word. */
 std::optional<std::string_view> nearest(std::string_view typed,
                                         std::span<const std::string_view> words);
 

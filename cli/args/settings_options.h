@@ -1,5 +1,5 @@
-// The options that say which filter is meant, the same for all subcommands: one for each attribute
-// of the box, and --from.
+// The options that describe the filter, the same for all subcommands: one for each attribute of the
+// box, and --from.
 #ifndef CLI_ARGS_SETTINGS_OPTIONS_H
 #define CLI_ARGS_SETTINGS_OPTIONS_H
 
@@ -11,8 +11,9 @@
 
 namespace cli {
 
-/** @return one option for each attribute, in the order in which the module declares them. They stand
- *  here so that the help needs no module; a test holds them against what it declares. */
+/** @return one option for each attribute, in the order in which the module declares them. They are
+ *          listed here so that the help needs no module; a test compares them with what it
+ *          declares. */
 Options settings_options();
 
 /** @return the attribute that such an option sets: "passband_ripple" for --passband-ripple. */

@@ -12,16 +12,17 @@ inline constexpr std::array<std::string_view, 2> format_choices{"text", "json"};
 
 inline constexpr Option format_option{.names = "--format",
                                       .value = "WORD",
-                                      .help = "How to print it: text, json [text]",
+                                      .help = "Output format: text, json [text]",
                                       .choices = format_choices};
 
 inline constexpr Option output_option{
-    .names = "-o,--output", .value = "FILE", .help = "Write it to a file, whole or not at all"};
+    .names = "-o,--output", .value = "FILE", .help = "Write to a file, either whole or not at all"};
 
 inline constexpr Option from_option{
     .names = "--from",
     .value = "FILE",
-    .help = "Take the settings of a design saved as JSON; those given beside it win"};
+    .help =
+        "Take the settings of a design saved as JSON; settings given beside it take precedence"};
 
 inline constexpr Option module_option{
     .names = "--module", .value = "FILE", .help = "The module to load [the installed one]"};

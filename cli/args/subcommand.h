@@ -17,12 +17,12 @@ namespace cli {
 
 /** What one call of a subcommand was asked for. */
 struct Request {
-  Words command; /**< "veltane" and all that was typed: what makes the result again */
+  Words command; /**< "veltane" and all that was typed: the command that makes the result again */
   std::filesystem::path module; /**< the file to load: the one named, or the installed one */
   Arguments arguments;
 };
 
-/** Which options come from elsewhere, behind a subcommand's own. */
+/** Which shared options follow a subcommand's own. */
 enum class SharedOptions {
   module,             /**< --module */
   settings_and_module /**< one for each attribute of the box, --from and --module */
@@ -34,16 +34,15 @@ struct Subcommand {
   std::string (*description)(); /**< what it does, for the help */
   Options options;              /**< its own */
   SharedOptions shared;
-  std::string_view operand = {}; /**< what a word before the options stands for; empty
-                                                   where it takes none */
+  std::string_view operand =
+      {}; /**< what a word before the options means; empty if it takes none */
   std::span<const std::string_view>
-      examples;                /**< command lines which work one after the other in an
-                                                   empty folder */
+      examples; /**< command lines that work one after the other in an empty folder */
   std::string_view notes = {}; /**< paragraphs at the end of the help */
 
   /**
-   * Does it: prints, writes files.
-   * @return 0 when it is done, 1 when the filter has a problem that was asked about
+   * Runs it: prints, writes files.
+   * @return 0 on success, 1 if the filter has a problem that was asked about
    * Raises designer::Refusal when the request was wrong (status 2), and any other exception when
    * something else failed (status 3).
    */

@@ -13,14 +13,15 @@ struct Destination {
   std::filesystem::path file;    /**< where all links lead, whether or not there is a file */
   std::optional<int> descriptor; /**< the one of this process that it stands for */
   std::optional<struct stat> old;
-  bool in_proc = false; /**< whether it is reached through /proc, another's descriptor say */
+  bool in_proc =
+      false; /**< true if it is reached through /proc, such as another process's descriptor */
 };
 
 /**
- * Follows all links, those that lead nowhere as well. /dev/stdout, /dev/fd/3 and the like stand
+ * Follows all links, including those that lead nowhere. /dev/stdout, /dev/fd/3 and the like stand
  * for descriptors even where /proc is not mounted.
- * Raises std::filesystem::filesystem_error where links go round in a circle or a folder on the
- * way may not be searched.
+ * Raises std::filesystem::filesystem_error if links form a loop, or a folder on the way may not be
+ * searched.
  */
 Destination destination(const std::filesystem::path &path);
 

@@ -44,7 +44,7 @@ std::string read_input(const std::string &file) {
     text.append(block.data(), static_cast<std::size_t>(count));
     if (text.size() > largest)
       throw designer::Refusal(
-          fmt::format("'{}' is larger than {} MiB, and no design is", file, largest >> 20U));
+          fmt::format("'{}' is larger than {} MiB, which no design is", file, largest >> 20U));
   }
 }
 

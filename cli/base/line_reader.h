@@ -15,7 +15,7 @@ struct Line {
   bool too_long = false;  /**< the text is only its beginning */
 };
 
-/** The lines of a file or of standard input. It holds one block of it. */
+/** The lines of a file or of standard input. It holds one block of the file. */
 class LineReader {
  public:
   static constexpr std::size_t longest = std::size_t{1} << 20U; /**< of a line, in bytes */

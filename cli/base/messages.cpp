@@ -13,7 +13,7 @@ namespace cli {
 bool print(std::string_view text) {
   const int error = os::write_all(STDOUT_FILENO, text);
   if (error == EPIPE) return false;
-  if (error != 0) throw std::runtime_error("standard output cannot be written to");
+  if (error != 0) throw std::runtime_error("cannot write to standard output");
   return true;
 }
 

@@ -7,13 +7,13 @@
 
 namespace cli {
 
-/** Writes to standard output. A reader that has gone away, as `head` does when it has seen
- *  enough, is not a failure: nothing more needs to be written then.
+/** Writes to standard output. A reader that has gone away, as `head` does once it has seen enough,
+ *  is not a failure: nothing more needs to be written.
  *  @return false when the reader has gone. Raises std::runtime_error when it cannot write. */
 bool print(std::string_view text);
 
-/** @return a sentence fit for a message, whatever was quoted in it: as by `text::printable`, and the
- *  middle of a very long one left out. */
+/** @return a sentence fit for a message, whatever was quoted in it: as by `text::printable`, with
+ *          the middle of a very long one left out. */
 std::string as_message(const std::string &sentence);
 
 /** Writes "veltane: ", the sentence as by `as_message`, and a newline to standard error. */

@@ -1,4 +1,4 @@
-// Writing files that are whole or not there.
+// Writing files that are either complete or unchanged.
 #ifndef CLI_BASE_OUTPUT_FILE_H
 #define CLI_BASE_OUTPUT_FILE_H
 
@@ -18,26 +18,26 @@ struct Destination;
 /**
  * A file being written. Its name appears, or the file that was there changes,
  * only when it is complete: the text goes to a file without a name in the same
- * folder, which takes its place at the end; nothing of it stays behind, however
- * the program ends. (Where the file system has no files without names, it has a
- * name that begins with ".veltane-"; a signal that can be caught removes it.)
+ * folder, which takes its place at the end; nothing is left behind, however the program ends.
+ * (Where the file system has no files without names, it has a name that begins with ".veltane-"; a
+ * signal that can be caught removes it.)
  *
  * A file that must stay the same one gets the complete text copied into it at the end: one
- * with several hard links, one whose owner another could not keep, one in a folder that
- * nothing can be made in, one that something is mounted on. What is no regular file, such as
- * a pipe or /dev/null, and a descriptor, such as /dev/stdout, is written to as it is.
+ * with several hard links, one whose owner another could not keep, one in a folder where nothing
+ * can be created, one that is a mount point. Anything that is not a regular file, such as a pipe,
+ * /dev/null, or a descriptor such as /dev/stdout, is written to directly.
  */
 class OutputFile {
  public:
-  /** Raises designer::Refusal when it is a folder or is to be in none, std::runtime_error
-   *  when nothing can be written there. */
+  /** Raises designer::Refusal if it is a folder or its folder does not exist, std::runtime_error if
+   *  nothing can be written there. */
   explicit OutputFile(const std::filesystem::path &path);
-  ~OutputFile(); /**< without `finish`: as if nothing had been written */
+  ~OutputFile(); /**< without `finish`, it is as if nothing had been written */
   OutputFile(const OutputFile &) = delete;
   OutputFile &operator=(const OutputFile &) = delete;
 
-  /** Appends. @return as `print`. Raises std::runtime_error when the disk is full, and the
-   *  like. */
+  /** Appends. @return as `print`. Raises std::runtime_error if it cannot write, such as to a full
+   *  disk. */
   bool write(std::string_view text);
 
   /** Makes it the file. Raises std::runtime_error. */

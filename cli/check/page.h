@@ -15,8 +15,8 @@ std::string check_page(const verdict::Verdict &verdict);
 /**
  * {"veltane": version, "command": [...], "sound": true or false, "title": "...",
  * "findings": [{"about", "weight", "text", "change"}, ...], "measured": {...}}: "weight" is
- * fact, note or problem, "change" is empty where nothing is to be changed. What is measured
- * and not finite is null.
+ * fact, note or problem, "change" is empty if nothing needs to change. Measured values that are not
+ * finite are null.
  */
 std::string check_document(const verdict::Verdict &verdict, const Words &command);
 

@@ -25,8 +25,8 @@ constexpr std::array<std::string_view, 2> examples{
 
 std::string description() {
   return "Checks one filter: what its settings mean, whether it is stable and reaches the levels\n"
-         "asked for, and which of its forms can be trusted. The exit status is 0 when it is sound\n"
-         "and 1 when it has a problem; each problem says what to change.\n"
+         "asked for, and which of its forms can be trusted. The exit status is 0 when the filter\n"
+         "is sound and 1 when it has a problem; each problem says what to change.\n"
          "'veltane check FILE.json [OPTIONS]' checks the coefficients of a saved design as they\n"
          "are; otherwise the settings say which filter is designed and checked.";
 }

@@ -1,4 +1,4 @@
-// How far a long piece of work is, on standard error.
+// The progress of a long piece of work, on standard error.
 #ifndef CLI_DESIGN_PROGRESS_H
 #define CLI_DESIGN_PROGRESS_H
 

@@ -28,22 +28,23 @@ constexpr std::array<std::string_view, 4> examples{
 
 std::string description() {
   return "Designs one filter: makes a box of the class veltane with these settings, bangs it, and\n"
-         "prints the dictionary that it publishes. What is not given stays as a new box has it,\n"
-         "which is what stands in brackets.";
+         "prints the dictionary that it publishes. A setting that is not given keeps its default,\n"
+         "which is shown in brackets.";
 }
 
 constexpr char notes[] =
-    "--batch reads a JSON object a line; - is standard input. It writes one JSON result a line\n"
-    "in the same order, using all processors. Settings beside it hold for the lines without\n"
-    "their own. A line that is wrong becomes {\"line\": N, \"error\": \"...\"}; the others go on.\n"
+    "--batch reads one JSON object per line; - is standard input. It writes one JSON result per\n"
+    "line, in the same order, using all processors. Settings given beside it apply to lines\n"
+    "without their own. A line that fails becomes {\"line\": N, \"error\": \"...\"}; the others\n"
+    "are still designed.\n"
     "\n"
-    "The exit status is 0 when it is done, 1 when lines of a batch failed, 2 when the\n"
-    "request was wrong, 3 when something else failed.\n";
+    "The exit status is 0 on success, 1 when lines of a batch failed, 2 when the request was\n"
+    "wrong, and 3 when something else failed.\n";
 
 int design_many(const Request &request, const std::string &lines) {
   const Arguments &arguments = request.arguments;
   if (arguments.given(format_option) && arguments.choice(format_option) != "json")
-    throw designer::Refusal("--batch writes JSON: leave --format out, or give json");
+    throw designer::Refusal("--batch writes JSON: omit --format, or give json");
   if (lines == "-" && arguments.value(from_option) == "-")
     throw designer::Refusal(
         "--batch - and --from - both read standard input: give one of them a file");

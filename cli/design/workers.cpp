@@ -30,7 +30,7 @@ constexpr std::size_t most_waiting = std::size_t{4} << 20U;
 // Batches that wait for the first one to be done, for each process.
 constexpr std::size_t most_batches = 4;
 
-// What a worker writes: a result, with its first byte to tell how it went.
+// What a worker writes: a result, whose first byte says how it went.
 constexpr char good_mark = '+';
 constexpr char bad_mark = '-';
 
@@ -85,11 +85,11 @@ void Workers::start(std::vector<Line> lines) {
 
 void Workers::launch(Batch &batch) {
   std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw failure("no pipe to a worker can be made");
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw failure("cannot make a pipe to a worker");
   const pid_t parent = getpid();
   batch.process = fork();
   if (batch.process < 0) {
-    const auto error = failure("no worker can be started");
+    const auto error = failure("cannot start a worker");
     close(ends[0]);
     close(ends[1]);
     throw error;
@@ -145,7 +145,7 @@ void Workers::read_from(Batch &batch) {
   ssize_t count = -1;
   do count = read(batch.pipe, block.data(), block.size());
   while (count < 0 && errno == EINTR);
-  if (count < 0) throw failure("a worker cannot be read from");
+  if (count < 0) throw failure("cannot read from a worker");
   if (count > 0)
     batch.arrived.append(block.data(), static_cast<std::size_t>(count));
   else
@@ -160,7 +160,7 @@ void Workers::end(Batch &batch) {
   const std::chrono::duration<double> took = Clock::now() - batch.started;
   const double each = std::max(took.count() / static_cast<double>(batch.lines.size()), 1e-6);
   const double wanted = std::min(seconds_of_work / each, static_cast<double>(most_lines));
-  // By no more than four times at once: the next lines may be slower.
+  // By no more than a factor of four at a time: the next lines may be slower.
   size_ = std::clamp<std::size_t>(static_cast<std::size_t>(wanted), 1, size_ * 4);
 }
 
@@ -179,7 +179,7 @@ void Workers::use_arrived(Batch &batch, const std::function<void(const Result &)
 void Workers::collect(const std::function<void(const Result &)> &use) {
   std::vector<pollfd> ready = waiting();
   if (!ready.empty() && poll(ready.data(), ready.size(), 0) < 0 && errno != EINTR)
-    throw failure("workers cannot be waited for");
+    throw failure("cannot wait for workers");
   for (const pollfd &one : ready)
     if (one.revents != 0)
       read_from(*std::find_if(batches_.begin(), batches_.end(),
@@ -190,8 +190,8 @@ void Workers::collect(const std::function<void(const Result &)> &use) {
     if (first.pipe >= 0) return;
     if (first.done < first.lines.size()) {
       if (had_no_memory(first.status)) throw std::bad_alloc();
-      // The process may have had results that it had not written yet: only one that
-      // writes each at once tells which line ended it.
+      // The process may have had results that it had not written yet: only one that writes each at
+      // once shows which line ended it.
       if (first.careful) use(loss_(first.lines[first.done++], ending(first.status)));
       first.careful = true;
       first.arrived.clear();

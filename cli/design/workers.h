@@ -1,9 +1,9 @@
 // Work on lines in several processes, with its results in the order of the lines.
 //
-// The host keeps its state in its process, so that two hosts cannot live side by
-// side in threads. A worker is a copy of this process, made with its lines already
-// in memory; it writes its results into a pipe and ends. Whatever it has used goes with it,
-// and a line that ends its process costs that line only.
+// The host keeps its state in its process, so two hosts cannot run side by side in threads. A
+// worker is a copy of this process, made with its lines already in memory; it writes its results
+// into a pipe and ends. Whatever it has used goes with it, and a line that ends its process costs
+// that line only.
 #ifndef CLI_DESIGN_WORKERS_H
 #define CLI_DESIGN_WORKERS_H
 
@@ -44,7 +44,7 @@ class Workers {
    *  keep it at work for about 50 ms, and none while all are at work. */
   std::size_t room() const;
 
-  /** @return whether no result is to come. */
+  /** @return true if no more results will come. */
   bool idle() const { return batches_.empty(); }
 
   /** Starts a process for these lines. Raises std::runtime_error. */

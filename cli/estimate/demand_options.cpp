@@ -63,7 +63,7 @@ void check_edges(const Option &option, const std::vector<double> &edges,
                       nyquist, unit));
   if (edges.size() == 2 && edges[0] >= edges[1])
     throw designer::Refusal(fmt::format(
-        "{} {}: {}, and the lower one comes first", name, joined(edges),
+        "{} {}: {}; the lower one comes first", name, joined(edges),
         edges[0] == edges[1] ? "the edges are equal" : "the edges are in reverse order"));
 }
 
@@ -94,10 +94,10 @@ void check_room(const std::vector<double> &pass, const std::vector<double> &stop
 void check_levels(double ripple, double attenuation) {
   if (!(ripple >= least_ripple))
     throw designer::Refusal(fmt::format(
-        "--ripple {}: the passband loses more than 0 dB, {} dB or more", ripple, least_ripple));
+        "--ripple {}: the loss in the passband must be at least {} dB", ripple, least_ripple));
   if (!(attenuation > ripple))
     throw designer::Refusal(
-        fmt::format("--attenuation {} and --ripple {}: the stopband loses more than the "
+        fmt::format("--attenuation {} and --ripple {}: the stopband must lose more than the "
                     "passband",
                     attenuation, ripple));
   if (attenuation > most_attenuation)
@@ -109,8 +109,8 @@ double samplerate_in(const Arguments &arguments) {
   const std::string text = arguments.value(samplerate_option).value_or("48000");
   const double samplerate = number(samplerate_option, text);
   if (!(samplerate >= 1 && samplerate <= most_samplerate && samplerate == std::floor(samplerate)))
-    throw designer::Refusal(fmt::format("--samplerate is a whole number of Hz from 1 to {}, not {}",
-                                        most_samplerate, text));
+    throw designer::Refusal(fmt::format(
+        "--samplerate takes a whole number of Hz from 1 to {}, not {}", most_samplerate, text));
   return samplerate;
 }
 

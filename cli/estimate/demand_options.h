@@ -1,4 +1,4 @@
-// The options that say what a filter has to do.
+// The options that describe what a filter has to do.
 #ifndef CLI_ESTIMATE_DEMAND_OPTIONS_H
 #define CLI_ESTIMATE_DEMAND_OPTIONS_H
 
@@ -30,15 +30,15 @@ inline constexpr Option stopband_option{
     .names = "--stopband",
     .value = "NUMBER [NUMBER]",
     .help =
-        "Edge of the stopband in --units; as many. Which response is meant follows from the edges",
+        "Edge of the stopband in --units; as many as for the passband. The edges fix the "
+        "response",
     .most = 2};
 inline constexpr Option ripple_option{
-    .names = "--ripple", .value = "NUMBER", .help = "The most that the passband may lose, in dB"};
-inline constexpr Option attenuation_option{.names = "--attenuation",
-                                           .value = "NUMBER",
-                                           .help = "The least that the stopband must lose, in dB"};
+    .names = "--ripple", .value = "NUMBER", .help = "The maximum loss in the passband, in dB"};
+inline constexpr Option attenuation_option{
+    .names = "--attenuation", .value = "NUMBER", .help = "The minimum loss in the stopband, in dB"};
 inline constexpr Option samplerate_option{
-    .names = "--samplerate", .value = "NUMBER", .help = "The sample rate, whole Hz [48000]"};
+    .names = "--samplerate", .value = "NUMBER", .help = "The sample rate in whole Hz [48000]"};
 inline constexpr Option units_option{
     .names = "--units",
     .value = "WORD",

@@ -18,7 +18,7 @@ std::string estimate_page(const TypedDemand &demand,
  * {"veltane": version, "command": [...], "response", "units", "samplerate", "passband", "stopband",
  * "ripple", "attenuation", "families": [{"family", "possible", "reason", "order", "exact_order",
  * "poles", "cutoffs", "ripple", "attenuation", "design"}, ...]}: "design" is the command that makes
- * the filter; what was not found is missing.
+ * the filter; keys without a result are missing.
  */
 std::string estimate_document(const TypedDemand &demand,
                               const std::vector<designer::Candidate> &candidates,

@@ -24,7 +24,7 @@ std::string description() {
   return "Finds the least order of each family that meets a demand, designs that filter,\n"
          "and says what it reaches, with the command that makes it. One edge each for a lowpass\n"
          "or highpass, two each for a bandpass or bandstop. The exit status is 1 when no family\n"
-         "can do it.";
+         "meets it.";
 }
 
 int run(const Request &request) {

@@ -22,7 +22,8 @@ constexpr Option target_option{
 constexpr Option file_option{
     .names = "-o,--output",
     .value = "FILE",
-    .help = "Write it to a file, whole or not at all; its name is what the filter is called in it"};
+    .help =
+        "Write to a file, either whole or not at all; the filter in it is named after the file"};
 constexpr Option normalise_option{
     .names = "--normalise",
     .help =
@@ -45,8 +46,8 @@ std::string description() {
   std::string text =
       "Designs one filter and writes its second-order sections in the layout of another program.\n"
       "A comment in the file holds the equation, the sign of the feedback terms, the sample rate\n"
-      "and the command that makes it again. Numbers have 17 significant digits, those of\n"
-      "targets with floats have 9.\n\nTargets:\n";
+      "and the command that makes it again. Numbers have 17 significant digits, or 9\n"
+      "for targets with floats.\n\nTargets:\n";
   for (const layouts::Target &target : layouts::targets())
     text += fmt::format("  {:<19}{}\n", target.name, target.summary);
   return text;
@@ -69,7 +70,7 @@ void warn_of(const std::vector<std::string> &remarks) {
 int run(const Request &request) {
   const Arguments &arguments = request.arguments;
   const auto name = arguments.value(target_option);
-  if (!name) throw designer::Refusal("veltane export needs --for TARGET; --help lists them");
+  if (!name) throw designer::Refusal("veltane export needs --for TARGET; --help lists the targets");
   const layouts::Target &target = layouts::target_named(*name);
   const layouts::Request wanted = layout_request(request);
   layouts::check(wanted, target);

@@ -1,4 +1,4 @@
-// The options that say what a picture looks like.
+// The options that determine what a picture looks like.
 #ifndef CLI_PLOT_FIGURE_OPTIONS_H
 #define CLI_PLOT_FIGURE_OPTIONS_H
 
@@ -19,24 +19,26 @@ inline constexpr Option compare_option{
     .names = "--compare",
     .value = "FILE...",
     .help =
-        "Draw designs saved as JSON as well, up to 6 filters in all; only these where no "
-        "setting is given beside them",
+        "Also draw designs saved as JSON, up to 6 filters in all; only these if no setting is "
+        "given beside them",
     .most = Option::any_number};
 inline constexpr Option title_option{
     .names = "--title",
     .value = "TEXT",
-    .help = "The line over the picture [the settings of the filter]"};
+    .help = "The title of the picture [the settings of the filter]"};
 inline constexpr Option range_option{
     .names = "--range",
     .value = "NUMBER NUMBER",
     .help =
-        "The frequencies that the level is drawn for, in Hz [from a tenth of the cutoff or "
-        "lower, to half the sample rate]",
+        "The frequency range of the level, in Hz [from a tenth of the cutoff or lower, to half "
+        "the sample rate]",
     .most = 2};
 inline constexpr Option floor_option{
     .names = "--floor",
     .value = "NUMBER",
-    .help = "The lowest level drawn, in dB [-120, for chebyshev-2 1/4 below its attenuation]"};
+    .help =
+        "The lowest level drawn, in dB [-120; for chebyshev-2, 5/4 of its attenuation below the "
+        "peak]"};
 inline constexpr Option width_option{.names = "--width",
                                      .value = "NUMBER",
                                      .help = "The picture's width in pixels: 500 to 4000 [1000]"};

@@ -36,9 +36,8 @@ constexpr std::array<std::string_view, 2> examples{
 std::string description() {
   return "Draws one filter, or several over one another: the level, the passband enlarged, phase,\n"
          "group delay, zeros and poles. Cutoffs, the -3 dB points, and the ripple or attenuation\n"
-         "that was asked for are drawn in. It needs gnuplot. Settings that are not given stay as "
-         "a\n"
-         "new box has them, which is what stands in brackets.";
+         "asked for are marked. It needs gnuplot. A setting that is not given keeps its default,\n"
+         "which is shown in brackets.";
 }
 
 std::string lower_case(std::string text) {
@@ -78,7 +77,7 @@ pictures::DrawnFilter saved(designer::Designer &designer, const std::string &fil
   const designer::SavedDesign stored = designer::parse_saved_design(read_input(file), what);
   if (stored.dictionary.empty())
     throw designer::Refusal(what +
-                            " has settings and no filter; 'veltane design --format json -o FILE' "
+                            " has settings but no filter; 'veltane design --format json -o FILE' "
                             "saves both");
   const designer::Design design = designer::opened(designer, stored, what);
   for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));

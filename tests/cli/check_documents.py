@@ -39,7 +39,7 @@ NUMBER = re.compile(r"(?<![\w.])-?\d+(?:\.\d+)?(?:e[+-]?\d+)?")
 
 
 def same(printed, shown):
-    """Whether two texts agree but for the last digits of their numbers."""
+    """Whether two texts agree apart from the last digits of their numbers."""
     def skeleton(text):
         return re.sub(r" +", " ", NUMBER.sub("#", text))
 

@@ -15,7 +15,7 @@ std::string repeated(const std::string &text, int count) {
   return out;
 }
 
-// Whatever stands in a file that is to be a saved design.
+// Whatever a file given as a saved design holds.
 struct BadFile {
   const char *what;
   std::string text;
@@ -86,9 +86,9 @@ const std::vector<BadFile> &bad_settings() {
       {"a key with a newline", "{\"a\\nb\": 4}", "there is no setting 'a"},
       {"a key twice in two spellings", "{\"tf-output\": 1, \"tf_output\": 0}",
        "has 'tf_output' twice"},
-      {"null for a value", "{\"order\": null}", "order is a number, a text, true or false"},
-      {"an object for a value", "{\"order\": {}}", "order is a number, a text, true or false"},
-      {"a list in a list", "{\"frequency\": [[1]]}", "frequency is a number"},
+      {"null for a value", "{\"order\": null}", "order takes a number, a text, true or false"},
+      {"an object for a value", "{\"order\": {}}", "order takes a number, a text, true or false"},
+      {"a list in a list", "{\"frequency\": [[1]]}", "frequency takes a number"},
       {"no value", "{\"frequency\": []}", "frequency takes one or two values, and 0 were given"},
       {"three cutoffs", "{\"frequency\": [1, 2, 3]}", "and 3 were given"},
       {"a list for one value", "{\"order\": [4, 5]}", "order takes one value, and 2 were given"},

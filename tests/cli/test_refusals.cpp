@@ -57,7 +57,7 @@ TEST(Refusal, IsOnStandardErrorWithStatusTwo) {
 TEST(RefusalsOfTheSystem, AFullDiskIsStatusThree) {
   const Outcome outcome = run(std::string(VELTANE_COMMAND) + " design >/dev/full");
   EXPECT_EQ(outcome.status, 3);
-  EXPECT_EQ(outcome.err, "veltane: standard output cannot be written to\n");
+  EXPECT_EQ(outcome.err, "veltane: cannot write to standard output\n");
 }
 
 TEST(RefusalsOfTheSystem, AMissingModuleIsNamed) {

@@ -1,4 +1,4 @@
-// The options of settings, which stand in a table, against what the module declares.
+// The table of the options of settings, against what the module declares.
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>

@@ -256,7 +256,7 @@ TEST_F(OutputPlaces, AReaderThatHasSeenEnoughIsNoFailure) {
 TEST_F(OutputPlaces, StandardOutputThatIsFullIsStatusThree) {
   const Outcome outcome = veltane("design >/dev/full");
   EXPECT_EQ(outcome.status, 3);
-  EXPECT_EQ(outcome.err, "veltane: standard output cannot be written to\n");
+  EXPECT_EQ(outcome.err, "veltane: cannot write to standard output\n");
 }
 
 TEST_F(OutputPlaces, StandardInputIsReadForOneThingOnly) {

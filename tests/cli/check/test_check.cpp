@@ -78,9 +78,9 @@ TEST(Check, RadiansAreAProblemWithAWayOut) {
   EXPECT_EQ(verdict.problems(), std::set<std::string>{"units"});
   const std::string said = verdict.said("units", "problem");
   const std::string change = said.substr(said.find("--units"));
-  const Checked mended = checked(change.substr(0, change.find(',')));
-  EXPECT_EQ(mended.status, 0);
-  EXPECT_NEAR(mended.document["measured"]["cutoffs_hz"][0].get<double>(),
+  const Checked fixed = checked(change.substr(0, change.find(',')));
+  EXPECT_EQ(fixed.status, 0);
+  EXPECT_NEAR(fixed.document["measured"]["cutoffs_hz"][0].get<double>(),
               0.5 * 48000 / (2 * std::numbers::pi), 1e-4);
   EXPECT_THAT(checked("--units radians --frequency 3000").said("units", "problem"),
               HasSubstr("--units hertz"));

@@ -163,13 +163,13 @@ TEST_F(Batch, ATerminalIsToldHowFarItIs) {
   const Outcome outcome = run("script -qec 'sh " + file + "' /dev/null");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, MatchesRegex("\r[12] lines, [0-9]+ a second +(\r.*)?\r?\n"));
-  EXPECT_EQ(run("sh " + file).err, "") << "nobody is told where there is no terminal";
+  EXPECT_EQ(run("sh " + file).err, "") << "no progress is shown without a terminal";
 }
 
 TEST_F(Batch, PrintsJsonOnly) {
   const Outcome outcome = veltane("design --format text --batch " + write("lines", "{}"));
   EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.err, "veltane: --batch writes JSON: leave --format out, or give json\n");
+  EXPECT_EQ(outcome.err, "veltane: --batch writes JSON: omit --format, or give json\n");
 }
 
 TEST(Workers, AProcessThatEndsCostsItsLineOnly) {

@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"estimate --passband 1 2 --stopband 3 --ripple 1 --attenuation 60",
                 "one edge each"},
         Refused{"estimate --passband 1 --stopband 2 --ripple 60 --attenuation 60",
-                "loses more than"},
+                "must lose more than"},
         Refused{"estimate --passband 1 --stopband 2 --ripple 0 --attenuation 60", "--ripple 0"},
         Refused{"estimate --passband 1 --stopband 2 --ripple -1 --attenuation 60", "--ripple -1"},
         Refused{"estimate --passband 1 --stopband 2 --ripple 1 --attenuation 1e4",

@@ -171,7 +171,8 @@ TEST(EstimateImpossible, OrdersAboveTheHighestAreNamed) {
   const std::string narrow = "estimate --passband 1000 --stopband 1001 --ripple 1 --attenuation 60";
   const Outcome some = veltane(narrow);
   EXPECT_EQ(some.status, 0) << "two families can do it";
-  EXPECT_THAT(some.out, HasSubstr("butterworth  not possible: it takes order 7566, and 200 is"));
+  EXPECT_THAT(some.out,
+              HasSubstr("butterworth  not possible: it takes order 7566; the highest is 200"));
   EXPECT_THAT(some.out, testing::Not(HasSubstr("--topology butterworth")));
   const Outcome none =
       veltane("estimate --passband 1000 --stopband 1000.001 --ripple 1 --attenuation 60");
@@ -185,7 +186,7 @@ TEST(EstimateImpossible, LevelsAndGainsThatAFamilyCannotHaveAreNamed) {
       testing::AllOf(HasSubstr("chebyshev-1  not possible: its ripple is 0.1 dB or more"),
                      HasSubstr("chebyshev-2  not possible: its attenuation is 240 dB or")));
   EXPECT_THAT(veltane("estimate --passband 20 --stopband 22 --ripple 1 --attenuation 100").out,
-              HasSubstr("its gain is too small for a number"));
+              HasSubstr("its gain is too small for a double"));
 }
 
 TEST(EstimateLimits, HaveTwoSides) {
@@ -196,7 +197,7 @@ TEST(EstimateLimits, HaveTwoSides) {
     const Outcome outcome =
         estimate((std::string("--ripple ") + ripple + " --attenuation 60").c_str());
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_THAT(outcome.err, HasSubstr("the passband loses more than 0 dB, 1e-06 dB or more"));
+    EXPECT_THAT(outcome.err, HasSubstr("the loss in the passband must be at least 1e-06 dB"));
   }
   EXPECT_EQ(estimate("--ripple 1 --attenuation 1000").status, 0);
   EXPECT_EQ(estimate("--ripple 1 --attenuation 1000.1").status, 2);

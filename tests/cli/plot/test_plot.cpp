@@ -20,7 +20,7 @@ class PlotCommand : public testing::Test {
  protected:
   std::string path(const std::string &name) const { return (folder_ / name).string(); }
 
-  // @param before  what stands before the command, such as variables
+  // @param before  what precedes the command, such as variables
   Outcome plot(const std::string &arguments, const std::string &before = "") const {
     return run("cd " + folder_.path().string() + " && " + before + " " VELTANE_COMMAND " plot " +
                arguments);
@@ -336,7 +336,7 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
       {"-o a.svg --compare", "--compare takes at least one value"},
       {"-o a.svg --compare missing.json", "'missing.json' cannot be read"},
       {"-o a.svg --compare broken.json", "'broken.json' is not JSON"},
-      {"-o a.svg --compare settings.json", "'settings.json' has settings and no filter"},
+      {"-o a.svg --compare settings.json", "'settings.json' has settings but no filter"},
       {"-o a.svg --compare rootless.json", "'rootless.json' has neither zeros and poles nor"},
       {"-o a.svg --compare strange.json",
        "settings for a lowpass and the coefficients of a sideways"},
