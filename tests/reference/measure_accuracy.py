@@ -3,7 +3,7 @@
 
 Each design is run through the command `veltane`, so what is measured is what
 the module publishes. Prints a table, the worst of all cutoffs for each family,
-response and order; what could not be had, or is no number, counts as infinite:
+response and order; what is missing, or is not a number, counts as infinite:
 
   poles     largest distance from the true pole; a true double pole, which no
             double can hold apart, is compared by the mean of the two
