@@ -55,7 +55,7 @@ def main():
                         help="measure the batch only; with --write, put that into the document")
     arguments = parser.parse_args()
     if arguments.quick and (arguments.write or arguments.again):
-        parser.error("a quick run is no measurement: give --quick, or --write and --again")
+        parser.error("a quick run is not a measurement: give --quick, or --write and --again")
     if arguments.batch and (arguments.quick or arguments.again):
         parser.error("--batch goes with --write only")
 

@@ -85,7 +85,7 @@ def problems_of(repository):
                 where = file.relative_to(repository)
                 target = target_of(file, include, repository, allowed)
                 if target is None:
-                    found.append(f'{where} includes "{include}", which is not there')
+                    found.append(f'{where} includes "{include}", which does not exist')
                     continue
                 other = room_of(target.relative_to(repository), allowed)
                 used.add((room, other))

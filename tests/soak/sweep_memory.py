@@ -58,7 +58,7 @@ TARGETS = ("scipy octave c c-float cpp cpp-float cmsis webaudio webaudio-section
 
 
 def cases():
-    """Pairs of a name and a command line. `new` is no file yet, `old` is one already."""
+    """Pairs of a name and a command line. `new` is not a file yet, `old` already is."""
     yield "help", "--help"
     yield "manual", "--man"
     yield "version", "--version"
