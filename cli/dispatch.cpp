@@ -76,8 +76,9 @@ const Subcommand &subcommand_named(const std::string &name) {
     return subcommand->name == name;
   });
   if (found != table.end()) return **found;
-  std::vector<std::string_view> names;
-  for (const Subcommand *subcommand : table) names.push_back(subcommand->name);
+  std::vector<std::string_view> names(table.size());
+  std::transform(table.begin(), table.end(), names.begin(),
+                 [](const Subcommand *subcommand) { return subcommand->name; });
   if (const auto near = nearest(name, names))
     throw designer::Refusal(fmt::format("unknown subcommand '{}'; did you mean {}?", name, *near));
   throw designer::Refusal(

@@ -30,7 +30,7 @@ std::optional<std::string> Arguments::value(const Option &option) const {
 }
 
 std::string Arguments::choice(const Option &option) const {
-  const std::string chosen = value(option).value_or(std::string(option.choices.front()));
+  std::string chosen = value(option).value_or(std::string(option.choices.front()));
   if (std::find(option.choices.begin(), option.choices.end(), chosen) == option.choices.end())
     throw designer::Refusal(fmt::format("{} is {}, not '{}'", option.name(),
                                         fmt::join(option.choices, " or "), chosen));

@@ -1,5 +1,6 @@
 #include "estimate/demand_options.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 #include <string>
@@ -115,8 +116,9 @@ double samplerate_in(const Arguments &arguments) {
 }
 
 std::vector<double> scaled(const std::vector<double> &edges, double nyquist) {
-  std::vector<double> fractions;
-  for (const double edge : edges) fractions.push_back(edge / nyquist);
+  std::vector<double> fractions(edges.size());
+  std::transform(edges.begin(), edges.end(), fractions.begin(),
+                 [&](double edge) { return edge / nyquist; });
   return fractions;
 }
 

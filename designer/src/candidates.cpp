@@ -131,6 +131,7 @@ std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand)
   const Limits limits{designer.range("order"), designer.range("passband_ripple"),
                       designer.range("stopband_attenuation")};
   std::vector<Candidate> found;
+  found.reserve(all_families.size());
   for (const Family family : all_families)
     found.push_back(candidate(designer, demand, limits, family));
   return found;
