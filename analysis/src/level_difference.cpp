@@ -13,8 +13,9 @@ namespace {
 template <class Trusted, class Other>
 LevelDifference largest(const Trusted &trusted, const Other &other, double floor_db) {
   const std::vector<double> at = grid(trusted, {0.0, 1.0});
-  std::vector<double> levels;
-  for (const double w : at) levels.push_back(level_db(trusted, w));
+  std::vector<double> levels(at.size());
+  std::transform(at.begin(), at.end(), levels.begin(),
+                 [&](double w) { return level_db(trusted, w); });
   const double floor = *std::max_element(levels.begin(), levels.end()) - floor_db;
 
   LevelDifference found{0.0, 0.0};

@@ -176,9 +176,10 @@ Series::Series(Components parts) : parts_(std::move(parts)) {
   double *next = numbers_.data();
   for (std::size_t k = 0; k < count; ++k) {
     const int32_t n = parts_.begins[k + 1] - parts_.begins[k];
-    double *const b = next + n * n;
-    sections_.push_back({n, &parts_.states[at(parts_.begins[k])], next, b, b + n, b + 2 * n});
-    next = b + 2 * n + 1;
+    const std::ptrdiff_t row = n;
+    double *const b = next + row * row;
+    sections_.push_back({n, &parts_.states[at(parts_.begins[k])], next, b, b + row, b + 2 * row});
+    next = b + 2 * row + 1;
   }
 }
 

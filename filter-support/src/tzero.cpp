@@ -75,7 +75,7 @@ bool is_short(double pivot, const t_complex64list &x) {
 // maps the last row of T onto its last axis.
 void reflect(_matrix64 *t, _matrix64 *s, double tol) {
   const int32_t n = t->cols - 1;
-  const double *last_row = &t->data[n * t->cols];
+  const double *last_row = t->data + static_cast<std::ptrdiff_t>(n) * t->cols;
   t_complex64list x(last_row, last_row + t->cols);
   if (is_short(x.back().real(), x)) std::transform(x.begin(), x.end(), x.begin(), std::negate<>());
   double beta = 0.0;
@@ -108,8 +108,8 @@ void reflect(_matrix64 *t, _matrix64 *s, double tol) {
 
 void leading_block(_matrix64 *block, const _matrix64 *matrix, int32_t q) {
   matrix64_resize(block, q, q);
-  for (int32_t row = 0; row < q; ++row)
-    std::copy_n(&matrix->data[row * matrix->cols], q, &block->data[row * q]);
+  for (std::ptrdiff_t row = 0; row < q; ++row)
+    std::copy_n(matrix->data + row * matrix->cols, q, block->data + row * q);
 }
 
 // The zeros as eigenvalues of the pencil: reduced by a reflection to (Af, Bf) of the

@@ -64,13 +64,13 @@ std::byte *field(const Instance &x, t_long offset) {
 
 template <typename T>
 void put(const Instance &x, t_long offset, T value) {
-  std::memcpy(field(x, offset), &value, sizeof value);
+  std::memcpy(field(x, offset), &value, sizeof(T));
 }
 
 template <typename T>
 T take(const Instance &x, t_long offset) {
   T value;
-  std::memcpy(&value, field(x, offset), sizeof value);
+  std::memcpy(&value, field(x, offset), sizeof(T));
   return value;
 }
 

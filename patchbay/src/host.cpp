@@ -56,6 +56,7 @@ Instance &instance_of(State &s, Box box) {
 template <typename List>
 std::string names(const List &list) {
   std::vector<std::string> texts;
+  texts.reserve(list.size());
   for (const auto *item : list) texts.push_back(as_text(item->name));
   return fmt::format("{}", fmt::join(texts, ", "));
 }

@@ -116,6 +116,7 @@ std::vector<std::string> Ledger::leaks() const {
   std::sort(left.begin(), left.end(),
             [](const Entry *a, const Entry *b) { return a->serial < b->serial; });
   std::vector<std::string> texts;
+  texts.reserve(left.size());
   for (const Entry *entry : left) texts.push_back(describe(*entry));
   return texts;
 }

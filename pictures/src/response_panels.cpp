@@ -43,6 +43,7 @@ template <class MakeCurve>
 std::vector<Curve> curves_of(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
                              const MakeCurve &make_curve) {
   std::vector<Curve> curves;
+  curves.reserve(filters.size());
   for (const DrawnFilter &filter : filters) curves.push_back(make_curve(filter, frequencies));
   return curves;
 }

@@ -70,12 +70,12 @@ ZPlaneView::ZPlaneView(const Square &square) : square_(square) {
 }
 
 Curve ZPlaneView::unit_circle() const {
-  constexpr int steps = 360;
+  constexpr int half_turn = 180;  // steps
   const double middle = std::arg(square_.centre);
   const double reach = std::min(std::numbers::pi, 4 * square_.half);
   Curve arc;
-  for (int i = -steps / 2; i <= steps / 2; ++i) {
-    const double angle = middle + reach * i / (steps / 2);
+  for (int i = -half_turn; i <= half_turn; ++i) {
+    const double angle = middle + reach * i / half_turn;
     const Complex at = seen(std::polar(1.0, angle));
     arc.add(at.real(), at.imag());
   }

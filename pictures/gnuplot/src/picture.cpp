@@ -56,7 +56,7 @@ std::string script(const Figure &figure, const PictureType &type) {
 }
 
 std::string picture(const Figure &figure, const PictureType &type, const std::string &command) {
-  const std::string drawn = described(run(script(figure, type)), {figure.title, command});
+  std::string drawn = described(run(script(figure, type)), {figure.title, command});
   if (type.format == Format::png) return drawn;
   return resized(drawn, {type.width, height(figure, type)});
 }

@@ -82,7 +82,7 @@ void Script::upright(const Place &place, const std::string &text) {
 void Script::line(const std::string &command) { commands_ += command + '\n'; }
 
 std::string Script::block(const pictures::Curve &curve) {
-  const std::string name = fmt::format("$d{}", block_count_++);
+  std::string name = fmt::format("$d{}", block_count_++);
   blocks_ += name + " << EOD\n";
   for (std::size_t i = 0; i < curve.x.size(); ++i)
     blocks_ +=
