@@ -1,8 +1,8 @@
 // The command `veltane`: reads arguments, runs a subcommand, reports how it
 // went.
 //
-// Exit status: 0 done; 1 the filter has a problem that was asked about; 2 the
-// request was wrong; 3 something else failed.
+// Exit status: 0 done; 1 the filter has a problem, no family meets the demand, or lines of a
+// batch failed; 2 the request was wrong; 3 something else failed.
 
 #include <csignal>
 #include <exception>
