@@ -33,7 +33,7 @@ constexpr Option completion_option{
     .names = "--completion",
     .value = "SHELL",
     .help =
-        "Print the completion script for a shell: bash, zsh, fish; for example "
+        "Print the completion script for a shell: bash, fish; for example "
         "'source <(veltane --completion bash)'",
     .choices = completion_shells};
 

@@ -65,11 +65,14 @@ complete -o default -F _veltane veltane
 )";
 }
 
-// In single quotes, where a shell takes all but these as it is.
-std::string quoted(std::string_view help, char quote) {
-  std::string out;
-  for (const char c : help) out += c == quote ? std::string("\\") + c : std::string(1, c);
-  return out;
+// As fish takes a text: in single quotes, in which two characters are escaped.
+std::string quoted(std::string_view text) {
+  std::string out = "'";
+  for (const char c : text) {
+    if (c == '\'' || c == '\\') out += '\\';
+    out += c;
+  }
+  return out + '\'';
 }
 
 std::string fish(std::span<const Subcommand *const> subcommands) {
@@ -80,8 +83,8 @@ std::string fish(std::span<const Subcommand *const> subcommands) {
   text += fmt::format("complete -c veltane -n __fish_use_subcommand -l completion -x -a '{}'\n",
                       fmt::join(completion_shells, " "));
   for (const Subcommand *subcommand : subcommands) {
-    text += fmt::format("complete -c veltane -n __fish_use_subcommand -f -a {} -d '{}'\n",
-                        subcommand->name, quoted(subcommand->summary, '\''));
+    text += fmt::format("complete -c veltane -n __fish_use_subcommand -f -a {} -d {}\n",
+                        subcommand->name, quoted(subcommand->summary));
     for (const Option *option : all_options(*subcommand)) {
       text +=
           fmt::format("complete -c veltane -n '__fish_seen_subcommand_from {}'", subcommand->name);
@@ -92,7 +95,7 @@ std::string fish(std::span<const Subcommand *const> subcommands) {
         text += fmt::format(" -x -a '{}'", fmt::join(option->choices, " "));
       else if (!option->is_switch())
         text += " -r";
-      text += fmt::format(" -d '{}'\n", quoted(option->help, '\''));
+      text += fmt::format(" -d {}\n", quoted(option->help));
     }
   }
   return text;
@@ -101,9 +104,7 @@ std::string fish(std::span<const Subcommand *const> subcommands) {
 }  // namespace
 
 std::string completion(std::string_view shell, std::span<const Subcommand *const> subcommands) {
-  if (shell == "fish") return fish(subcommands);
-  const std::string text = bash(subcommands);
-  return shell == "bash" ? text : "autoload -U +X bashcompinit && bashcompinit\n" + text;
+  return shell == "fish" ? fish(subcommands) : bash(subcommands);
 }
 
 }  // namespace cli

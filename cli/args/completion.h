@@ -11,7 +11,7 @@
 
 namespace cli {
 
-inline constexpr std::array<std::string_view, 3> completion_shells{"bash", "zsh", "fish"};
+inline constexpr std::array<std::string_view, 2> completion_shells{"bash", "fish"};
 
 /** @param shell  one of `completion_shells`
  *  @return a script for that shell that completes subcommands, options, and the choices of an

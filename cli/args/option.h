@@ -18,7 +18,7 @@ struct Option {
   std::string_view help;       /**< what it does, its choices, range and unit */
   std::size_t most = 1;        /**< how many values it takes; those of a switch are not counted */
   std::span<const std::string_view> choices =
-      {}; /**< the values it takes, the default first; empty if it takes any other */
+      {}; /**< the values it takes; empty if it takes any other */
 
   /** As many values as are given. */
   static constexpr std::size_t any_number = static_cast<std::size_t>(-1);

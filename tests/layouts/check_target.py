@@ -42,10 +42,10 @@ CASES = [
 def program_of(name):
     """The module of targets/NAME.py. The folder is not a place to import from: some targets are
     called like modules of Python."""
-    specification = importlib.util.spec_from_file_location(
+    found = importlib.util.spec_from_file_location(
         f"target_{name}", programs.TARGETS / f"{name}.py")
-    module = importlib.util.module_from_spec(specification)
-    specification.loader.exec_module(module)
+    module = importlib.util.module_from_spec(found)
+    found.loader.exec_module(module)
     return module
 
 
