@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <cstddef>
 #include <limits>
+#include <span>
 
 #include <fmt/format.h>
 
@@ -64,13 +65,15 @@ std::byte *field(const Instance &x, t_long offset) {
 
 template <typename T>
 void put(const Instance &x, t_long offset, T value) {
-  std::memcpy(field(x, offset), &value, sizeof(T));
+  const auto bytes = std::as_bytes(std::span(&value, 1));
+  std::copy(bytes.begin(), bytes.end(), field(x, offset));
 }
 
 template <typename T>
 T take(const Instance &x, t_long offset) {
   T value;
-  std::memcpy(&value, field(x, offset), sizeof(T));
+  const auto bytes = std::as_writable_bytes(std::span(&value, 1));
+  std::copy_n(field(x, offset), bytes.size(), bytes.begin());
   return value;
 }
 
