@@ -5,10 +5,9 @@
 
 #include <fmt/format.h>
 
+#include "args/saved_file.h"
 #include "args/shared_options.h"
-#include "base/input_file.h"
 #include "designer/refusal.h"
-#include "designer/saved_design.h"
 
 namespace cli {
 namespace {
@@ -93,8 +92,7 @@ designer::Settings typed_settings(const Arguments &arguments) {
 
 designer::Settings requested_settings(const Arguments &arguments) {
   designer::Settings saved;
-  if (const auto file = arguments.value(from_option))
-    saved = designer::parse_saved_design(read_input(*file), fmt::format("'{}'", *file)).settings;
+  if (const auto file = arguments.value(from_option)) saved = read_saved_design(*file).settings;
   for (const designer::Setting &setting : saved)
     if (std::none_of(table.begin(), table.end(),
                      [&](const Option *option) { return attribute_of(*option) == setting.name; }))

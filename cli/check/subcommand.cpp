@@ -5,10 +5,10 @@
 
 #include <fmt/format.h>
 
+#include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
-#include "base/input_file.h"
 #include "base/output_file.h"
 #include "check/page.h"
 #include "designer/refusal.h"
@@ -37,8 +37,8 @@ verdict::FilterUnderTest saved(const Request &request, const std::string &file) 
         fmt::format("the coefficients in '{}' are checked as they are; settings go with --from {}, "
                     "which designs anew",
                     file, file));
-  const std::string what = fmt::format("'{}'", file);
-  const designer::SavedDesign design = designer::parse_saved_design(read_input(file), what);
+  const std::string what = in_quotes(file);
+  const designer::SavedDesign design = read_saved_design(file);
   if (design.dictionary.empty())
     throw designer::Refusal(
         fmt::format("{} has no \"dictionary\" to check; 'veltane check --from {}' checks a new "

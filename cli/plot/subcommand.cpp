@@ -7,14 +7,13 @@
 
 #include <fmt/format.h>
 
+#include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
-#include "base/input_file.h"
 #include "base/messages.h"
 #include "base/output_file.h"
 #include "designer/refusal.h"
-#include "designer/saved_design.h"
 #include "designer/title.h"
 #include "gnuplot/picture.h"
 #include "pictures/filter_names.h"
@@ -73,8 +72,8 @@ designer::PublishedFilter published(const designer::Design &design, const std::s
 }
 
 pictures::DrawnFilter saved(designer::Designer &designer, const std::string &file) {
-  const std::string what = fmt::format("'{}'", file);
-  const designer::SavedDesign stored = designer::parse_saved_design(read_input(file), what);
+  const std::string what = in_quotes(file);
+  const designer::SavedDesign stored = read_saved_design(file);
   if (stored.dictionary.empty())
     throw designer::Refusal(what +
                             " has settings but no filter; 'veltane design --format json -o FILE' "
@@ -103,7 +102,7 @@ std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
     filters.push_back(filter);
   };
   if (designs) add(designed(designer, settings), "the filter");
-  for (const std::string &file : files) add(saved(designer, file), fmt::format("'{}'", file));
+  for (const std::string &file : files) add(saved(designer, file), in_quotes(file));
   return filters;
 }
 

@@ -49,9 +49,8 @@ double reference(const PublishedFilter &filter) {
 Level reference_level(const FilterUnderTest &filter) {
   const PublishedFilter &published = filter.published;
   const double w = reference(published);
-  const bool dips = published.family == Family::chebyshev_1 && published.order % 2 == 0;
   return {"the level at " + published.hz_text(w), analysis::level_db(filter.forms.sections, w),
-          dips ? -published.passband_ripple : 0.0};
+          analysis::reference_level(published.family, published.order, published.passband_ripple)};
 }
 
 std::string reference_text(const PublishedFilter &published, const Level &level) {

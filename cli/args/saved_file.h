@@ -1,0 +1,20 @@
+// Files with saved designs.
+#ifndef CLI_ARGS_SAVED_FILE_H
+#define CLI_ARGS_SAVED_FILE_H
+
+#include <string>
+
+#include "designer/saved_design.h"
+
+namespace cli {
+
+/** @return what a sentence calls a file: its name in quotes. */
+std::string in_quotes(const std::string &file);
+
+/** @param file  its name; "-" for standard input
+ *  Raises designer::Refusal when it cannot be read or is not a saved design. */
+designer::SavedDesign read_saved_design(const std::string &file);
+
+}  // namespace cli
+
+#endif
