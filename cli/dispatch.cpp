@@ -67,7 +67,7 @@ std::string answer(const Words &words) {
   if (arguments->given(version_option)) return "veltane " VELTANE_VERSION "\n";
   if (arguments->given(manual_option)) return manual_page(table);
   if (arguments->given(completion_option))
-    return completion(arguments->choice(completion_option), table);
+    return completion(arguments->choice(completion_option), line, table);
   throw designer::Refusal("veltane needs a subcommand, such as design; --help lists them");
 }
 

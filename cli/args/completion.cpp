@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "args/command_line.h"
-
 namespace cli {
 namespace {
 
@@ -15,9 +13,9 @@ std::vector<std::string_view> names_of(std::span<const Subcommand *const> subcom
 }
 
 // "--help --format --output"
-std::string long_names(const Subcommand &subcommand) {
+std::string long_names(Options options) {
   std::string names = "--help";
-  for (const Option *option : all_options(subcommand)) names += fmt::format(" {}", option->name());
+  for (const Option *option : options) names += fmt::format(" {}", option->name());
   return names;
 }
 
@@ -28,9 +26,9 @@ std::string pattern(const Option &option) {
   return fmt::format("{}|{}", option.names.substr(0, comma), option.names.substr(comma + 1));
 }
 
-std::string bash_cases(const Subcommand &subcommand) {
+std::string bash_cases(Options options) {
   std::string cases;
-  for (const Option *option : all_options(subcommand))
+  for (const Option *option : options)
     if (!option->choices.empty())
       cases += fmt::format("        {}) words=\"{}\" ;;\n", pattern(*option),
                            fmt::join(option->choices, " "));
@@ -39,23 +37,26 @@ std::string bash_cases(const Subcommand &subcommand) {
   return cases;
 }
 
-std::string bash(std::span<const Subcommand *const> subcommands) {
-  std::string text =
-      fmt::format(R"(_veltane() {{
+std::string bash(const CommandLine &own, std::span<const Subcommand *const> subcommands) {
+  std::string text = fmt::format(R"(_veltane() {{
   local word=${{COMP_WORDS[COMP_CWORD]}} before=${{COMP_WORDS[COMP_CWORD - 1]}} words
   COMPREPLY=()
   if [[ $COMP_CWORD -eq 1 ]]; then
-    words="{} --help --version --man --completion"
-  elif [[ $COMP_CWORD -eq 2 && $before == --completion ]]; then
-    words="{}"
+    words="{} {}"
+  elif [[ ${{COMP_WORDS[1]}} == -* ]]; then
+    case $before in
+{}    esac
   else
     case ${{COMP_WORDS[1]}} in
 )",
-                  fmt::join(names_of(subcommands), " "), fmt::join(completion_shells, " "));
-  for (const Subcommand *subcommand : subcommands)
+                                 fmt::join(names_of(subcommands), " "), long_names(own.options),
+                                 bash_cases(own.options));
+  for (const Subcommand *subcommand : subcommands) {
+    const std::vector<const Option *> options = all_options(*subcommand);
     text +=
         fmt::format("    {})\n      words=\"{}\"\n      case $before in\n{}      esac\n      ;;\n",
-                    subcommand->name, long_names(*subcommand), bash_cases(*subcommand));
+                    subcommand->name, long_names(options), bash_cases(options));
+  }
   return text + R"(    esac
   fi
   # What is left without a word is completed with files.
@@ -66,7 +67,7 @@ complete -o default -F _veltane veltane
 }
 
 // As fish takes a text: in single quotes, in which two characters are escaped.
-std::string quoted(std::string_view text) {
+std::string fish_text(std::string_view text) {
   std::string out = "'";
   for (const char c : text) {
     if (c == '\'' || c == '\\') out += '\\';
@@ -75,36 +76,36 @@ std::string quoted(std::string_view text) {
   return out + '\'';
 }
 
-std::string fish(std::span<const Subcommand *const> subcommands) {
-  std::string text =
-      "complete -c veltane -n __fish_use_subcommand -l help -d 'Print the help'\n"
-      "complete -c veltane -n __fish_use_subcommand -l version\n"
-      "complete -c veltane -n __fish_use_subcommand -l man\n";
-  text += fmt::format("complete -c veltane -n __fish_use_subcommand -l completion -x -a '{}'\n",
-                      fmt::join(completion_shells, " "));
+// Completes an option where a condition of fish holds.
+std::string fish_line(const std::string &condition, const Option &option) {
+  std::string line = fmt::format("complete -c veltane -n {}", fish_text(condition));
+  if (option.names.find(',') != std::string_view::npos)
+    line += fmt::format(" -s {}", option.names.substr(1, 1));
+  line += fmt::format(" -l {}", option.name().substr(2));
+  if (!option.choices.empty())
+    line += fmt::format(" -x -a '{}'", fmt::join(option.choices, " "));
+  else if (!option.is_switch())
+    line += " -r";
+  return line + fmt::format(" -d {}\n", fish_text(option.help));
+}
+
+std::string fish(const CommandLine &own, std::span<const Subcommand *const> subcommands) {
+  std::string text = "complete -c veltane -l help -d 'Print this help'\n";
+  for (const Option *option : own.options) text += fish_line("__fish_use_subcommand", *option);
   for (const Subcommand *subcommand : subcommands) {
     text += fmt::format("complete -c veltane -n __fish_use_subcommand -f -a {} -d {}\n",
-                        subcommand->name, quoted(subcommand->summary));
-    for (const Option *option : all_options(*subcommand)) {
-      text +=
-          fmt::format("complete -c veltane -n '__fish_seen_subcommand_from {}'", subcommand->name);
-      if (option->names.find(',') != std::string_view::npos)
-        text += fmt::format(" -s {}", option->names.substr(1, 1));
-      text += fmt::format(" -l {}", option->name().substr(2));
-      if (!option->choices.empty())
-        text += fmt::format(" -x -a '{}'", fmt::join(option->choices, " "));
-      else if (!option->is_switch())
-        text += " -r";
-      text += fmt::format(" -d {}\n", quoted(option->help));
-    }
+                        subcommand->name, fish_text(subcommand->summary));
+    for (const Option *option : all_options(*subcommand))
+      text += fish_line(fmt::format("__fish_seen_subcommand_from {}", subcommand->name), *option);
   }
   return text;
 }
 
 }  // namespace
 
-std::string completion(std::string_view shell, std::span<const Subcommand *const> subcommands) {
-  return shell == "fish" ? fish(subcommands) : bash(subcommands);
+std::string completion(std::string_view shell, const CommandLine &own,
+                       std::span<const Subcommand *const> subcommands) {
+  return shell == "fish" ? fish(own, subcommands) : bash(own, subcommands);
 }
 
 }  // namespace cli

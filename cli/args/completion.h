@@ -7,16 +7,18 @@
 #include <string>
 #include <string_view>
 
-#include "args/subcommand.h"
+#include "args/command_line.h"
 
 namespace cli {
 
 inline constexpr std::array<std::string_view, 2> completion_shells{"bash", "fish"};
 
 /** @param shell  one of `completion_shells`
+ *  @param own    the command line without a subcommand
  *  @return a script for that shell that completes subcommands, options, and the choices of an
  *          option; file names elsewhere */
-std::string completion(std::string_view shell, std::span<const Subcommand *const> subcommands);
+std::string completion(std::string_view shell, const CommandLine &own,
+                       std::span<const Subcommand *const> subcommands);
 
 }  // namespace cli
 
