@@ -54,11 +54,11 @@ Owned<t_zpk> prototype(const t_veltane *x) {
 }
 
 void transform(const t_veltane *x, _statespace *ss, const Frequencies &at) {
-  if (x->response == symbol("highpass"))
+  if (x->response == required_symbol<"highpass">())
     filtermath_lp2hp(ss, at.wo);
-  else if (x->response == symbol("bandpass"))
+  else if (x->response == required_symbol<"bandpass">())
     filtermath_lp2bp(ss, at.wo, at.bw);
-  else if (x->response == symbol("bandstop"))
+  else if (x->response == required_symbol<"bandstop">())
     filtermath_lp2bs(ss, x->topology, at.wo, at.bw);
   else
     filtermath_lp2lp(ss, at.wo);
@@ -153,7 +153,8 @@ void veltane_prewarp(t_symbol *response, double *fs, double *wo, double *bw, dou
   constexpr double half_pi = 1.5707963267948966;
   const double edge1 = std::tan(w1 * half_pi);
   const double edge2 = std::tan(half_pi * w2);
-  if (response == veltane::symbol("bandpass") || response == veltane::symbol("bandstop")) {
+  if (response == veltane::required_symbol<"bandpass">() ||
+      response == veltane::required_symbol<"bandstop">()) {
     *wo = std::sqrt(4.0 * edge2 * (edge1 * 4.0));
     *bw = 4.0 * (edge2 - edge1);
   } else {
@@ -166,7 +167,8 @@ void veltane_bang(t_veltane *x) {
   const veltane::Designing designing;
   // Takes a changed sample rate into account, whatever notices have run. A client
   // may rename the box meanwhile, so the dictionary is looked at afterwards.
-  object_attr_setdouble_array(x, gensym("frequency"), x->frequency_count, x->frequency);
+  object_attr_setdouble_array(x, filtermath::known_symbol<"frequency">(), x->frequency_count,
+                              x->frequency);
   if (x->dict == nullptr) {
     object_error(x, "there is no dictionary to publish a filter in");
     return;

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "filtermath.h"
+#include "filtermath/known_symbol.h"
 #include "veltane.h"
 
 namespace veltane {
@@ -66,16 +67,15 @@ inline void require(t_result result, const char *otherwise) {
   if (result != RESULT_OK) throw HostFailure{otherwise};
 }
 
-/** A null symbol would make one comparison of a design fail and the next one not. */
-inline t_symbol *symbol(const char *text) {
-  t_symbol *interned = gensym(text);
-  require_memory(interned != nullptr);
-  return interned;
+using filtermath::required_symbol;
+
+inline bool is_chebyshev1(const t_veltane *x) {
+  return x->topology == required_symbol<"chebyshev-1">();
 }
 
-inline bool is_chebyshev1(const t_veltane *x) { return x->topology == symbol("chebyshev-1"); }
-
-inline bool is_chebyshev2(const t_veltane *x) { return x->topology == symbol("chebyshev-2"); }
+inline bool is_chebyshev2(const t_veltane *x) {
+  return x->topology == required_symbol<"chebyshev-2">();
+}
 
 /**
  * Designs a filter from the settings of a box, and touches nothing of the box.

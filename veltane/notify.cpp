@@ -1,6 +1,9 @@
 // What happens when an attribute changes.
 
+#include "filtermath/known_symbol.h"
 #include "veltane.h"
+
+using filtermath::known_symbol;
 
 namespace {
 
@@ -18,11 +21,11 @@ double clamped(double w) {
 double clamped_quotient(double w) { return w >= lowest ? clamped(w) : lowest; }
 
 void normalize_frequencies(t_veltane *x) {
-  if (x->units == gensym("radians")) {
+  if (x->units == known_symbol<"radians">()) {
     object_error(x, "oops -- haven't implemented support for radians yet");
     return;
   }
-  const t_symbol *in_hertz = gensym("hertz");
+  const t_symbol *in_hertz = known_symbol<"hertz">();
   if (in_hertz == nullptr) return;  // rather the old cutoffs than Hz read as fractions
   const bool hertz = x->units == in_hertz;
   const double half = static_cast<double>(x->actual_samplerate) * 0.5;
@@ -40,19 +43,20 @@ t_long veltane_notify(t_veltane *x, t_symbol * /*s*/, t_symbol *msg, void * /*se
   if (msg != common_symbols->attr_modified) return 0;
 
   auto *attr = static_cast<t_symbol *>(object_method_imp(data, common_symbols->getname));
-  const bool response = attr == gensym("response");
-  const bool samplerate = attr == gensym("samplerate");
+  const bool response = attr == known_symbol<"response">();
+  const bool samplerate = attr == known_symbol<"samplerate">();
 
   if (samplerate)
     x->actual_samplerate = x->samplerate >= 1 ? x->samplerate : whole_hertz(sys_getsr());
-  if (samplerate || attr == gensym("units") || attr == gensym("frequency"))
+  if (samplerate || attr == known_symbol<"units">() || attr == known_symbol<"frequency">())
     normalize_frequencies(x);
   if (response) {
-    const bool band = x->response == gensym("bandpass") || x->response == gensym("bandstop");
+    const bool band =
+        x->response == known_symbol<"bandpass">() || x->response == known_symbol<"bandstop">();
     x->frequency_count = band ? 2 : 1;
     // The notice that this raises normalises the cutoffs and schedules the
     // design, so the one for the response need not.
-    object_attr_setdouble_array(x, gensym("frequency"), x->frequency_count, x->frequency);
+    object_attr_setdouble_array(x, known_symbol<"frequency">(), x->frequency_count, x->frequency);
   }
 
   if (attr != common_symbols->name && x->ready != 0 && !response && inbang == 0) {
@@ -60,10 +64,11 @@ t_long veltane_notify(t_veltane *x, t_symbol * /*s*/, t_symbol *msg, void * /*se
     qelem_set(x->design_task);
   }
 
-  if (attr == gensym("topology")) {
-    object_attr_setdisabled(x, gensym("passband_ripple"), x->topology != gensym("chebyshev-1"));
-    object_attr_setdisabled(x, gensym("stopband_attenuation"),
-                            x->topology != gensym("chebyshev-2"));
+  if (attr == known_symbol<"topology">()) {
+    object_attr_setdisabled(x, known_symbol<"passband_ripple">(),
+                            x->topology != known_symbol<"chebyshev-1">());
+    object_attr_setdisabled(x, known_symbol<"stopband_attenuation">(),
+                            x->topology != known_symbol<"chebyshev-2">());
   }
   return 0;
 }

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "filtermath/known_symbol.h"
 #include "filtermath/poly.h"
 #include "filtermath/tzero.h"
 #include "owners.h"
 #include "platform.h"
-#include "symbol.h"
 #include "zero_places.h"
 
 using filtermath::Matrix;
@@ -22,8 +22,8 @@ constexpr double pi = 3.141592653589793;
 // of a bandpass, (z - 1)^k does.
 t_complex64list placed_zeros(t_symbol *response, int order, double wo) {
   const auto [first, second] = filtermath::zero_places(response, wo);
-  const bool band =
-      response == filtermath::symbol("bandpass") || response == filtermath::symbol("bandstop");
+  const bool band = response == filtermath::required_symbol<"bandpass">() ||
+                    response == filtermath::required_symbol<"bandstop">();
   t_complex64list zeros(static_cast<std::size_t>(std::max(order, 0)) * (band ? 2 : 1), second);
   for (std::size_t k = 0; k < zeros.size(); k += 2) zeros[k] = first;
   return zeros;
@@ -31,8 +31,8 @@ t_complex64list placed_zeros(t_symbol *response, int order, double wo) {
 
 // The frequency at which the numerator is scaled.
 double reference_frequency(t_symbol *response, double wo) {
-  if (response == filtermath::symbol("highpass")) return pi;
-  if (response == filtermath::symbol("bandpass")) return 2.0 * std::atan2(wo, 4.0);
+  if (response == filtermath::required_symbol<"highpass">()) return pi;
+  if (response == filtermath::required_symbol<"bandpass">()) return 2.0 * std::atan2(wo, 4.0);
   return 0.0;
 }
 

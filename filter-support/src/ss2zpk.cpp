@@ -1,9 +1,9 @@
 #include "filtermath/ss2zpk.h"
 
+#include "filtermath/known_symbol.h"
 #include "filtermath/tzero.h"
 #include "irreducible.h"
 #include "owners.h"
-#include "symbol.h"
 #include "zero_places.h"
 
 namespace {
@@ -34,7 +34,7 @@ void store(const t_complex64list &zero_list, const t_complex64list &pole_list, d
 // In turns, except for a bandpass: one half, then the other.
 t_complex64list placed_zeros(std::size_t n, t_symbol *response, double w0) {
   const auto [first, second] = filtermath::zero_places(response, w0);
-  const bool halves = response == filtermath::symbol("bandpass");
+  const bool halves = response == filtermath::required_symbol<"bandpass">();
   t_complex64list zeros(n, second);
   for (std::size_t k = 0; k < n; ++k)
     if (halves ? k < n / 2 : k % 2 == 0) zeros[k] = first;

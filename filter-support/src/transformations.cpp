@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "filtermath/known_symbol.h"
 #include "owners.h"
 #include "series.h"
-#include "symbol.h"
 
 using filtermath::Matrix;
 
@@ -91,7 +91,7 @@ void filtermath_lp2bp(_statespace *ss, double wo, double bw) {
 
 // Inverted with bw, and then each state tied to a second one as in a bandpass.
 void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw) {
-  const bool chebyshev2 = topology == filtermath::symbol("chebyshev-2");
+  const bool chebyshev2 = topology == filtermath::required_symbol<"chebyshev-2">();
   Matrix b;
   matrix64_copy(b, ss->b);
   const double d = ss->d->data[0];

@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "expansion.h"
+#include "filtermath/known_symbol.h"
 #include "owners.h"
 #include "roots.h"
-#include "symbol.h"
 
 namespace {
 
@@ -29,12 +29,12 @@ struct Grouping {
   Numerator second_order;
 
   Grouping(t_symbol *topology, t_symbol *response, bool odd_pairs) {
-    const bool highpass = response == filtermath::symbol("highpass");
-    const bool bandpass = response == filtermath::symbol("bandpass");
-    all_pole = topology == filtermath::symbol("butterworth") ||
-               topology == filtermath::symbol("chebyshev-1");
-    fixed_numerators = all_pole && response != filtermath::symbol("bandstop");
-    adjacent_zeros = topology == filtermath::symbol("chebyshev-2");
+    const bool highpass = response == filtermath::required_symbol<"highpass">();
+    const bool bandpass = response == filtermath::required_symbol<"bandpass">();
+    all_pole = topology == filtermath::required_symbol<"butterworth">() ||
+               topology == filtermath::required_symbol<"chebyshev-1">();
+    fixed_numerators = all_pole && response != filtermath::required_symbol<"bandstop">();
+    adjacent_zeros = topology == filtermath::required_symbol<"chebyshev-2">();
     ends_meet = adjacent_zeros && bandpass && odd_pairs;
     first_order = highpass ? -1.0 : 1.0;
     second_order = {1.0, highpass ? -2.0 : bandpass ? 0.0 : 2.0, bandpass ? -1.0 : 1.0};

@@ -11,6 +11,7 @@
 #include <new>
 #include <string>
 
+#include "filtermath/known_symbol.h"
 #include "runtime/blocks.h"
 #include "runtime/symbols.h"
 #include "support.h"
@@ -216,6 +217,18 @@ TEST(ExhaustedMemory, LeavesTheCoefficientsOfACharacteristicPolynomial) {
     const Matrix a = square(12, ring);
     expect_all_or_nothing("polynomial", [&](_matrix64 *m) { filtermath_poly(a.get(), m); });
   }
+}
+
+TEST(ExhaustedMemory, LeavesASymbolToBeAskedForAgain) {
+  allocations_left = 0;
+  EXPECT_THROW(filtermath::required_symbol<"lowpass">(), std::bad_alloc);
+  allocations_left = 0;
+  EXPECT_EQ(filtermath::known_symbol<"lowpass">(), nullptr);
+  EXPECT_STREQ(filtermath::required_symbol<"lowpass">()->name, "lowpass");
+  allocations_left = 0;
+  EXPECT_NE(filtermath::known_symbol<"lowpass">(), nullptr) << "it needs no more memory";
+  allocations_left = -1;
+  EXPECT_EQ(filtermath::known_symbol<"lowpass">(), gensym("lowpass"));
 }
 
 TEST(Memory, OfAModelIsReleasedWithIt) {
