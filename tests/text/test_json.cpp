@@ -8,6 +8,7 @@
 
 #include "../hidden_texts.h"
 #include "text/json.h"
+#include "text/numbers.h"
 #include "text/printable.h"
 
 using text::Json;
@@ -81,4 +82,20 @@ TEST(JsonWriter, BeginsAnewOnceItsTextIsTaken) {
 
 TEST(JsonPage, EndsWithANewline) {
   EXPECT_EQ(text::json_page(Json{{"a", 1}}), "{\n  \"a\": 1\n}\n");
+}
+
+TEST(JsonWriter, WritesNumbersThatComeAgainAsItWroteThem) {
+  JsonWriter writer(JsonLayout::line);
+  std::string expected = "[";
+  writer.begin_list();
+  for (const int round : {1, 2}) {
+    for (double value = 0.1; value < 100.0; value *= 1.07) {
+      for (const double number : {value, -value, 0.0, -0.0, round * 1e300}) {
+        writer.number(number);
+        expected += (expected == "[" ? "" : ", ") + text::double_text(number);
+      }
+    }
+  }
+  writer.end_list();
+  EXPECT_EQ(writer.take(), expected + "]");
 }

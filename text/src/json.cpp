@@ -1,6 +1,7 @@
 #include "text/json.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <utility>
 
@@ -75,9 +76,25 @@ void JsonWriter::key(std::string_view name) {
 void JsonWriter::number(double value) {
   separate();
   if (std::isfinite(value))
-    append_double(out_, value);
+    append_finite(value);
   else
     out_ += "null";
+}
+
+void JsonWriter::append_finite(double value) {
+  const double magnitude = std::abs(value);
+  constexpr std::uint64_t odd = 0x9E3779B97F4A7C15U;  // spreads the bits: Knuth, volume 3, 6.4
+  Written &last = written_[(std::bit_cast<std::uint64_t>(magnitude) * odd) >> 59U];
+  if (std::signbit(value)) out_ += '-';
+  if (last.magnitude != magnitude) {
+    const std::size_t start = out_.size();
+    append_double(out_, magnitude);
+    last.magnitude = magnitude;
+    last.length =
+        static_cast<std::uint8_t>(out_.copy(last.characters.data(), last.characters.size(), start));
+    return;
+  }
+  out_.append(last.characters.data(), last.length);
 }
 
 void JsonWriter::integer(std::int64_t value) {

@@ -2,6 +2,7 @@
 #ifndef TEXT_JSON_H
 #define TEXT_JSON_H
 
+#include <array>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -55,11 +56,21 @@ class JsonWriter {
   void end(char bracket);
   void separate();
   void new_line();
+  void append_finite(double value);
+
+  // A number as it was written last, at a place that its bits choose: of conjugates, and of most
+  // coefficients, one in two comes again.
+  struct Written {
+    double magnitude = -1.0;
+    std::uint8_t length = 0;
+    std::array<char, 31> characters;
+  };
 
   JsonLayout layout_;
   bool after_key_ = false;
   std::vector<Level> levels_;
   std::size_t objects_ = 0;  // of the levels: lists do not indent
+  std::array<Written, 32> written_;
   std::string out_;
 };
 
