@@ -21,7 +21,7 @@ namespace cli {
 namespace {
 
 constexpr std::size_t most_lines = 4096;
-constexpr double seconds_of_work = 0.05;
+constexpr double seconds_of_work = 0.1;
 
 // Results of one process that wait for those before them, in bytes. It then has
 // to wait as well.

@@ -41,7 +41,7 @@ class Workers {
   Workers &operator=(const Workers &) = delete;
 
   /** @return how many more lines can be given to a process of their own; as many as
-   *  keep it at work for about 50 ms, and none while all are at work. */
+   *  keep it at work for about 100 ms, and none while all are at work. */
   std::size_t room() const;
 
   /** @return true if no more results will come. */
