@@ -9,8 +9,9 @@
 namespace patchbay {
 namespace {
 
-// How many releases are remembered, of blocks and of records each.
-constexpr std::size_t graveyard_limit = 4096;
+// How many releases are remembered, of blocks and of records each: enough for some dozen boxes,
+// and few enough that the book of a busy host stays in the processor's cache.
+constexpr std::size_t graveyard_limit = 512;
 
 std::string_view name_of(Kind kind) {
   switch (kind) {

@@ -34,7 +34,7 @@ enum class Kind : std::uint8_t {
  * release for a while, so that their addresses do not come back at once and a
  * late use is recognised. Memory goes back at once; that of blocks and instances
  * may come back under the same address as something new. Of a release that was
- * thousands ago only the name is forgotten: the address counts as one that was
+ * hundreds ago only the name is forgotten: the address counts as one that was
  * never handed out.
  *
  * A trusting ledger leaves blocks out, which are most of what a module asks for:
