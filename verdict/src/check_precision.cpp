@@ -9,6 +9,7 @@
 #include "analysis/cascade_peaks.h"
 #include "analysis/rounding.h"
 #include "checks.h"
+#include "text/quantities.h"
 #include "tolerances.h"
 
 namespace verdict {
@@ -73,8 +74,8 @@ Findings single_precision(const FilterUnderTest &filter, const PeakRange &betwee
   findings.measured["float_pole_movement"] = effect.pole_movement;
   if (trouble.empty())
     findings.fact("float",
-                  fmt::format("safe: rounding the sections changes the level by at most {:.2g} dB",
-                              effect.response.db));
+                  fmt::format("safe: rounding the sections changes the level by at most {} dB",
+                              text::no_less_than(1.01 * effect.response.db)));
   else
     findings.note("float", "not safe: " + trouble,
                   "keep coefficients and signals in double precision");
