@@ -17,6 +17,7 @@
 #include "design/progress.h"
 #include "designer/refusal.h"
 #include "designer/saved_design.h"
+#include "text/quantities.h"
 
 namespace cli {
 namespace {
@@ -117,7 +118,8 @@ int run_batch(designer::Designer &designer, const designer::Settings &common,
     out.finish();
   }
   if (out.errors() == 0) return 0;
-  warn(fmt::format("{} of {} lines failed; see their results", out.errors(), out.lines()));
+  warn(fmt::format("{} of {} failed; see {}", out.errors(), text::counted(out.lines(), "line"),
+                   out.errors() == 1 ? "its result" : "their results"));
   return 1;
 }
 

@@ -8,6 +8,7 @@
 #include "checks.h"
 #include "health.h"
 #include "remedies.h"
+#include "text/quantities.h"
 
 namespace verdict {
 namespace {
@@ -29,9 +30,11 @@ Findings ringing(const FilterUnderTest &filter, const analysis::Stability &stabi
   findings.measured["ringing_ms"] = milliseconds;
   findings.fact(
       "ringing",
-      fmt::format("{:.0f} samples, {} ms, until the slowest pole is 60 dB down", std::ceil(samples),
-                  milliseconds < 1000 ? fmt::format("{:.3g}", milliseconds)
-                                      : fmt::format("{:.0f}", milliseconds)));
+      fmt::format("{}, {}, until the slowest pole is 60 dB down",
+                  std::isfinite(samples) && samples < 1e15
+                      ? text::counted(static_cast<std::size_t>(std::ceil(samples)), "sample")
+                      : fmt::format("{:.3g} samples", samples),
+                  text::duration(milliseconds / 1e3)));
   return findings;
 }
 
@@ -42,9 +45,11 @@ Findings stability(const FilterUnderTest &filter) {
   findings.measured["margin"] = worst.margin;
   if (!worst.stable) {
     findings.problem("stability",
-                     fmt::format("unstable: a pole is {:.3g} outside the unit circle, so the "
-                                 "output grows without bound",
-                                 -worst.margin),
+                     worst.margin == 0
+                         ? "not stable: a pole is on the unit circle, so the output never dies away"
+                         : fmt::format("unstable: a pole is {:.3g} outside the unit circle, so the "
+                                       "output grows without bound",
+                                       -worst.margin),
                      remedy(filter));
     return findings;
   }
