@@ -79,8 +79,8 @@ pictures::DrawnFilter saved(designer::Designer &designer, const std::string &fil
                             " has settings but no filter; 'veltane design --format json -o FILE' "
                             "saves both");
   const designer::Design design = designer::opened(designer, stored, what);
-  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
   pictures::DrawnFilter filter = pictures::drawn_filter(published(design, what), what);
+  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
   const std::string name = std::filesystem::path(file).filename().string();
   filter.name = pictures::saved_filter_name(name, designer::title(design));
   return filter;

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "designer/cutoffs.h"
 #include "designer/names.h"
 #include "designer/refusal.h"
 
@@ -95,11 +96,13 @@ class Designer::Box {
 
   // What it changes of the settings becomes remarks.
   void set(const Settings &requested) {
+    refuse_radians(requested);
     // Cutoffs mean something in units only: those come first, in whatever order they were given.
     for (const bool units : {true, false})
       for (const auto &[name, values] : requested)
         if ((name == "units") == units) set(index_of(attributes_, name), values);
     check_cutoffs(requested);
+    check_samplerate(requested);
   }
 
   void bang() { host_.send(box_, "bang"); }
@@ -119,6 +122,12 @@ class Designer::Box {
     const double rate = design.settings.number("samplerate");
     design.samplerate = rate >= 1 ? rate : audio_samplerate;
     design.remarks = remarks_;
+    for (const Cutoff &cutoff : cutoffs_in(design.settings, design.samplerate))
+      if (cutoff.is_clipped())
+        design.remarks.push_back(
+            fmt::format("a cutoff of {}{} is too {} at a sample rate of {} Hz: {}{} is used",
+                        cutoff.asked_text(), cutoff.unit(), cutoff.used < 0.5 ? "low" : "high",
+                        design.samplerate, cutoff.used_text(), cutoff.unit()));
     return design;
   }
 
@@ -153,6 +162,16 @@ class Designer::Box {
     if (!band && cutoffs->size() == 2)
       remarks_.push_back(fmt::format("a {} has one cutoff: {} is not used", response,
                                      patchbay::to_text((*cutoffs)[1])));
+  }
+
+  // 0 stands for the rate of the audio, in the settings of a new box, too. So does, to the object,
+  // anything below 1, which nobody means by it.
+  void check_samplerate(const Settings &requested) {
+    const Values *rate = requested.find("samplerate");
+    const auto asked = rate != nullptr ? number_in(rate->front()) : std::nullopt;
+    if (asked && *asked < 1.0 && *asked != 0.0)
+      remarks_.push_back(
+          fmt::format("a sample rate below 1 Hz cannot be used: {} Hz is", audio_samplerate));
   }
 
   patchbay::Host &host_;

@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include "designer/cutoffs.h"
+
 namespace designer {
 namespace {
 
@@ -73,26 +75,9 @@ Forms forms_in(const patchbay::Dictionary &dictionary) {
   return found;
 }
 
-// The module keeps cutoffs away from 0 and from the Nyquist frequency.
-std::vector<double> used_cutoffs(const PublishedFilter &filter) {
-  const std::size_t count = filter.has_two_cutoffs() ? 2 : 1;
-  std::vector<double> cutoffs(fresh_cutoffs.begin(), fresh_cutoffs.end());
-  if (filter.units != Units::radians) {
-    cutoffs.clear();
-    const double unit = filter.units == Units::hertz ? filter.nyquist() : 1.0;
-    for (const double cutoff : filter.frequency)
-      cutoffs.push_back(std::clamp(cutoff / unit, cutoff_range.lowest, cutoff_range.highest));
-  }
-  if (cutoffs.size() < count) fail("a band response needs two cutoffs");
-  cutoffs.resize(count);
-  return cutoffs;
-}
-
 }  // namespace
 
-std::string PublishedFilter::hz_text(double w) const {
-  return fmt::format("{:.6g} Hz", w * samplerate / 2);
-}
+std::string PublishedFilter::hz_text(double w) const { return designer::hz_text(w, samplerate); }
 
 bool PublishedFilter::has_no_band() const {
   return has_two_cutoffs() && !(cutoffs[0] < cutoffs[1]);
@@ -119,7 +104,8 @@ PublishedFilter published_filter(const Design &design) {
   filter.frequency = settings.numbers("frequency");
   filter.samplerate = design.samplerate;
   filter.samplerate_assumed = settings.number("samplerate") < 1;
-  filter.cutoffs = used_cutoffs(filter);
+  for (const Cutoff &cutoff : cutoffs_in(settings, design.samplerate))
+    filter.cutoffs.push_back(cutoff.used);
   if (forms.gain)
     filter.roots = analysis::Roots{std::move(forms.zeros), std::move(forms.poles), *forms.gain};
   filter.sections = std::move(forms.sections);

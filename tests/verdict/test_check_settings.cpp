@@ -1,7 +1,5 @@
 // What the settings of a filter mean, and what became of those that were asked for.
 
-#include <numbers>
-
 #include "check_test.h"
 
 using designer::Settings;
@@ -98,16 +96,22 @@ TEST(CheckSettings, ACutoffInTheOtherUnitIsRecognised) {
               HasSubstr("--units hertz"));
 }
 
-TEST(CheckSettings, RadiansAreAProblemWithTheFractionsThatTheyAre) {
-  const Verdict verdict = checked({{"units", {"radians"}}, {"frequency", {0.5}}});
-  EXPECT_EQ(problems(verdict), std::set<std::string>{"units"});
-  const std::string change = problem(verdict, "units");
-  const std::string before = "--units normalized --frequency ";
-  ASSERT_THAT(change, HasSubstr(before));
-  const double fraction = std::stod(change.substr(change.find(before) + before.size()));
-  EXPECT_NEAR(fraction, 0.5 / std::numbers::pi, 1e-9);
-  EXPECT_THAT(problem(checked({{"units", {"radians"}}, {"frequency", {3000}}}), "units"),
-              HasSubstr("--units hertz"));
+TEST(CheckSettings, ACutoffAtTheEndOfTheRangeIsNotClippedByRounding) {
+  EXPECT_EQ(problem(checked({{"frequency", {2.4}}}), "cutoff"), "");
+  EXPECT_EQ(
+      problem(checked({{"frequency", {0.9999 * 22050.0}}, {"samplerate", {44100}}}), "cutoff"), "");
+  EXPECT_THAT(problem(checked({{"frequency", {2.39}}}), "cutoff"),
+              HasSubstr("2.39 Hz is too low, so 2.4 Hz is used"));
+}
+
+TEST(CheckSettings, ASampleRateThatIsNotUsedIsAProblem) {
+  EXPECT_THAT(problem(checked({{"samplerate", {"31.25"}}, {"frequency", {5}}}), "sample rate"),
+              HasSubstr("31.25 Hz was asked for, but 31 Hz is used"));
+  EXPECT_THAT(problem(checked({{"samplerate", {-44100}}}), "sample rate"),
+              HasSubstr("-44100 Hz was asked for, but 48000 Hz is used"));
+  EXPECT_THAT(problem(checked({{"samplerate", {"0.5"}}}), "sample rate"), HasSubstr("48000"));
+  EXPECT_EQ(problem(checked({{"samplerate", {0}}}), "sample rate"), "");
+  EXPECT_EQ(problem(checked({{"samplerate", {"44100.0"}}}), "sample rate"), "");
 }
 
 TEST(CheckSettings, ClippedSettingsAreAProblem) {

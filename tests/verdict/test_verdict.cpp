@@ -28,7 +28,7 @@ std::string document() {
 // Filters with every finding that a design can have.
 const std::vector<Settings> filters{
     {},
-    {{"topology", {"chebyshev-1"}}, {"order", {500}}, {"units", {"radians"}}},
+    {{"topology", {"chebyshev-1"}}, {"order", {500}}},
     {{"zpk_output", {"off"}}},
     {{"response", {"bandpass"}}, {"frequency", {3400, 300}}, {"passband_ripple", {1}}},
     {{"topology", {"butterworth"}}, {"frequency", {3}}, {"stopband_attenuation", {50}}},

@@ -9,6 +9,7 @@
 
 #include "checks.h"
 #include "cutoff_findings.h"
+#include "text/quantities.h"
 
 namespace verdict {
 namespace {
@@ -29,14 +30,15 @@ Findings order(const FilterUnderTest &filter) {
   findings.measured["poles"] = poles;
   findings.measured["sections"] = sections;
   if (filter.published.has_two_cutoffs())
-    findings.fact(
-        "order",
-        fmt::format("{} is that of the lowpass it is made from; the {} has twice as many "
-                    "poles: {}, in {} sections",
-                    filter.published.order, name_of(filter.published.response), poles, sections));
+    findings.fact("order",
+                  fmt::format("{} is that of the lowpass it is made from; the {} has twice as many "
+                              "poles: {}, in {}",
+                              filter.published.order, name_of(filter.published.response), poles,
+                              text::counted(sections, "section")));
   else
-    findings.fact("order", fmt::format("{}: {} poles, in {} sections", filter.published.order,
-                                       poles, sections));
+    findings.fact("order",
+                  fmt::format("{}: {}, in {}", filter.published.order, text::counted(poles, "pole"),
+                              text::counted(sections, "section")));
   return findings;
 }
 
@@ -48,6 +50,17 @@ Findings samplerate(const FilterUnderTest &filter) {
                                            filter.published.samplerate_assumed
                                                ? ", assumed: --samplerate sets another"
                                                : ""));
+  const designer::Values *given = filter.requested.find("samplerate");
+  const auto asked = given != nullptr ? designer::number_in(given->front()) : std::nullopt;
+  // 0 stands for the rate of the audio.
+  if (asked && *asked != 0.0 && *asked != rate)
+    findings.problem("sample rate",
+                     fmt::format("{} Hz was asked for, but {} Hz is used: rates are whole numbers "
+                                 "from 1",
+                                 patchbay::to_text(given->front()), rate),
+                     fmt::format("--samplerate {}, or cutoffs as fractions of the Nyquist "
+                                 "frequency, --units normalized, which are right at any rate",
+                                 rate));
   return findings;
 }
 

@@ -1,9 +1,8 @@
 #include "cutoff_findings.h"
 
-#include <numbers>
-
 #include <fmt/format.h>
 
+#include "designer/cutoffs.h"
 #include "designer/limits.h"
 #include "health.h"
 
@@ -48,47 +47,23 @@ Findings used_cutoffs(const FilterUnderTest &filter) {
   return findings;
 }
 
-// @param asked  in the filter's units
-// @param used   as a fraction of the Nyquist frequency
-Findings cutoff_in_range(const PublishedFilter &filter, double asked, double used) {
-  const bool hertz = filter.units == Units::hertz;
-  const double fraction = hertz ? asked / filter.nyquist() : asked;
+Findings cutoff_in_range(const PublishedFilter &filter, const designer::Cutoff &cutoff) {
+  const bool hertz = cutoff.units == Units::hertz;
   Findings findings;
-  if (fraction >= cutoff_range.lowest && fraction <= cutoff_range.highest) return findings;
-  const bool low = !(fraction > cutoff_range.lowest);
-  const std::string limit = hertz ? filter.hz_text(used) : fmt::format("{}", used);
+  if (!cutoff.is_clipped()) return findings;
+  const bool low = cutoff.used < 0.5;
+  const std::string limit = cutoff.used_text() + (hertz ? cutoff.unit() : "");
   std::string change = fmt::format("choose a cutoff of {} or {}", limit, low ? "more" : "less");
-  if (low && hertz && asked > 0)
+  if (low && hertz && cutoff.asked > 0)
     change += ", or --units normalized if a fraction of the Nyquist frequency is meant";
   if (!low) change += hertz ? ", or a higher --samplerate" : ", or --units hertz if Hz are meant";
   findings.problem(
       "cutoff",
       fmt::format("{}{} is too {}, so {} is used: cutoffs lie between {} and {} of the "
                   "Nyquist frequency, {}",
-                  asked, hertz ? " Hz" : "", low ? "low" : "high", limit, cutoff_range.lowest,
-                  cutoff_range.highest, filter.hz_text(1)),
+                  cutoff.asked, hertz ? " Hz" : "", low ? "low" : "high", limit,
+                  cutoff_range.lowest, cutoff_range.highest, filter.hz_text(1)),
       change);
-  return findings;
-}
-
-Findings radians(const PublishedFilter &filter) {
-  std::string fractions;
-  bool below_nyquist = true;
-  for (std::size_t i = 0; i < filter.cutoffs.size(); ++i) {
-    const double fraction = filter.frequency.at(i) / std::numbers::pi;
-    below_nyquist = below_nyquist && fraction < 1;
-    fractions += fmt::format(" {:.10g}", fraction);
-  }
-  Findings findings;
-  findings.problem("units",
-                   "radians are not supported: the cutoffs given are ignored, and those of a new "
-                   "box are used",
-                   below_nyquist
-                       ? fmt::format("--units normalized --frequency{}, which are these radians "
-                                     "divided by pi",
-                                     fractions)
-                       : "--units hertz, or --units normalized for fractions of the Nyquist "
-                         "frequency");
   return findings;
 }
 
@@ -114,12 +89,8 @@ Findings band(const PublishedFilter &filter) {
 Findings cutoff_findings(const FilterUnderTest &filter) {
   const PublishedFilter &published = filter.published;
   Findings findings = used_cutoffs(filter);
-  if (published.units == Units::radians) {
-    findings += radians(published);
-  } else {
-    for (std::size_t i = 0; i < published.cutoffs.size(); ++i)
-      findings += cutoff_in_range(published, published.frequency.at(i), published.cutoffs[i]);
-  }
+  for (const designer::Cutoff &cutoff : designer::cutoffs_in(filter.used, published.samplerate))
+    findings += cutoff_in_range(published, cutoff);
   findings += band(published);
   return findings;
 }

@@ -2,8 +2,6 @@
 #ifndef DESIGNER_LIMITS_H
 #define DESIGNER_LIMITS_H
 
-#include <array>
-
 namespace designer {
 
 /** Numbers from `lowest` to `highest`, both included. */
@@ -14,10 +12,6 @@ struct Range {
 
 /** Where the module keeps cutoffs, as fractions of the Nyquist frequency. */
 inline constexpr Range cutoff_range{0.0001, 0.9999};
-
-/** The cutoffs that a new box has, as fractions of the Nyquist frequency. A box whose unit is radians
- *  stays with them. */
-inline constexpr std::array fresh_cutoffs{0.125, 0.875};
 
 /** The sample rate, in Hz, that the module uses when its settings give none. */
 inline constexpr double audio_samplerate = 48000.0;

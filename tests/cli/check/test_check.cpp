@@ -1,7 +1,6 @@
 // What `veltane check` says of a filter.
 
 #include <nlohmann/json.hpp>
-#include <numbers>
 #include <set>
 
 #include "../run_command.h"
@@ -71,19 +70,6 @@ TEST(Check, ADocumentHasTheseKeys) {
     EXPECT_THAT(
         keys, testing::ElementsAre("veltane", "command", "sound", "title", "findings", "measured"));
   }
-}
-
-TEST(Check, RadiansAreAProblemWithAWayOut) {
-  const Checked verdict = checked("--units radians --frequency 0.5");
-  EXPECT_EQ(verdict.problems(), std::set<std::string>{"units"});
-  const std::string said = verdict.said("units", "problem");
-  const std::string change = said.substr(said.find("--units"));
-  const Checked fixed = checked(change.substr(0, change.find(',')));
-  EXPECT_EQ(fixed.status, 0);
-  EXPECT_NEAR(fixed.document["measured"]["cutoffs_hz"][0].get<double>(),
-              0.5 * 48000 / (2 * std::numbers::pi), 1e-4);
-  EXPECT_THAT(checked("--units radians --frequency 3000").said("units", "problem"),
-              HasSubstr("--units hertz"));
 }
 
 TEST_F(SavedCheck, WritesTheSameIntoAFile) {

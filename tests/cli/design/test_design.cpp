@@ -196,10 +196,12 @@ TEST(DesignCommand, SwitchesAreOnOrOff) {
   EXPECT_EQ(designed("--tf-output on")["settings"]["tf_output"], 1);
 }
 
-TEST(DesignCommand, PostsGoToStandardErrorOnce) {
-  const Outcome outcome = veltane("design --units radians");
+TEST(DesignCommand, SaysWhichCutoffWasClipped) {
+  const Outcome outcome = veltane("design --samplerate 8000 --frequency 5000");
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err, "veltane: oops -- haven't implemented support for radians yet\n");
+  EXPECT_EQ(outcome.err,
+            "veltane: a cutoff of 5000 Hz is too high at a sample rate of 8000 Hz: 3999.6 Hz is "
+            "used\n");
 }
 
 TEST(DesignCommand, SaysWhenASettingWasClipped) {

@@ -238,7 +238,7 @@ TEST_F(PlotCommand, ALongTitleEndsWithinThePicture) {
 }
 
 TEST_F(PlotCommand, RangeAndFloorAreThoseAskedFor) {
-  const std::string svg = drawn("a.svg", "--range 0.03 7 --floor -37 --frequency 1");
+  const std::string svg = drawn("a.svg", "--range 0.03 7 --floor -37 --frequency 3");
   EXPECT_THAT(svg, HasSubstr(">0.05<"));
   EXPECT_THAT(svg, HasSubstr(">\u221235<"));
   EXPECT_THAT(svg, Not(HasSubstr(">\u221240<")));
@@ -301,15 +301,15 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
   write("broken.json", "{");
   write("settings.json", R"({"settings": {"order": 4}})");
   write("strange.json",
-        R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
+        R"({"settings": {"units": "hertz", "frequency": [3000]}, "dictionary":)"
         R"( {"topology": "chebyshev-2", "response": "sideways", "poles": [0.5, 0]}})");
-  write("odd.json", R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
+  write("odd.json", R"({"settings": {"units": "hertz", "frequency": [3000]}, "dictionary":)"
                     R"( {"topology": "chebyshev-2", "response": "lowpass", "poles": [0.5]}})");
   write("endless.json",
-        R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
+        R"({"settings": {"units": "hertz", "frequency": [3000]}, "dictionary":)"
         R"( {"topology": "chebyshev-2", "response": "lowpass", "gain": null, "poles": [0.5, 0]}})");
   write("circle.json",
-        R"({"settings": {"units": "hertz", "frequency": [1]}, "dictionary":)"
+        R"({"settings": {"units": "hertz", "frequency": [3000]}, "dictionary":)"
         R"( {"topology": "chebyshev-2", "response": "lowpass", "gain": 1, "poles": [1, 0]}})");
   const auto before = files();
   const std::vector<std::array<const char *, 2>> cases{
