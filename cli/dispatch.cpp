@@ -33,7 +33,7 @@ constexpr Option completion_option{
     .names = "--completion",
     .value = "SHELL",
     .help =
-        "Print the completion script for a shell: bash, fish; for example "
+        "Print the completion script for a shell: bash, zsh, fish; for example "
         "'source <(veltane --completion bash)'",
     .choices = completion_shells};
 
@@ -85,9 +85,21 @@ const Subcommand &subcommand_named(const std::string &name) {
       fmt::format("unknown subcommand '{}'; it is one of {}", name, fmt::join(names, ", ")));
 }
 
+// 'veltane help design' is what people try first.
+std::string help_on(const Words &words) {
+  if (words.empty()) return help(own_line());
+  if (words.size() > 1)
+    throw designer::Refusal(fmt::format("unexpected '{}'; help takes one subcommand", words[1]));
+  return help(command_line(subcommand_named(words.front())));
+}
+
 }  // namespace
 
 int run(const Words &words) {
+  if (!words.empty() && words.front() == "help") {
+    print(help_on(Words(words.begin() + 1, words.end())));
+    return 0;
+  }
   if (words.empty() || words.front().starts_with("-")) {
     print(answer(words));
     return 0;

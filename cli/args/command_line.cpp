@@ -14,15 +14,6 @@
 namespace cli {
 namespace {
 
-// --passband_ripple=1 is --passband-ripple=1.
-std::string hyphenated(std::string word) {
-  if (!word.starts_with("--")) return word;
-  const auto end =
-      word.begin() + static_cast<std::ptrdiff_t>(std::min(word.find('='), word.size()));
-  std::replace(word.begin(), end, '_', '-');
-  return word;
-}
-
 // The library's parser, and where it puts what it reads.
 class Parser {
  public:
@@ -86,7 +77,8 @@ class Parser {
       throw designer::Refusal(
           fmt::format("unexpected '{}'; {} --help shows what it takes", word, line.name));
     std::vector<std::string_view> names{"--help"};
-    for (const Option *option : line.options) names.push_back(option->name());
+    for (const Option *option : line.options)
+      for (const std::string_view known : option->all_names()) names.push_back(known);
     const std::string name = word.substr(0, word.find('='));
     if (const auto near = nearest(name, names))
       throw designer::Refusal(fmt::format("unknown option '{}'; did you mean {}?", word, *near));
@@ -127,7 +119,7 @@ std::optional<Arguments> parse(const CommandLine &line, const Words &words) {
                            (!words.front().starts_with('-') || words.front() == "-");
   Words typed;
   std::transform(words.begin() + (has_operand ? 1 : 0), words.end(), std::back_inserter(typed),
-                 hyphenated);
+                 [&](const std::string &word) { return in_full(word, line.options); });
   for (const Option *option : line.options)
     for (const std::string &word : typed)
       if (option->is_switch() && word.starts_with(std::string(option->name()) + '='))

@@ -30,8 +30,8 @@ CommandLine command_line(const Subcommand &subcommand);
 std::string help(const CommandLine &line);
 
 /**
- * Reads words. Names of options may be typed with underscores; the number of values of an option is
- * checked when it is asked for.
+ * Reads words. Names of options may be typed with underscores, and shortened as long as one option
+ * is meant (`in_full`); the number of values of an option is checked when it is asked for.
  * @return the arguments; none if the words ask for help
  * Raises designer::Refusal for an unknown option, a word too many, or a switch with a value.
  */

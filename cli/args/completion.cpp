@@ -21,9 +21,7 @@ std::string long_names(Options options) {
 
 // A pattern for `case`: "-o|--output".
 std::string pattern(const Option &option) {
-  const auto comma = option.names.find(',');
-  if (comma == std::string_view::npos) return std::string(option.names);
-  return fmt::format("{}|{}", option.names.substr(0, comma), option.names.substr(comma + 1));
+  return fmt::format("{}", fmt::join(option.all_names(), "|"));
 }
 
 std::string bash_cases(Options options) {
@@ -79,9 +77,9 @@ std::string fish_text(std::string_view text) {
 // Completes an option where a condition of fish holds.
 std::string fish_line(const std::string &condition, const Option &option) {
   std::string line = fmt::format("complete -c veltane -n {}", fish_text(condition));
-  if (option.names.find(',') != std::string_view::npos)
-    line += fmt::format(" -s {}", option.names.substr(1, 1));
-  line += fmt::format(" -l {}", option.name().substr(2));
+  for (const std::string_view name : option.all_names())
+    line += name.starts_with("--") ? fmt::format(" -l {}", name.substr(2))
+                                   : fmt::format(" -s {}", name.substr(1));
   if (!option.choices.empty())
     line += fmt::format(" -x -a '{}'", fmt::join(option.choices, " "));
   else if (!option.is_switch())
@@ -101,11 +99,66 @@ std::string fish(const CommandLine &own, std::span<const Subcommand *const> subc
   return text;
 }
 
+// As zsh takes a text inside a specification in single quotes: there a colon and brackets end it.
+std::string zsh_text(std::string_view text) {
+  std::string out;
+  for (const char c : text) {
+    if (c == ':' || c == '[' || c == ']' || c == '\\') out += '\\';
+    out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  }
+  return out;
+}
+
+// Specifications of an option for _arguments, one a name: '--order[Order: 2 to 200]:NUMBER:'. One
+// name excludes the others.
+std::string zsh_specifications(const Option &option) {
+  const std::vector<std::string_view> names = option.all_names();
+  std::string value;
+  if (!option.choices.empty())
+    value = fmt::format(":{}:({})", zsh_text(option.value), fmt::join(option.choices, " "));
+  else if (!option.is_switch())
+    value = fmt::format(":{}:{}", zsh_text(option.value),
+                        option.value.find("FILE") != std::string_view::npos ? "_files" : " ");
+  std::string text;
+  for (const std::string_view name : names)
+    text += fmt::format("        '({})'{}'[{}]{}' \\\n", fmt::join(names, " "), name,
+                        zsh_text(option.help), value);
+  return text;
+}
+
+std::string zsh(const CommandLine &own, std::span<const Subcommand *const> subcommands) {
+  std::string text = "#compdef veltane\n_veltane() {\n  local -a subcommands\n  subcommands=(\n";
+  for (const Subcommand *subcommand : subcommands)
+    text += fmt::format("    '{}:{}'\n", subcommand->name, zsh_text(subcommand->summary));
+  text += R"(  )
+  if (( CURRENT == 2 )) && [[ $words[2] != -* ]]; then
+    _describe -t subcommands subcommand subcommands
+    return
+  fi
+  case $words[2] in
+)";
+  for (const Subcommand *subcommand : subcommands) {
+    text += fmt::format("    {})\n      shift words; (( CURRENT-- ))\n      _arguments \\\n",
+                        subcommand->name);
+    for (const Option *option : all_options(*subcommand)) text += zsh_specifications(*option);
+    text += "        '--help[Print this help]' '*:FILE:_files'\n      ;;\n";
+  }
+  text += "    *)\n      _arguments \\\n";
+  for (const Option *option : own.options) text += zsh_specifications(*option);
+  return text + R"(        '--help[Print this help]'
+      ;;
+  esac
+}
+if [[ $zsh_eval_context[-1] == loadautofunc ]]; then _veltane "$@"; else compdef _veltane veltane; fi
+)";
+}
+
 }  // namespace
 
 std::string completion(std::string_view shell, const CommandLine &own,
                        std::span<const Subcommand *const> subcommands) {
-  return shell == "fish" ? fish(own, subcommands) : bash(own, subcommands);
+  if (shell == "fish") return fish(own, subcommands);
+  return shell == "zsh" ? zsh(own, subcommands) : bash(own, subcommands);
 }
 
 }  // namespace cli

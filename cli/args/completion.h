@@ -11,7 +11,7 @@
 
 namespace cli {
 
-inline constexpr std::array<std::string_view, 2> completion_shells{"bash", "fish"};
+inline constexpr std::array<std::string_view, 3> completion_shells{"bash", "zsh", "fish"};
 
 /** @param shell  one of `completion_shells`
  *  @param own    the command line without a subcommand

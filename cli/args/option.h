@@ -7,13 +7,15 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cli {
 
 /** An option of a subcommand. Tables point to options, and the option itself is the key to what was
  *  given to it: each exists once. */
 struct Option {
-  std::string_view names;      /**< "--order", or "-o,--output" */
+  std::string_view names; /**< "--order", "-o,--output", or "--samplerate,--fs": the first long one
+                               is its own, others are second names */
   std::string_view value = {}; /**< what its value is called, such as "FILE"; empty for a switch */
   std::string_view help;       /**< what it does, its choices, range and unit */
   std::size_t most = 1;        /**< how many values it takes; those of a switch are not counted */
@@ -25,12 +27,26 @@ struct Option {
 
   bool is_switch() const { return value.empty(); }
 
-  /** @return its long name: "--output". */
-  std::string_view name() const { return names.substr(names.find("--")); }
+  /** @return its own long name: "--output". */
+  std::string_view name() const {
+    const std::string_view long_names = names.substr(names.find("--"));
+    return long_names.substr(0, long_names.find(','));
+  }
+
+  /** @return all of its names. */
+  std::vector<std::string_view> all_names() const;
 };
 
 /** A table of options, in the order of the help. */
 using Options = std::span<const Option *const>;
+
+/**
+ * An option as it was typed, by its name in the table: --passband_ripple is --passband-ripple, and
+ * --pass is that, too, where no other option begins so. A value after = stays.
+ * @return what is no such option as it is
+ * Raises designer::Refusal where several options begin so.
+ */
+std::string in_full(const std::string &typed, Options options);
 
 }  // namespace cli
 

@@ -88,6 +88,22 @@ TEST(CommandLine, UnknownOptionsAreAnsweredWithTheNearest) {
   EXPECT_EQ(refused("--weight"), "unknown option '--weight'; tool --help lists the options");
 }
 
+TEST(CommandLine, TakesTheBeginningOfANameWhereItIsTheOnlyOne) {
+  EXPECT_EQ(parsed("--col blue").value(colour), "blue");
+  EXPECT_EQ(parsed("--colo=blue").value(colour), "blue");
+  EXPECT_THAT(parsed("--the_s 1").values(size), ElementsAre("1"));
+  EXPECT_FALSE(cli::parse(line, {"--he"}).has_value());
+  EXPECT_THAT(refused("--c blue"), HasSubstr("unknown option '--c'")) << "too short to mean one";
+
+  static constexpr Option near{.names = "--colours,--couleurs", .help = ""};
+  const cli::CommandLine two{"tool", "", "", {&colour, &near}, examples, ""};
+  const auto given = [&](const char *word) { return cli::parse(two, {word}).value(); };
+  EXPECT_EQ(refusal([&] { given("--col"); }), "'--col' may be --colour or --colours");
+  EXPECT_TRUE(given("--colours").given(near));
+  EXPECT_TRUE(given("--cou").given(near)) << "a second name has beginnings, too";
+  EXPECT_TRUE(given("--colour=red").given(colour)) << "a whole name is that";
+}
+
 TEST(CommandLine, HelpIsAskedForWithEitherName) {
   EXPECT_FALSE(cli::parse(line, {"--help"}).has_value());
   EXPECT_FALSE(cli::parse(line, {"--loud", "-h"}).has_value());
