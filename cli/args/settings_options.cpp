@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "args/saved_file.h"
+#include "args/settings_words.h"
 #include "args/shared_options.h"
 #include "designer/refusal.h"
 
@@ -29,20 +30,23 @@ constexpr std::array options{
            .choices = responses},
     Option{.names = "--units",
            .value = "WORD",
-           .help = "Frequency Units: hertz, normalized, radians [hertz]",
+           .help =
+               "Frequency Units: hertz, normalized, radians (normalized 1 is half the sample rate, "
+               "radians are not supported) [hertz]",
            .choices = units},
-    Option{.names = "--samplerate",
+    Option{.names = "--samplerate,--fs",
            .value = "NUMBER",
-           .help = "Sample Rate in Hz, 0 for that of the audio, 48000 [0]"},
+           .help = "Sample Rate in Hz, such as 44100 or 44.1k; 0 for that of the audio, 48000 [0]"},
     Option{.names = "--order", .value = "NUMBER", .help = "Order: 2 to 200 [5]"},
-    Option{.names = "--frequency",
+    Option{.names = "--frequency,--cutoff",
            .value = "NUMBER [NUMBER]",
-           .help = "Cutoff Frequencies in --units: one, or two for a band response [3000]",
+           .help = "Cutoff Frequencies in --units, such as 3000 or 3k: one, or two for a band "
+                   "response [3000]",
            .most = 2},
-    Option{.names = "--passband-ripple",
+    Option{.names = "--passband-ripple,--ripple",
            .value = "NUMBER",
            .help = "Chebyshev-I Passband Ripple: 0.1 to 48 dB [0.5]"},
-    Option{.names = "--stopband-attenuation",
+    Option{.names = "--stopband-attenuation,--attenuation",
            .value = "NUMBER",
            .help = "Chebyshev-II Stopband Attenuation: 6 to 240 dB [96]"},
     Option{.names = "--zpk-output",
@@ -83,7 +87,7 @@ std::string option_for(const std::string &attribute) {
 designer::Settings typed_settings(const Arguments &arguments) {
   designer::Settings settings;
   for (const Option *option : settings_options()) {
-    const Words words = arguments.values(*option);
+    const Words words = in_own_words(*option, arguments.values(*option));
     if (!words.empty())
       settings.set(attribute_of(*option), designer::Values(words.begin(), words.end()));
   }

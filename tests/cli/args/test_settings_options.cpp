@@ -24,8 +24,9 @@ std::string first(const designer::Values &values) {
 // What the module does not declare of its attributes.
 std::string unit(const std::string &name) {
   static const std::map<std::string, std::string> units{
-      {"samplerate", " in Hz, 0 for that of the audio, 48000"},
-      {"frequency", " in --units: one, or two for a band response"},
+      {"units", " (normalized 1 is half the sample rate, radians are not supported)"},
+      {"samplerate", " in Hz, such as 44100 or 44.1k; 0 for that of the audio, 48000"},
+      {"frequency", " in --units, such as 3000 or 3k: one, or two for a band response"},
       {"passband_ripple", " dB"},
       {"stopband_attenuation", " dB"}};
   const auto found = units.find(name);

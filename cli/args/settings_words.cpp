@@ -1,0 +1,131 @@
+#include "args/settings_words.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "args/nearest.h"
+#include "designer/refusal.h"
+#include "designer/settings.h"
+
+namespace cli {
+namespace {
+
+using Synonym = std::pair<std::string_view, std::string_view>;
+
+// Without hyphens, as they are looked for.
+constexpr std::array synonyms{Synonym{"butter", "butterworth"},
+                              Synonym{"cheby1", "chebyshev-1"},
+                              Synonym{"chebyshev1", "chebyshev-1"},
+                              Synonym{"chebyshevi", "chebyshev-1"},
+                              Synonym{"cheby2", "chebyshev-2"},
+                              Synonym{"chebyshev2", "chebyshev-2"},
+                              Synonym{"chebyshevii", "chebyshev-2"},
+                              Synonym{"lp", "lowpass"},
+                              Synonym{"low", "lowpass"},
+                              Synonym{"hp", "highpass"},
+                              Synonym{"high", "highpass"},
+                              Synonym{"bp", "bandpass"},
+                              Synonym{"band", "bandpass"},
+                              Synonym{"bs", "bandstop"},
+                              Synonym{"br", "bandstop"},
+                              Synonym{"stop", "bandstop"},
+                              Synonym{"notch", "bandstop"},
+                              Synonym{"bandreject", "bandstop"},
+                              Synonym{"hz", "hertz"},
+                              Synonym{"normalised", "normalized"},
+                              Synonym{"norm", "normalized"},
+                              Synonym{"yes", "on"},
+                              Synonym{"no", "off"},
+                              Synonym{"true", "on"},
+                              Synonym{"false", "off"},
+                              Synonym{"1", "on"},
+                              Synonym{"0", "off"}};
+
+std::string lower_case(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return lower;
+}
+
+std::string without(char unwanted, std::string text) {
+  std::erase(text, unwanted);
+  return text;
+}
+
+std::string own_word(const Option &option, const std::string &typed) {
+  const std::string plain = without('-', lower_case(typed));
+  const auto is_choice = [&](std::string_view word) {
+    return std::find(option.choices.begin(), option.choices.end(), word) != option.choices.end();
+  };
+  for (const std::string_view choice : option.choices)
+    if (without('-', std::string(choice)) == plain) return std::string(choice);
+  for (const auto &[word, meaning] : synonyms)
+    if (word == plain && is_choice(meaning)) return std::string(meaning);
+  if (const auto near = nearest(lower_case(typed), option.choices))
+    throw designer::Refusal(
+        fmt::format("{} cannot be '{}'; did you mean {}?", option.name(), typed, *near));
+  return typed;
+}
+
+bool takes_numbers(const Option &option) { return option.value.starts_with("NUMBER"); }
+
+// The exponent of ten that a letter before a unit stands for, or 0.
+int exponent_of(char letter) {
+  if (letter == 'k' || letter == 'K') return 3;
+  return letter == 'M' ? 6 : 0;
+}
+
+// "3.4kHz" as "3400": the digits keep their value, as it is not multiplied.
+std::string own_number(const std::string &typed) {
+  std::string number = typed;
+  const std::string lower = lower_case(typed);
+  for (const std::string_view unit : {"hz", "db"})
+    if (lower.ends_with(unit)) number.resize(number.size() - unit.size());
+  while (number.ends_with(' ')) number.pop_back();
+  const int exponent = number.empty() ? 0 : exponent_of(number.back());
+  if (exponent != 0) {
+    number.pop_back();
+    while (number.ends_with(' ')) number.pop_back();
+    if (number.find_first_not_of("+-.0123456789") != std::string::npos) return typed;
+    number += fmt::format("e{}", exponent);
+  }
+  if (number == typed) return typed;
+  const auto value = designer::number_in(number);
+  return value ? fmt::format("{}", *value) : typed;
+}
+
+// "300,3400" as two, and so is "300, 3400" in words of its own.
+Words split_at_commas(const Words &typed) {
+  Words words;
+  for (const std::string &word : typed) {
+    std::size_t begin = 0;
+    for (std::size_t comma = word.find(','); comma != std::string::npos;
+         comma = word.find(',', begin)) {
+      if (comma > begin) words.push_back(word.substr(begin, comma - begin));
+      begin = comma + 1;
+    }
+    if (begin < word.size()) words.push_back(word.substr(begin));
+  }
+  return words.empty() ? typed : words;
+}
+
+}  // namespace
+
+Words in_own_words(const Option &option, const Words &typed) {
+  Words words = takes_numbers(option) && option.most > 1 ? split_at_commas(typed) : typed;
+  for (std::string &word : words) {
+    if (!option.choices.empty())
+      word = own_word(option, word);
+    else if (takes_numbers(option))
+      word = own_number(word);
+  }
+  return words;
+}
+
+}  // namespace cli
