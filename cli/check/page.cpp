@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "text/json.h"
+#include "text/quantities.h"
 
 namespace cli {
 namespace {
@@ -17,27 +18,26 @@ const char *word(Weight weight) {
   return weight == Weight::problem ? "problem" : weight == Weight::note ? "note" : "fact";
 }
 
-std::string counted(std::size_t problems) {
-  if (problems == 0) return "sound";
-  return problems == 1 ? "1 problem" : fmt::format("{} problems", problems);
+std::string outcome(std::size_t problems, Colour colour) {
+  return problems == 0 ? "sound" : alarming(text::counted(problems, "problem"), colour);
 }
 
-std::string paragraph(const Finding &finding) {
-  std::string text =
-      fmt::format("{}: {}: {}\n", finding.weight == Weight::problem ? "PROBLEM" : "note",
-                  finding.about, finding.text);
+std::string paragraph(const Finding &finding, Colour colour) {
+  std::string text = fmt::format(
+      "{}: {}: {}\n", finding.weight == Weight::problem ? alarming("PROBLEM", colour) : "note",
+      finding.about, finding.text);
   if (!finding.change.empty()) text += fmt::format("  change: {}\n", finding.change);
   return text;
 }
 
 }  // namespace
 
-std::string check_page(const verdict::Verdict &verdict) {
-  std::string page = fmt::format("{}: {}\n\n", counted(verdict.problems()), verdict.title);
+std::string check_page(const verdict::Verdict &verdict, Colour colour) {
+  std::string page = fmt::format("{}: {}\n\n", outcome(verdict.problems(), colour), verdict.title);
   for (const Weight weight : {Weight::problem, Weight::note}) {
     const std::size_t before = page.size();
     for (const Finding &finding : verdict.findings.list)
-      if (finding.weight == weight) page += paragraph(finding);
+      if (finding.weight == weight) page += paragraph(finding, colour);
     if (page.size() > before) page += '\n';
   }
   for (const Finding &finding : verdict.findings.list)

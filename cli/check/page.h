@@ -4,13 +4,15 @@
 
 #include <string>
 
+#include "base/colour.h"
 #include "base/words.h"
 #include "verdict/verdict.h"
 
 namespace cli {
 
-/** @return the verdict, the problems and what to change, the notes, the facts. */
-std::string check_page(const verdict::Verdict &verdict);
+/** @return the verdict, the problems and what to change, the notes, the facts.
+ *  @param colour  whether problems are to catch the eye */
+std::string check_page(const verdict::Verdict &verdict, Colour colour = Colour::off);
 
 /**
  * {"veltane": version, "command": [...], "sound": true or false, "title": "...",

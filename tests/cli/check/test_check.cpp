@@ -95,7 +95,7 @@ TEST_F(SavedCheck, WhatCannotBeCheckedIsRefused) {
   refused("--format yaml", "--format is text or json");
   Json other = good;
   other.erase("dictionary");
-  refused(write("bad.json", text_of(other)), "has no \"dictionary\"");
+  refused(write("bad.json", text_of(other)), "settings but no \"dictionary\"");
   other = good;
   other["dictionary"]["topology"] = "butterworth";
   refused(write("bad.json", text_of(other)), "coefficients of a butterworth");
@@ -103,4 +103,15 @@ TEST_F(SavedCheck, WhatCannotBeCheckedIsRefused) {
   other["dictionary"]["cascade"].get_ref<Json::array_t &>().pop_back();
   refused(write("bad.json", text_of(other)), "'cascade' has 14 numbers");
   refused(write("bad.json", "{"), "is not JSON");
+}
+
+TEST(CheckOnATerminal, ShowsProblemsInColourUnlessAskedNotTo) {
+  const auto page = [](const std::string &environment) {
+    return run(environment + " script -qec '" VELTANE_COMMAND " check --frequency 24000' /dev/null")
+        .out;
+  };
+  EXPECT_THAT(page("TERM=xterm"), HasSubstr("\033[1;31mPROBLEM\033[0m: cutoff"));
+  EXPECT_THAT(page("TERM=xterm NO_COLOR=1"), testing::Not(HasSubstr("\033")));
+  EXPECT_THAT(page("TERM=dumb"), testing::Not(HasSubstr("\033")));
+  EXPECT_THAT(veltane("check --frequency 24000").out, testing::Not(HasSubstr("\033")));
 }
