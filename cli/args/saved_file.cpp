@@ -1,6 +1,10 @@
 #include "args/saved_file.h"
 
+#include <fmt/format.h>
+
+#include "args/settings_options.h"
 #include "base/input_file.h"
+#include "designer/refusal.h"
 
 namespace cli {
 
@@ -8,6 +12,21 @@ std::string in_quotes(const std::string &file) { return '\'' + file + '\''; }
 
 designer::SavedDesign read_saved_design(const std::string &file) {
   return designer::parse_saved_design(read_input(file), in_quotes(file));
+}
+
+designer::SavedDesign read_operand(const Arguments &arguments, const std::string &file) {
+  if (!requested_settings(arguments).empty())
+    throw designer::Refusal(
+        fmt::format("the coefficients in '{}' are taken as they are; settings go with --from {}, "
+                    "which designs anew",
+                    file, file));
+  designer::SavedDesign design = read_saved_design(file);
+  if (design.dictionary.empty())
+    throw designer::Refusal(
+        fmt::format("{} has settings but no \"dictionary\" with coefficients; --from {} designs "
+                    "with its settings",
+                    in_quotes(file), file));
+  return design;
 }
 
 }  // namespace cli

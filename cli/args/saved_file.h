@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "args/arguments.h"
 #include "designer/saved_design.h"
 
 namespace cli {
@@ -14,6 +15,13 @@ std::string in_quotes(const std::string &file);
 /** @param file  its name; "-" for standard input
  *  Raises designer::Refusal when it cannot be read or is not a saved design. */
 designer::SavedDesign read_saved_design(const std::string &file);
+
+/**
+ * The saved design that is a subcommand's operand, whose coefficients are taken as they are.
+ * Raises designer::Refusal when settings were given beside it, it cannot be read, or it holds
+ * settings but no coefficients.
+ */
+designer::SavedDesign read_operand(const Arguments &arguments, const std::string &file);
 
 }  // namespace cli
 

@@ -1,5 +1,7 @@
 // `veltane check`: whether a filter is what its settings ask for, in plain words.
 
+#include <unistd.h>
+
 #include <array>
 #include <set>
 
@@ -32,20 +34,9 @@ std::string description() {
 }
 
 verdict::FilterUnderTest saved(const Request &request, const std::string &file) {
-  if (!requested_settings(request.arguments).empty())
-    throw designer::Refusal(
-        fmt::format("the coefficients in '{}' are checked as they are; settings go with --from {}, "
-                    "which designs anew",
-                    file, file));
-  const std::string what = in_quotes(file);
-  const designer::SavedDesign design = read_saved_design(file);
-  if (design.dictionary.empty())
-    throw designer::Refusal(
-        fmt::format("{} has no \"dictionary\" to check; 'veltane check --from {}' checks a new "
-                    "design with its settings",
-                    what, file));
+  const designer::SavedDesign design = read_operand(request.arguments, file);
   designer::Designer designer(request.module);
-  return verdict::saved_filter(designer, design, what);
+  return verdict::saved_filter(designer, design, in_quotes(file));
 }
 
 verdict::FilterUnderTest designed(const Request &request) {
@@ -61,7 +52,9 @@ int run(const Request &request) {
   const auto output = request.arguments.value(output_option);
   const auto &file = request.arguments.operand();
   const verdict::Verdict verdict = verdict::judge(file ? saved(request, *file) : designed(request));
-  write_output(output, json ? check_document(verdict, request.command) : check_page(verdict));
+  const Colour colour = output ? Colour::off : colour_for(STDOUT_FILENO);
+  write_output(output,
+               json ? check_document(verdict, request.command) : check_page(verdict, colour));
   return verdict.problems() == 0 ? 0 : 1;
 }
 

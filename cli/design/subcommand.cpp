@@ -27,9 +27,9 @@ constexpr std::array<std::string_view, 4> examples{
     "echo '{\"order\": 4}' | veltane design --batch -"};
 
 std::string description() {
-  return "Designs one filter: makes a box of the class veltane with these settings, bangs it, and\n"
-         "prints the dictionary that it publishes. A setting that is not given keeps its default,\n"
-         "which is shown in brackets.";
+  return "Designs one filter and prints it: zeros, poles and gain, second-order sections, and, if\n"
+         "asked for, the transfer function, as the object publishes them. A setting that is not\n"
+         "given keeps its default, which is shown in brackets.";
 }
 
 constexpr char notes[] =

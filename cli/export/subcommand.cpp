@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
@@ -44,7 +45,9 @@ constexpr std::array<std::string_view, 2> examples{
 
 std::string description() {
   std::string text =
-      "Designs one filter and writes its second-order sections in the layout of another program.\n"
+      "Designs one filter and writes its second-order sections in the layout of another program;\n"
+      "'veltane export FILE.json --for TARGET' takes the coefficients of a saved design as they "
+      "are.\n"
       "A comment in the file holds the equation, the sign of the feedback terms, the sample rate\n"
       "and the command that makes it again. Numbers have 17 significant digits, or 9\n"
       "for targets with floats.\n\nTargets:\n";
@@ -67,6 +70,18 @@ void warn_of(const std::vector<std::string> &remarks) {
   for (const std::string &remark : remarks) warn(remark);
 }
 
+// A new design, or a saved one with its coefficients as they are.
+designer::Design exported_design(const Request &request) {
+  const Arguments &arguments = request.arguments;
+  if (const auto &file = arguments.operand()) {
+    const designer::SavedDesign saved = read_operand(arguments, *file);
+    designer::Designer designer(request.module);
+    return designer::opened(designer, saved, in_quotes(*file));
+  }
+  const designer::Settings settings = layouts::with_sections(requested_settings(arguments));
+  return designer::Designer(request.module).design(settings);
+}
+
 int run(const Request &request) {
   const Arguments &arguments = request.arguments;
   const auto name = arguments.value(target_option);
@@ -74,8 +89,7 @@ int run(const Request &request) {
   const layouts::Target &target = layouts::target_named(*name);
   const layouts::Request wanted = layout_request(request);
   layouts::check(wanted, target);
-  const designer::Settings settings = layouts::with_sections(requested_settings(arguments));
-  const designer::Design design = designer::Designer(request.module).design(settings);
+  const designer::Design design = exported_design(request);
   warn_of(design.remarks);
   const layouts::ExportedFilter filter = layouts::exported_filter(design, target, wanted);
   warn_of(filter.remarks);
@@ -90,6 +104,7 @@ const Subcommand export_subcommand{.name = "export",
                                    .description = description,
                                    .options = options,
                                    .shared = SharedOptions::settings_and_module,
+                                   .operand = "FILE.json",
                                    .examples = examples,
                                    .run = run};
 

@@ -36,7 +36,7 @@ std::string description() {
   return "Draws one filter, or several over one another: the level, the passband enlarged, phase,\n"
          "group delay, zeros and poles. Cutoffs, the -3 dB points, and the ripple or attenuation\n"
          "asked for are marked. It needs gnuplot. A setting that is not given keeps its default,\n"
-         "which is shown in brackets.";
+         "which is shown in brackets. 'veltane plot FILE.json -o PICTURE' draws a saved design.";
 }
 
 std::string lower_case(std::string text) {
@@ -71,13 +71,18 @@ designer::PublishedFilter published(const designer::Design &design, const std::s
   }
 }
 
-pictures::DrawnFilter saved(designer::Designer &designer, const std::string &file) {
-  const std::string what = in_quotes(file);
-  const designer::SavedDesign stored = read_saved_design(file);
+designer::SavedDesign read_compared(const std::string &file) {
+  designer::SavedDesign stored = read_saved_design(file);
   if (stored.dictionary.empty())
-    throw designer::Refusal(what +
+    throw designer::Refusal(in_quotes(file) +
                             " has settings but no filter; 'veltane design --format json -o FILE' "
                             "saves both");
+  return stored;
+}
+
+pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedDesign &stored,
+                            const std::string &file) {
+  const std::string what = in_quotes(file);
   const designer::Design design = designer::opened(designer, stored, what);
   pictures::DrawnFilter filter = pictures::drawn_filter(published(design, what), what);
   for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
@@ -89,9 +94,10 @@ pictures::DrawnFilter saved(designer::Designer &designer, const std::string &fil
 // The filters that were asked for, in the order of the key.
 std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
   const Words files = request.arguments.values(compare_option);
+  const auto &operand = request.arguments.operand();
   const designer::Settings settings = requested_settings(request.arguments);
-  const bool designs = files.empty() || !settings.empty();
-  const std::size_t count = files.size() + (designs ? 1 : 0);
+  const bool designs = !operand && (files.empty() || !settings.empty());
+  const std::size_t count = files.size() + (designs || operand ? 1 : 0);
   if (count > pictures::most_filters)
     throw designer::Refusal(fmt::format("a picture takes up to {} filters, and {} were given",
                                         pictures::most_filters, count));
@@ -102,7 +108,10 @@ std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
     filters.push_back(filter);
   };
   if (designs) add(designed(designer, settings), "the filter");
-  for (const std::string &file : files) add(saved(designer, file), in_quotes(file));
+  if (operand)
+    add(saved(designer, read_operand(request.arguments, *operand), *operand), in_quotes(*operand));
+  for (const std::string &file : files)
+    add(saved(designer, read_compared(file), file), in_quotes(file));
   return filters;
 }
 
@@ -133,6 +142,7 @@ const Subcommand plot_subcommand{
     .description = description,
     .options = options,
     .shared = SharedOptions::settings_and_module,
+    .operand = "FILE.json",
     .examples = examples,
     .run = run};
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <complex>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <numbers>
 #include <sstream>
@@ -21,7 +22,7 @@ namespace {
 using Rows = std::vector<std::vector<double>>;
 
 Json exported(const std::string &arguments) {
-  const Outcome outcome = veltane("export --for json " + arguments);
+  const Outcome outcome = veltane("export " + arguments + " --for json");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   return Json::parse(outcome.out);
 }
@@ -281,3 +282,19 @@ INSTANTIATE_TEST_SUITE_P(
                       "holds floats, in which this filter is unstable"},
         RefusedExport{"--for c --topology butterworth --order 200 --frequency 20",
                       "the gain of this filter is too small for a double"}));
+
+TEST(ExportCommand, TakesTheCoefficientsOfASavedDesign) {
+  const tests::TemporaryFolder folder;
+  const std::string file = (folder / "saved.json").string();
+  ASSERT_EQ(veltane("design --order 3 --format json -o " + file).status, 0);
+  EXPECT_EQ(exported(file)["sections"], exported("--order 3")["sections"]);
+  std::string edited = read_file(file);
+  const Rows before = published("--order 3");
+  const std::string number = text::double_text(before[0][0]);
+  edited.replace(edited.find(number, edited.find("cascade")), number.size(), "0.25");
+  std::ofstream(file) << edited;
+  EXPECT_NE(exported(file)["sections"], exported("--order 3")["sections"]) << "as they are";
+  const Outcome both = veltane("export " + file + " --for json --order 4");
+  EXPECT_EQ(both.status, 2);
+  EXPECT_THAT(both.err, HasSubstr("settings go with --from"));
+}

@@ -244,6 +244,14 @@ TEST_F(PlotCommand, RangeAndFloorAreThoseAskedFor) {
   EXPECT_THAT(svg, Not(HasSubstr(">\u221240<")));
 }
 
+TEST_F(PlotCommand, ASavedDesignIsDrawnAsItIs) {
+  save("saved.json", "--topology butterworth --order 4 --frequency 1000");
+  EXPECT_THAT(drawn("a.svg", "saved.json"), HasSubstr("butterworth lowpass of order 4"));
+  const Outcome both = plot("saved.json --order 8 -o b.svg");
+  EXPECT_EQ(both.status, 2);
+  EXPECT_THAT(both.err, HasSubstr("settings go with --from saved.json"));
+}
+
 TEST_F(PlotCommand, TellsOfSilentAndUnstableFilters) {
   const Outcome silent = plot("--topology butterworth --order 200 --frequency 20 -o a.svg");
   EXPECT_EQ(silent.status, 0);
