@@ -1,0 +1,167 @@
+#include "rounded_state_variable.h"
+
+#include <cmath>
+
+namespace analysis {
+namespace {
+
+// Below this g, what an integrator adds changes its state by less than a fourth.
+constexpr double small_integrator = 0.125;
+
+double in(Arithmetic arithmetic, double value) {
+  return arithmetic == Arithmetic::floats ? static_cast<double>(static_cast<float>(value)) : value;
+}
+
+/** The coefficients as rounded, those of the output divided by 2^exponent. */
+struct Coefficients {
+  double g, r, h, high, band, low;
+};
+
+Coefficients rounded(const StateVariable &form, Arithmetic arithmetic) {
+  return {in(arithmetic, form.g),    in(arithmetic, form.r),    in(arithmetic, form.h),
+          in(arithmetic, form.high), in(arithmetic, form.band), in(arithmetic, form.low)};
+}
+
+Trinomial narrow(long double at_one, long double ends, long double slant) {
+  return {static_cast<double>(at_one), static_cast<double>(ends), static_cast<double>(slant)};
+}
+
+// What the coefficients compute, beside the section as given.
+void set_polynomials(RoundedSection &model, const Coefficients &c, const Section &given) {
+  const long double g = c.g, r = c.r, h = c.h, high = c.high, band = c.band, low = c.low;
+  const long double at_one = 4 * g * g * h, slant = 2 * g * h * (r - g);
+  const long double wanted_at_one = 1 + static_cast<long double>(given.a2) + given.a1;
+  const long double wanted_slant = 1 - static_cast<long double>(given.a2);
+  model.denominator = narrow(at_one, 2 - slant, slant);
+  model.wanted_denominator = narrow(wanted_at_one, 2 - wanted_slant, wanted_slant);
+  model.denominator_error =
+      narrow(at_one - wanted_at_one, wanted_slant - slant, slant - wanted_slant);
+
+  const WideQuadratic b = numerator_of(given);
+  const long double of_one = low * at_one, of_ends = 2 * h * (high + g * g * low),
+                    of_slant = 2 * band * h * g;
+  model.numerator = narrow(of_one, of_ends, of_slant);
+  model.wanted_numerator = trinomial(b);
+  model.numerator_error =
+      narrow(of_one - (b.q0 + b.q2 + b.q1), of_ends - (b.q0 + b.q2), of_slant - (b.q0 - b.q2));
+  model.stable = at_one > 0 && slant > 0 && h * g * r < 1;
+}
+
+/** Numbers of the loop for an input of 1, over A; of the states before their delay. */
+struct Signals {
+  Trinomial hp, bp, lp, s1, s2;
+  Trinomial without_s2; /**< x - r s1 */
+};
+
+Signals signals_of(const Coefficients &c) {
+  const double gh = c.g * c.h, ggh = c.g * c.g * c.h;
+  const long double twice = 2 * static_cast<long double>(c.g) * c.g * c.h;
+  return {
+      .hp = {0, 2 * c.h, 0},              // h (1 - 1/z)^2
+      .bp = {0, 0, 2 * gh},               // g h (1 - 1/z^2)
+      .lp = {4 * ggh, 2 * ggh, 0},        // g^2 h (1 + 1/z)^2
+      .s1 = {0, 2 * gh, 2 * gh},          // 2 g h (1 - 1/z)
+      .s2 = {4 * ggh, 2 * ggh, 2 * ggh},  // 2 g^2 h (1 + 1/z)
+      .without_s2 = trinomial({1, twice - 2, twice + 1}),
+  };
+}
+
+/** The ways of an error to the output, over A: from an error in what the name says, which is passed
+ *  on to all that is computed from it. */
+struct Ways {
+  Trinomial hp, t, bp, s1, lp, s2;
+};
+
+// Each error goes to hp, bp and lp by the solution of the loop's equations with it as the input.
+Ways ways_of(const Coefficients &c, const Trinomial &numerator) {
+  const auto output = [&](const Trinomial &hp, const Trinomial &bp, const Trinomial &lp) {
+    return sum(sum(times(hp, c.high), times(bp, c.band)), times(lp, c.low));
+  };
+  const double g = c.g, h = c.h, hr = h * c.r, hg = h * g, hrg = hr * g, hgg = hg * g;
+  return {
+      .hp = times(numerator, 1 / h),
+      .t = output({-4 * hg, 2 * hr - 2 * hg, 2 * hg - 2 * hr}, {0, 0, 2}, {4 * g, 2 * g, 0}),
+      .bp = output({-2 * hg, hr, -hr}, {0, 1 - hrg, 1 + hrg},
+                   times(Trinomial{2 + 2 * hrg, 1 + hrg, 1 - hrg}, g)),
+      .s1 = output({-2 * hg, hr - 2 * hg, 2 * hg - hr}, times(Trinomial{0, -1, 1}, 1 - hrg),
+                   times(Trinomial{2, 1, -1}, g * (1 - hrg))),
+      .lp = output({0, h, -h}, {-2 * hg, -hg, hg}, {2 * hrg + 2 * hgg, 1 + hgg, 1 - hgg}),
+      .s2 = output({0, h, -h}, {-2 * hg, -hg, hg}, trinomial({0, 1 - hgg, 2 * hrg - 1 - hgg})),
+  };
+}
+
+class Sources {
+ public:
+  /** Numbers that are rounded on one way through the loop, as `collect(Way &)` names them. */
+  template <class Collect>
+  void add(const Trinomial &way_out, Collect collect) {
+    Way way(squared_magnitude(way_out), true, false);
+    collect(way);
+    all_.push_back(way.source());
+  }
+
+  void add(const Trinomial &way_out, const Trinomial &level) {
+    add(way_out, [&](Way &way) { way.shaped(level); });
+  }
+
+  void add_output(const Way &way) { all_.push_back(way.source()); }
+
+  const std::vector<RoundingSource> &all() const { return all_; }
+
+ private:
+  std::vector<RoundingSource> all_;
+};
+
+std::vector<RoundingSource> sources_of(const Coefficients &c, const Trinomial &numerator) {
+  const Signals signal = signals_of(c);
+  const Ways from = ways_of(c, numerator);
+  // u is added to lp, and with lp to s2.
+  const Trinomial from_u = sum(from.lp, from.s2);
+  Sources sources;
+  sources.add(from.hp, [&](Way &way) {
+    way.shaped_product(c.h * c.r, signal.s1);
+    way.shaped(times(signal.without_s2, c.h));
+    way.shaped(signal.hp);
+    if (!is_exact_factor(c.h)) way.shaped(signal.hp);
+  });
+  sources.add(from.t, [&](Way &way) { way.shaped_product(c.g, signal.hp); });
+  sources.add(from_u, [&](Way &way) { way.shaped_product(c.g, signal.bp); });
+  if (c.g < small_integrator) {
+    // An integrator adds the same number twice. While that is small beside the state, both sums
+    // are rounded alike, and their errors are one.
+    sources.add(sum(from.bp, from.s1), signal.bp);
+    sources.add(from_u, signal.lp);
+  } else {
+    sources.add(from.bp, signal.bp);
+    sources.add(from.s1, signal.s1);
+    sources.add(from.lp, signal.lp);
+    sources.add(from.s2, signal.s2);
+  }
+  Way way(constant(1), false, true);
+  way.shaped_product(c.high, signal.hp);
+  way.shaped_product(c.band, signal.bp);
+  way.shaped_product(c.low, signal.lp);
+  if (c.high != 0 && c.band != 0)
+    way.shaped(sum(times(signal.hp, c.high), times(signal.bp, c.band)));
+  if (c.low != 0 && (c.high != 0 || c.band != 0)) way.shaped(numerator);
+  sources.add_output(way);
+  return sources.all();
+}
+
+}  // namespace
+
+RoundedSection rounded_state_variable(const Section &section, const StateVariable &form,
+                                      Arithmetic arithmetic) {
+  Coefficients c = rounded(form, arithmetic);
+  Section given = form.mirrored ? turned_round(section) : section;
+  RoundedSection model{};
+  model.turned = form.mirrored;
+  model.exponent = common_exponent({c.high, c.band, c.low, 0, 0}, given);
+  given = divided(given, model.exponent);
+  for (double *value : {&c.high, &c.band, &c.low}) *value = std::ldexp(*value, -model.exponent);
+  set_polynomials(model, c, given);
+  model.sources = sources_of(c, model.numerator);
+  return model;
+}
+
+}  // namespace analysis
