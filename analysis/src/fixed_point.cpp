@@ -73,13 +73,14 @@ FixedRun run_fixed(const FixedCascade &cascade, const std::vector<double> &signa
 
   FixedRun run{{}, 0};
   for (const FixedSection &section : cascade.sections) {
+    const Int128 b0 = section.b0, b1 = section.b1, b2 = section.b2;
+    const Int128 minus_a1 = section.minus_a1, minus_a2 = section.minus_a2;
     std::int64_t x1 = 0, x2 = 0, y1 = 0, y2 = 0;
     for (std::int32_t &sample : samples) {
       const std::int64_t x = sample;
       // Wider than the 64 bits of the accumulator, so that an overflow is seen. That one keeps the
       // low 64 bits, of which the result takes no other ones than these.
-      const Int128 sum = Int128{section.b0 * x} + section.b1 * x1 + section.b2 * x2 +
-                         section.minus_a1 * y1 + section.minus_a2 * y2;
+      const Int128 sum = b0 * x + b1 * x1 + b2 * x2 + minus_a1 * y1 + minus_a2 * y2;
       auto y = static_cast<std::int64_t>(sum >> shift);
       if (y < range.lowest || y > range.highest) {
         ++run.overflows;

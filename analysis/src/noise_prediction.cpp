@@ -7,6 +7,7 @@
 
 #include "power_along.h"
 #include "section_powers.h"
+#include "sine_errors.h"
 
 namespace analysis {
 namespace {
@@ -126,6 +127,7 @@ class Prediction {
         add_source(source, {white_power() * level, input.exponent() + own}, gains_[k][n]);
       }
       if (rounding_.relative > 0) add_sines(k, input.exponent(), weights, here.inverse_denominator);
+      add_errors_at_sine(section, input.exponent(), weights);
       input.multiply(here.response, 2 * section.exponent);
       look_for_overflow(input);
     }
@@ -134,11 +136,13 @@ class Prediction {
   void add_source(const RoundingSource &source, const Scaled &level, const Scaled &gain) {
     white_ += rounding_.relative *
               scaled_by(level.value * gain.value, level.exponent + gain.exponent - reference_);
-    // What is too small to be rounded is lost, and no more than that.
-    const double lost =
-        std::min(source.roundings * rounding_.smallest, scaled_by(level.value, level.exponent));
-    constant_ += scaled_by((lost + source.roundings * rounding_.absolute) * gain.value,
-                           gain.exponent - reference_);
+    constant_ +=
+        scaled_by(source.roundings * (rounding_.smallest + rounding_.absolute) * gain.value,
+                  gain.exponent - reference_);
+    // Of what is smaller than the smallest number, nothing is left: the signal is lost here.
+    const double size = scaled_by(level.value, level.exponent);
+    if (size > 0 && size < source.roundings * 12 * rounding_.smallest)
+      white_ += mean_over_steps(wanted_) * white_power();
   }
 
   // The same for a sine at each step: the gains times the levels are one polynomial.
@@ -161,6 +165,20 @@ class Prediction {
     const std::vector<double> &c = cosines(section, steps_);
     for (std::size_t i = 0; i < sine_.size(); ++i)
       sine_[i] += factor * weights[i] * (at(shaped, c[i]) * inverse[i] + at(plain, c[i]));
+  }
+
+  void add_errors_at_sine(const RoundedSection &section, long exponent,
+                          const std::vector<double> &weights) {
+    std::vector<double> error;
+    if (rounding_.relative > 0) {
+      error = sine_error_in_floats(section, steps_, rounding_.relative);
+    } else {
+      const double in_units = square_ / (12 * rounding_.absolute);
+      error = weights;
+      for (double &power : error) power = scaled_by(power * in_units, exponent);
+      error = sine_error_in_fixed_point(section, steps_, error);
+    }
+    for (std::size_t i = 0; i < sine_.size(); ++i) sine_[i] += wanted_[i] * error[i];
   }
 
   // The power of evenly spread noise. Sines are given an amplitude of 1, as they are compared with

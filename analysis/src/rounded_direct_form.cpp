@@ -72,7 +72,8 @@ RoundedSection with_coefficients(Section given, Section rounded, Product product
           .exponent = exponent,
           .turned = turned,
           .stable = stability(Sections{rounded}).stable,
-          .sources = {}};
+          .sources = {},
+          .slow_sums = {}};
 }
 
 Section rounded_coefficients(const Section &section, Arithmetic arithmetic) {
@@ -103,9 +104,12 @@ RoundedSection rounded_direct_1(const Section &section, Arithmetic arithmetic) {
   for (const double a : {a1, a2})
     if (!is_exact_factor(a)) way.shaped(times(numerator, a * a));
   // Before the last product is subtracted, the sum is y + a2 y''.
-  if (a1 != 0)
-    way.shaped(
-        product(numerator, squared_magnitude(trinomial({1, 0, static_cast<long double>(a2)}))));
+  const CosinePolynomial partial =
+      product(numerator, squared_magnitude(trinomial({1, 0, static_cast<long double>(a2)})));
+  if (a1 != 0) {
+    way.shaped(partial);
+    model.slow_sums.push_back({partial, numerator});
+  }
   if (a2 != 0) way.shaped(numerator);
   model.sources.push_back(way.source());
   return model;
@@ -126,10 +130,16 @@ RoundedSection rounded_direct_2_transposed(const Section &section, Arithmetic ar
   for (const double factor : {b0, b1, b2}) way.plain_product(factor);
   for (const double a : {a1, a2})
     if (!is_exact_factor(a)) way.shaped(times(numerator, a * a));
-  if (b0 != 0) way.shaped(numerator);
-  if (b1 != 0 && a1 != 0) way.shaped(trinomial({b.q1 - w1 * b.q0, 0, b.q1 * w2 - w1 * b.q2}));
+  const auto add_sum = [&](const CosinePolynomial &sum, double factor) {
+    way.shaped(sum);
+    model.slow_sums.push_back({sum, constant(factor * factor)});
+  };
+  if (b0 != 0) add_sum(numerator, b0);
+  if (b1 != 0 && a1 != 0)
+    add_sum(squared_magnitude(trinomial({b.q1 - w1 * b.q0, 0, b.q1 * w2 - w1 * b.q2})), b1);
   way.shaped(trinomial({0, b.q1 - w1 * b.q0, b.q2 - w2 * b.q0}));
-  if (b2 != 0 && a2 != 0) way.shaped(trinomial({b.q2 - w2 * b.q0, b.q2 * w1 - w2 * b.q1, 0}));
+  if (b2 != 0 && a2 != 0)
+    add_sum(squared_magnitude(trinomial({b.q2 - w2 * b.q0, b.q2 * w1 - w2 * b.q1, 0})), b2);
   model.sources.push_back(way.source());
   return model;
 }

@@ -22,6 +22,12 @@ struct RoundingSource {
   bool in_output; /**< true if the levels, not the gain, are those of the divided numerator */
 };
 
+/** A sum of a number that has the digits of the result and of another that is smaller: squared, the
+ *  level of the sum over |A|^2, and that of what is added as it stands. */
+struct SlowSum {
+  CosinePolynomial sum, added;
+};
+
 /**
  * A section H = N / A. Everything holds for z, or for -z where `turned`: then the poles are nearer
  * to z = -1. Numerators, of sources too, are divided by 2^exponent.
@@ -37,6 +43,7 @@ struct RoundedSection {
   bool turned;
   bool stable;
   std::vector<RoundingSource> sources;
+  std::vector<SlowSum> slow_sums; /**< whose errors go to the output by 1 / A; of direct forms */
 };
 
 /** q0 + q1 / z + q2 / z^2, in long double, so that sums keep what doubles cancel. */
