@@ -136,13 +136,13 @@ class Prediction {
   void add_source(const RoundingSource &source, const Scaled &level, const Scaled &gain) {
     white_ += rounding_.relative *
               scaled_by(level.value * gain.value, level.exponent + gain.exponent - reference_);
-    constant_ +=
-        scaled_by(source.roundings * (rounding_.smallest + rounding_.absolute) * gain.value,
-                  gain.exponent - reference_);
     // Of what is smaller than the smallest number, nothing is left: the signal is lost here.
     const double size = scaled_by(level.value, level.exponent);
-    if (size > 0 && size < source.roundings * 12 * rounding_.smallest)
-      white_ += mean_over_steps(wanted_) * white_power();
+    const double smallest = source.roundings * rounding_.smallest;
+    constant_ +=
+        scaled_by((std::min(smallest, size) + source.roundings * rounding_.absolute) * gain.value,
+                  gain.exponent - reference_);
+    if (size > 0 && size < 12 * smallest) white_ += mean_over_steps(wanted_) * white_power();
   }
 
   // The same for a sine at each step: the gains times the levels are one polynomial.

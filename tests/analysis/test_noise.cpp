@@ -118,6 +118,20 @@ TEST(Noise, OfFloatsTakesTheirRangeIntoAccount) {
   EXPECT_LT(noise(lowpass, Structure::direct_1, Arithmetic::floats, 1e-30).white_db, -130);
 }
 
+TEST(Noise, IsTheSignalItselfWhereFloatsLoseItsGain) {
+  // 1e-60 becomes 0: nothing comes out, and all of it is missing.
+  const Sections filter{{1e-60, 0, -1e-60, -1.6, 0.99}, {1e30, 0, 0, 0, 0}};
+  for (const Structure structure :
+       {Structure::direct_1, Structure::direct_2_transposed, Structure::state_variable}) {
+    const Noise found = noise(filter, structure, Arithmetic::floats);
+    EXPECT_NEAR(found.white_db, 10 * std::log10(1.0 / 16), 0.01);
+    EXPECT_NEAR(found.sine_db, 10 * std::log10(1.0 / 2), 0.01);
+  }
+  // What begins below the smallest float and is amplified later is lost as well.
+  const Sections faint{{1e-45, 1e-45, 0, -0.9, 0}, {1e20, 0, 0, -0.5, 0}, {1e20, 0, 0, 0, 0}};
+  EXPECT_GT(noise(faint, Structure::direct_1, Arithmetic::floats).white_db, -15);
+}
+
 TEST(Noise, OfFixedPointDependsOnTheLevelAndTheRange) {
   const auto at = [](double amplitude) {
     return noise(lowpass, Structure::direct_1, Arithmetic::fixed_32, amplitude);
