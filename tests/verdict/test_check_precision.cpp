@@ -1,38 +1,10 @@
 // Whether the sections can do with fewer digits than theirs.
 
-#include <cmath>
-
 #include "check_test.h"
 #include "checks.h"
 
 using testing::HasSubstr;
-using testing::StartsWith;
 using namespace verdict;
-
-namespace {
-
-// Of two sections that have their peak at DC; the first one's is at `db`, the second one makes it 0.
-std::string said_of_peaks(double db) {
-  const double factor = std::pow(10.0, db / 20);
-  FilterUnderTest filter{};
-  for (const double b : {0.0625 * factor, 0.0625 / factor})
-    filter.forms.sections.push_back({b, 2 * b, b, -1.0, 0.25});
-  filter.forms.roots.gain = 0.0625 * 0.0625;
-  filter.published.samplerate = 48000.0;
-  const Findings findings = check_precision(filter);
-  return said(findings, "float", Weight::fact) + said(findings, "float", Weight::note);
-}
-
-}  // namespace
-
-TEST(CheckPrecision, PeaksBetweenSectionsUpTo600DecibelsAreSafe) {
-  for (const double safe : {0.0, 599.9, -599.9})
-    EXPECT_THAT(said_of_peaks(safe), StartsWith("safe: rounding"));
-  EXPECT_THAT(said_of_peaks(600.1),
-              StartsWith("not safe: peaks between sections are from 0 to 600 dB"));
-  EXPECT_THAT(said_of_peaks(-600.1),
-              StartsWith("not safe: peaks between sections are from -600 to 0 dB"));
-}
 
 TEST(CheckPrecision, SaysWhetherFloatsAreEnough) {
   EXPECT_THAT(fact(checked({}), "float"), HasSubstr("safe"));

@@ -82,15 +82,16 @@ TEST(Verdict, EveryProblemAndNoteSaysWhatToChange) {
 
 // Programs and readers find what they look for at its place.
 TEST(Verdict, TheOrderIsThatOfTheChecks) {
-  EXPECT_THAT(keys(checked({{"topology", {"chebyshev-1"}}}).findings.measured),
-              ElementsAre("poles", "sections", "samplerate", "cutoffs_hz", "published", "finite",
-                          "stable", "margin", "ringing_samples", "ringing_ms", "gain",
-                          "reference_hz", "reference_db", "passband_highest_db",
-                          "passband_lowest_db", "half_power_hz", "roots_to_sections_db",
-                          "pairs_intact", "transfer_function_db", "transfer_function_poles_outside",
-                          "transfer_function_safe", "between_sections_lowest_db",
-                          "between_sections_highest_db", "gain_in_first_section", "float_safe",
-                          "float_db", "float_stable", "float_pole_movement"));
+  EXPECT_THAT(
+      keys(checked({{"topology", {"chebyshev-1"}}}).findings.measured),
+      ElementsAre("poles", "sections", "samplerate", "cutoffs_hz", "published", "finite", "stable",
+                  "margin", "ringing_samples", "ringing_ms", "gain", "reference_hz", "reference_db",
+                  "passband_highest_db", "passband_lowest_db", "half_power_hz",
+                  "roots_to_sections_db", "pairs_intact", "transfer_function_db",
+                  "transfer_function_poles_outside", "transfer_function_safe", "noise_db",
+                  "noise_exported_db", "between_sections_lowest_db", "between_sections_highest_db",
+                  "gain_in_first_section", "float_safe", "float_db", "float_stable",
+                  "float_pole_movement", "float_noise_db", "float_noise_exported_db"));
 }
 
 TEST(Verdict, WithoutLevelsThereIsNothingToCompare) {

@@ -9,6 +9,8 @@
 #include "analysis/cascade_peaks.h"
 #include "analysis/rounding.h"
 #include "checks.h"
+#include "noise_levels.h"
+#include "noise_text.h"
 #include "text/quantities.h"
 #include "tolerances.h"
 
@@ -50,7 +52,7 @@ Findings gain(const Forms &forms, const PeakRange &between) {
 }
 
 // What goes wrong in single precision, or nothing.
-std::string trouble_in_floats(const FilterUnderTest &filter, const PeakRange &between,
+std::string trouble_in_floats(const FilterUnderTest &filter, const NoiseLevels &noise,
                               const analysis::RoundingEffect &effect) {
   if (effect.silent) return "the gain is too small for a float, and the filter silent";
   if (!effect.stability.stable)
@@ -58,27 +60,36 @@ std::string trouble_in_floats(const FilterUnderTest &filter, const PeakRange &be
   if (!(effect.response.db <= float_tolerance_db))
     return fmt::format("rounding the sections changes the level by {:.3g} dB at {}",
                        effect.response.db, filter.published.hz_text(effect.response.w));
-  if (std::max(-between.lowest_db, between.highest_db) > float_range_db)
-    return "peaks between sections are " + range_text(between);
+  if (!(noise.published_db <= float_noise_db))
+    return "the sections as published " + noise_text(noise.published_db);
   return "";
 }
 
-Findings single_precision(const FilterUnderTest &filter, const PeakRange &between) {
+const char *way_out_of_floats(const NoiseLevels &noise) {
+  return noise.exported_db <= float_noise_db
+             ? "run them as 'veltane export' arranges them, in floats as state-variable sections, "
+               "or keep coefficients and signals in double precision"
+             : "keep coefficients and signals in double precision";
+}
+
+Findings single_precision(const FilterUnderTest &filter) {
   const analysis::RoundingEffect effect =
       analysis::float_rounding_effect(filter.forms.sections, audible_db);
-  const std::string trouble = trouble_in_floats(filter, between, effect);
+  const NoiseLevels noise = noise_levels(filter.forms.sections, analysis::Arithmetic::floats);
+  const std::string trouble = trouble_in_floats(filter, noise, effect);
   Findings findings;
   findings.measured["float_safe"] = trouble.empty();
   findings.measured["float_db"] = effect.response.db;
   findings.measured["float_stable"] = effect.stability.stable;
   findings.measured["float_pole_movement"] = effect.pole_movement;
+  findings.measured["float_noise_db"] = noise.published_db;
+  findings.measured["float_noise_exported_db"] = noise.exported_db;
   if (trouble.empty())
-    findings.fact("float",
-                  fmt::format("safe: rounding the sections changes the level by at most {} dB",
-                              text::no_less_than(1.01 * effect.response.db)));
+    findings.fact("float", fmt::format("safe: they {}; the level is right within {} dB",
+                                       noise_text(noise.published_db),
+                                       text::no_less_than(1.01 * effect.response.db)));
   else
-    findings.note("float", "not safe: " + trouble,
-                  "keep coefficients and signals in double precision");
+    findings.note("float", "not safe: " + trouble, way_out_of_floats(noise));
   return findings;
 }
 
@@ -87,7 +98,7 @@ Findings single_precision(const FilterUnderTest &filter, const PeakRange &betwee
 Findings check_precision(const FilterUnderTest &filter) {
   const PeakRange between = between_sections(filter.forms.sections);
   Findings findings = gain(filter.forms, between);
-  findings += single_precision(filter, between);
+  findings += single_precision(filter);
   return findings;
 }
 

@@ -13,9 +13,12 @@ inline constexpr double audible_db = 120.0;
 /** What rounding to single precision may change. */
 inline constexpr double float_tolerance_db = 0.1;
 
-/** Peaks between sections may be so far below or above 0 dB in single precision: floats keep their
- *  digits from -758 to 770 dB, and a signal needs room below its peak. */
-inline constexpr double float_range_db = 600.0;
+/** Noise in dB of the output's peak up to which a filter is good in double precision, where it is
+ *  200 dB lower if all is well. */
+inline constexpr double double_noise_db = -80.0;
+
+/** The same in single precision. */
+inline constexpr double float_noise_db = -60.0;
 
 }  // namespace verdict
 

@@ -1,0 +1,37 @@
+// What is left of a signal that runs through the sections in double precision.
+
+#include <string>
+
+#include <fmt/format.h>
+
+#include "checks.h"
+#include "noise_levels.h"
+#include "noise_text.h"
+#include "tolerances.h"
+
+namespace verdict {
+
+Findings check_noise(const FilterUnderTest &filter) {
+  const NoiseLevels noise = noise_levels(filter.forms.sections, analysis::Arithmetic::doubles);
+  Findings findings;
+  findings.measured["noise_db"] = noise.published_db;
+  findings.measured["noise_exported_db"] = noise.exported_db;
+  const std::string published = noise_text(noise.published_db);
+  const std::string exported = noise_text(noise.exported_db);
+  if (noise.published_db <= double_noise_db)
+    findings.fact("noise", "in doubles the sections " + published);
+  else if (noise.exported_db <= double_noise_db)
+    findings.problem("noise", "in doubles the sections as published " + published,
+                     fmt::format("run them as 'veltane export' arranges them, where they {}; or "
+                                 "several filters of a lower order in a row",
+                                 exported));
+  else
+    findings.problem("noise",
+                     fmt::format("in doubles the sections as published {}, and as 'veltane export' "
+                                 "arranges them they {}",
+                                 published, exported),
+                     "a lower --order, or several filters of a lower order in a row");
+  return findings;
+}
+
+}  // namespace verdict

@@ -1,0 +1,25 @@
+// How much noise the sections make when a signal runs through them.
+#ifndef VERDICT_NOISE_LEVELS_H
+#define VERDICT_NOISE_LEVELS_H
+
+#include "analysis/filter.h"
+#include "analysis/structure.h"
+
+namespace verdict {
+
+/** Errors at the output in dB of its peak, negative where they are less: the worse of those for
+ *  white noise and for the worst sine. Infinite where the signal overflows or the filter cannot be
+ *  run. */
+struct NoiseLevels {
+  double published_db; /**< in direct form II transposed, the sections as they are */
+  double exported_db;  /**< as `veltane export` writes them: arranged, in doubles in the same form,
+                            in floats as state-variable sections */
+};
+
+/** @param sections  stable and finite
+ *  @param arithmetic  doubles or floats */
+NoiseLevels noise_levels(const analysis::Sections &sections, analysis::Arithmetic arithmetic);
+
+}  // namespace verdict
+
+#endif
