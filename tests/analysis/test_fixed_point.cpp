@@ -78,8 +78,10 @@ TEST(FixedPoint, LimitsItsInput) {
 TEST(FixedPoint, RefusesWhatItCannotHold) {
   EXPECT_THROW(fixed_cascade({{1, 0, 0, 0, 0}}, Arithmetic::doubles), std::invalid_argument);
   EXPECT_THROW(fixed_cascade({{NAN, 0, 0, 0, 0}}, Arithmetic::fixed_32), std::invalid_argument);
-  EXPECT_THROW(fixed_cascade({{0x1.8p31, 0, 0, 0, 0}}, Arithmetic::fixed_32), std::invalid_argument);
-  EXPECT_THROW(fixed_cascade({{0x1.8p15, 0, 0, 0, 0}}, Arithmetic::fixed_16), std::invalid_argument);
+  EXPECT_THROW(fixed_cascade({{0x1.8p31, 0, 0, 0, 0}}, Arithmetic::fixed_32),
+               std::invalid_argument);
+  EXPECT_THROW(fixed_cascade({{0x1.8p15, 0, 0, 0, 0}}, Arithmetic::fixed_16),
+               std::invalid_argument);
   EXPECT_EQ(fixed_cascade({{16384, 0, 0, 0, 0}}, Arithmetic::fixed_16).postshift, 14);
   EXPECT_EQ(fixed_cascade({}, Arithmetic::fixed_16).sections.size(), 0U);
 }

@@ -33,10 +33,12 @@ struct Noise {
  * computed from the rounded coefficients. Products with a power of two and sums with 0 do not
  * round. An arithmetic that fuses multiplication and addition makes somewhat less noise.
  *
- * A signal that stands still, or changes from sample to sample by less than a unit, is rounded
- * the same way each time: the error is then no noise, and may be larger.
+ * Errors that are no noise are taken account of where they follow from a sine or a coefficient: a
+ * sine of few units, which each period rounds alike, and a coefficient next to a power of two, whose
+ * products are rounded alike. A signal that stands still is beyond this: its error does not move,
+ * and may be larger or smaller.
  *
- * Cost: proportional to n^2; about 20 ms for 200 sections.
+ * Cost: proportional to n^2; some 30 ms for 200 sections.
  * Accuracy: docs/noise.md compares it with filters that run.
  * Source: Jackson, "On the interaction of roundoff noise and dynamic range in digital filters"
  * (1970), for the sources and their gains in a cascade; Rao, "Analysis of coefficient quantization
