@@ -17,6 +17,7 @@ ROOT = Path(__file__).resolve().parents[1]
 DOCUMENT = ROOT / "docs" / "noise.md"
 SAMPLE = ROOT / "tests" / "analysis" / "noise_filters.jsonl"
 COUNT = 1000
+QUICK_COUNT = 12
 SAMPLE_COUNT = 48
 SAMPLE_LONGEST_RUN = 300_000
 # How many filters show that the reference is good enough, and how long they may run.
@@ -98,13 +99,13 @@ def totals(all_rows):
     ]
 
 
-def set_lines(filters, drawn):
+def set_lines(filters, drawn, longest):
     orders = sorted(one["settings"]["order"] for one in filters)
     edges = [one["settings"]["frequency"] for one in filters]
     lowest = min(edge[0] if isinstance(edge, list) else edge for edge in edges)
     return [
         f"- {len(filters):,} filters of {drawn:,} drawn; the others would have to run for more "
-        f"than {noise_filters.LONGEST_RUN:,} samples times sections",
+        f"than {longest:,} samples times sections",
         f"- orders {orders[0]} to {orders[-1]}, {sum(order > 40 for order in orders)} of them above "
         f"40; the lowest cutoff is {lowest:.2g} of Nyquist",
     ]
@@ -127,7 +128,8 @@ def write_sample(veltane):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--build", type=Path, required=True)
-    parser.add_argument("--count", type=int, default=COUNT)
+    parser.add_argument("--quick", action="store_true",
+                        help="a few filters once, to see that all of it runs")
     parser.add_argument("--write", action="store_true", help="put the tables into docs/noise.md")
     parser.add_argument("--sample", action="store_true", help="write the filters of the unit test")
     options = parser.parse_args()
@@ -137,12 +139,15 @@ def main():
         return 0
 
     began = time.monotonic()
-    filters, drawn = noise_filters.filters(veltane, options.count, noise_filters.LONGEST_RUN)
+    count, longest = COUNT, noise_filters.LONGEST_RUN
+    if options.quick:
+        count, longest = QUICK_COUNT, CHECKED_LONGEST_RUN
+    filters, drawn = noise_filters.filters(veltane, count, longest)
     all_rows = rows(run(program, filters))
     met, total = totals(all_rows)
     parts = {
         "machine": machine.description(options.build),
-        "filters": set_lines(filters, drawn),
+        "filters": set_lines(filters, drawn, longest),
         "totals": total,
         "table": table(all_rows),
         "reference": reference_lines(program, filters),
