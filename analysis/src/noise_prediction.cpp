@@ -64,7 +64,8 @@ class Prediction {
         rounding_(rounding),
         square_(amplitude * amplitude),
         gains_(sections.size()),
-        sine_(steps.size(), 0.0) {}
+        sine_(steps.size(), 0.0),
+        noise_before_(steps.size(), 0.0) {}
 
   Noise run() {
     find_wanted();
@@ -176,9 +177,18 @@ class Prediction {
       const double in_units = square_ / (12 * rounding_.absolute);
       error = weights;
       for (double &power : error) power = scaled_by(power * in_units, exponent);
-      error = sine_error_in_fixed_point(section, steps_, error);
+      error = sine_error_in_fixed_point(section, steps_, error, noise_before_);
+      pass_on_noise(section);
     }
     for (std::size_t i = 0; i < sine_.size(); ++i) sine_[i] += wanted_[i] * error[i];
+  }
+
+  // What fixed point has added so far, in units, from the input of a section to its output.
+  void pass_on_noise(const RoundedSection &section) {
+    const SectionPowers here = section_powers(section, steps_);
+    for (std::size_t i = 0; i < noise_before_.size(); ++i)
+      noise_before_[i] = std::ldexp(noise_before_[i] * here.response[i], 2 * section.exponent) +
+                         here.inverse_denominator[i] / 12;
   }
 
   // The power of evenly spread noise. Sines are given an amplitude of 1, as they are compared with
@@ -242,6 +252,7 @@ class Prediction {
   double white_ = 0;
   double constant_ = 0; /**< what does not depend on the signal */
   std::vector<double> sine_;
+  std::vector<double> noise_before_; /**< in fixed point, at each step */
   bool white_overflows_ = false, sine_overflows_ = false;
 };
 

@@ -30,10 +30,13 @@ std::vector<double> sine_error_in_floats(const RoundedSection &section, const Fr
  * In fixed point, where a1 and a2 are close to 2 and 1 with any sign: products of such numbers with
  * samples hardly leave the unit.
  * @param input  power of the sine that the section gets, at each step, in units
+ * @param noise  power of the noise that comes with it, likewise as a density: it makes the rounding
+ *               differ from period to period, as a dither does
  */
 std::vector<double> sine_error_in_fixed_point(const RoundedSection &section,
                                               const FrequencySteps &steps,
-                                              const std::vector<double> &input);
+                                              const std::vector<double> &input,
+                                              const std::vector<double> &noise);
 
 }  // namespace analysis
 
