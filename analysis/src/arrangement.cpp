@@ -29,7 +29,7 @@ struct Candidate {
 Candidate ordered(Sections sections, const LevelGrid &grid) {
   std::vector<GridLevels> levels;
   for (const Section &section : sections) levels.push_back(grid.levels(section));
-  JudgedOrder judged = quiet_order(spread_order(sections), levels);
+  JudgedOrder judged = quiet_order(spread_order(sections), levels, grid);
   return {std::move(sections), std::move(judged)};
 }
 

@@ -40,12 +40,20 @@ std::vector<double> frequencies(const Sections &filter, LevelGrid::Fineness fine
 }  // namespace
 
 LevelGrid::LevelGrid(const Sections &filter, Fineness fineness) {
-  for (const double w : frequencies(filter, fineness)) {
+  const std::vector<double> frequency = frequencies(filter, fineness);
+  for (std::size_t i = 0; i < frequency.size(); ++i) {
+    const double w = frequency[i];
     const double end = w <= 0.5 ? 1.0 : -1.0;
     const double half = std::numbers::pi * (w <= 0.5 ? w : 1.0 - w) / 2;
     points_.push_back({end, 2 * std::sin(half) * std::sin(half), std::sin(2 * half)});
+    const double before = i == 0 ? w : frequency[i - 1];
+    const double after = i + 1 == frequency.size() ? w : frequency[i + 1];
+    shares_.push_back((after - before) / 2);
   }
-  while (points_.size() % level_lanes != 0) points_.push_back(points_.back());
+  while (points_.size() % level_lanes != 0) {
+    points_.push_back(points_.back());
+    shares_.push_back(0.0);
+  }
 }
 
 GridLevels LevelGrid::levels(const Section &section) const {

@@ -15,7 +15,7 @@ using GridLevel = float;
 using GridLevels = std::vector<GridLevel>;
 
 /** Lists of levels are multiples of this long, so that all lanes of the processor work. */
-inline constexpr std::size_t level_lanes = 16;
+inline constexpr std::size_t level_lanes = 8;
 
 /** Frequencies at which the partial products of a cascade have their peaks. */
 class LevelGrid {
@@ -29,6 +29,9 @@ class LevelGrid {
 
   /** How many levels a list of them has. */
   std::size_t size() const { return points_.size(); }
+
+  /** The share of the axis that each frequency stands for; they add up to 1. */
+  const std::vector<double> &shares() const { return shares_; }
 
   /**
    * log2 |H| of one section at each frequency; far below everything, but finite, at a zero on the
@@ -45,6 +48,7 @@ class LevelGrid {
     double sin;
   };
   std::vector<Point> points_;
+  std::vector<double> shares_;
 };
 
 /** The highest of the levels. */

@@ -4,7 +4,6 @@
 #include <array>
 #include <bit>
 #include <cmath>
-#include <limits>
 #include <numeric>
 #include <utility>
 
@@ -17,11 +16,28 @@ std::size_t window_width(std::size_t sections) {
   return std::min<std::size_t>(sections, sections <= 48 ? 8 : 6);
 }
 
-// Few orders still change in the sixth.
-constexpr int most_rounds = 6;
+// What later ones still gain is a tenth of a decibel.
+constexpr int most_rounds = 4;
 
 // An order that gains less might be the same one, judged with other rounding errors.
 constexpr double worthwhile = 1.0 - 1e-3;
+
+/** |H|^2 at each frequency, as a multiple of something. */
+using Powers = std::vector<double>;
+
+// Of a list of levels, its highest being 1. What is as low as `least` counts as that, so that
+// products of them are normal numbers, with which processors are fast.
+Powers powers_of(const GridLevels &levels, double least) {
+  const GridLevel peak = highest(levels);
+  Powers powers;
+  powers.reserve(levels.size());
+  for (const GridLevel level : levels)
+    powers.push_back(std::max(least, static_cast<double>(std::exp2(2 * (level - peak)))));
+  return powers;
+}
+
+constexpr double least_of_section = 1e-25;
+constexpr double least_of_product = 1e-37;
 
 /**
  * Finds the best order within one window of consecutive sections after another. How noisy a place
@@ -30,32 +46,41 @@ constexpr double worthwhile = 1.0 - 1e-3;
  */
 class WindowSearch {
  public:
-  WindowSearch(Order start, const std::vector<GridLevels> &levels)
+  WindowSearch(Order start, const std::vector<GridLevels> &levels, const LevelGrid &grid)
       : levels_(levels),
+        shares_(grid.shares()),
         order_(std::move(start)),
         width_(window_width(order_.size())),
-        silence_(levels.front().size(), 0.0F),
+        silence_(grid.size(), 0.0F),
         whole_(silence_),
         sets_(std::size_t{1} << width_) {
-    for (const GridLevels &section : levels_) add_levels(whole_, section);
-    peak_ = highest(whole_);
-    sets_.front().noise = 0.0;
+    for (const GridLevels &section : levels_) {
+      add_levels(whole_, section);
+      powers_.push_back(powers_of(section, least_of_section));
+    }
+    sets_.front() = {Powers(grid.size(), 1.0), 0.0, 0.0, 0};
   }
 
   void improve() {
     const std::size_t last = order_.size() - width_;
     const std::size_t step = std::max<std::size_t>(1, width_ / 2);
+    std::vector<bool> settled(order_.size(), false);  // the window from there has its best order
     for (int round = 0; round < most_rounds; ++round) {
       bool changed = false;
       GridLevels before = silence_;
       for (std::size_t first = 0;;) {
-        changed = improve_window(first, before) || changed;
+        if (!settled[first] && improve_window(first, before)) {
+          changed = true;
+          const std::size_t overlap = first < width_ ? 0 : first - width_ + 1;
+          for (std::size_t i = overlap; i < std::min(first + width_, settled.size()); ++i)
+            settled[i] = false;
+        }
+        settled[first] = true;
         if (first == last) break;
         const std::size_t next = std::min(first + step, last);
         for (; first < next; ++first) add_levels(before, levels_[order_[first]]);
       }
-      // One window that holds all sections has found the best order.
-      if (!changed || last == 0) break;
+      if (!changed) break;
     }
   }
 
@@ -63,11 +88,17 @@ class WindowSearch {
 
   /** The sum over all places. */
   double noise() const {
-    GridLevels product = silence_;
+    const GridLevel peak = highest(whole_);
+    GridLevels before = silence_;
     double sum = 0.0;
     for (const std::size_t section : order_) {
-      add_levels(product, levels_[section]);
-      sum += noise_behind(product);
+      add_levels(before, levels_[section]);
+      const GridLevels behind = rest(before);
+      const Powers powers = powers_of(behind, 0.0);
+      const double excess =
+          static_cast<double>(highest(before)) + static_cast<double>(highest(behind) - peak);
+      sum += std::exp2(2.0 * excess) *
+             std::inner_product(powers.begin(), powers.end(), shares_.begin(), 0.0);
     }
     return sum;
   }
@@ -75,31 +106,37 @@ class WindowSearch {
  private:
   /** A set of sections of the window, which are the bits of its place in the list. */
   struct Set {
-    GridLevels product;   /**< of all before the window and these */
-    double noise = 0.0;   /**< of the best order of these, behind each of them */
-    std::size_t last = 0; /**< which of the window comes last in it */
+    Powers product;
+    double noise_behind = 0.0; /**< of the place behind all of these, whatever their order */
+    double noise = 0.0;        /**< of the best order of these, behind each of them */
+    std::size_t last = 0;      /**< which of the window comes last in it */
   };
 
-  // Of the place behind a product, relative to that of the whole filter.
-  double noise_behind(const GridLevels &product) const {
-    std::array<GridLevel, level_lanes> before, behind;
-    before.fill(std::numeric_limits<GridLevel>::lowest());
-    behind.fill(std::numeric_limits<GridLevel>::lowest());
-    // A maximum in each lane, since the compiler may not reorder a maximum over all.
-    for (std::size_t start = 0; start < product.size(); start += level_lanes)
+  GridLevels rest(const GridLevels &product) const {
+    GridLevels levels = whole_;
+    for (std::size_t i = 0; i < levels.size(); ++i) levels[i] -= product[i];
+    return levels;
+  }
+
+  // The peak of before * first, times the sum of behind * second.
+  static double noise_between(const Powers &before, const Powers &first, const Powers &behind,
+                              const Powers &second) {
+    // One for each lane, since the compiler may not reorder maxima and sums.
+    std::array<double, level_lanes> peak{}, sum{};
+    for (std::size_t start = 0; start < before.size(); start += level_lanes)
       for (std::size_t lane = 0; lane < level_lanes; ++lane) {
-        const GridLevel level = product[start + lane];
-        const GridLevel rest = whole_[start + lane] - level;
-        before[lane] = before[lane] > level ? before[lane] : level;
-        behind[lane] = behind[lane] > rest ? behind[lane] : rest;
+        const std::size_t i = start + lane;
+        const double level = before[i] * first[i];
+        peak[lane] = peak[lane] > level ? peak[lane] : level;
+        sum[lane] += behind[i] * second[i];
       }
-    const GridLevel excess = *std::max_element(before.begin(), before.end()) +
-                             *std::max_element(behind.begin(), behind.end()) - peak_;
-    return std::exp2(2.0 * static_cast<double>(excess));
+    return *std::max_element(peak.begin(), peak.end()) *
+           std::accumulate(sum.begin(), sum.end(), 0.0);
   }
 
   // The best order of a set, from those of the sets with one section less.
-  void complete(Set &set, std::size_t members) const {
+  void complete(std::size_t members) {
+    Set &set = sets_[members];
     set.last = static_cast<std::size_t>(std::countr_zero(members));
     set.noise = sets_[members & (members - 1)].noise;
     for (std::size_t i = set.last + 1; members >> i != 0; ++i) {
@@ -108,29 +145,44 @@ class WindowSearch {
       set.last = i;
       set.noise = sets_[members ^ bit].noise;
     }
-    set.noise += noise_behind(set.product);
+    set.noise += set.noise_behind;
   }
 
-  bool improve_window(std::size_t first, const GridLevels &before) {
-    const auto section = [&](std::size_t i) { return order_[first + i]; };
-    sets_.front().product = before;
+  void multiply_sets(std::size_t first) {
     for (std::size_t members = 1; members < sets_.size(); ++members) {
-      Set &set = sets_[members];
+      const Powers &others = sets_[members & (members - 1)].product;
       const auto lowest = static_cast<std::size_t>(std::countr_zero(members));
-      set.product = sets_[members & (members - 1)].product;
-      add_levels(set.product, levels_[section(lowest)]);
-      complete(set, members);
+      const Powers &section = powers_[order_[first + lowest]];
+      Powers &product = sets_[members].product;
+      product.resize(others.size());
+      for (std::size_t i = 0; i < others.size(); ++i) product[i] = others[i] * section[i];
+    }
+  }
+
+  // Whether the window has another order then.
+  bool improve_window(std::size_t first, const GridLevels &before_window) {
+    GridLevels until_behind = before_window;
+    for (std::size_t i = 0; i < width_; ++i) add_levels(until_behind, levels_[order_[first + i]]);
+    const Powers before = powers_of(before_window, least_of_product);
+    Powers behind = powers_of(rest(until_behind), least_of_product);
+    for (std::size_t i = 0; i < behind.size(); ++i) behind[i] *= shares_[i];
+
+    multiply_sets(first);
+    const std::size_t all = sets_.size() - 1;
+    for (std::size_t members = 1; members <= all; ++members) {
+      sets_[members].noise_behind =
+          noise_between(before, sets_[members].product, behind, sets_[all ^ members].product);
+      complete(members);
     }
 
     double now = 0.0;
-    for (std::size_t i = 0; i < width_; ++i)
-      now += noise_behind(sets_[(std::size_t{2} << i) - 1].product);
-    if (!(sets_.back().noise < now * worthwhile)) return false;
+    for (std::size_t i = 0; i < width_; ++i) now += sets_[(std::size_t{2} << i) - 1].noise_behind;
+    if (!(sets_[all].noise < now * worthwhile)) return false;
 
     Order best(width_);
-    std::size_t members = sets_.size() - 1;
+    std::size_t members = all;
     for (std::size_t i = width_; i-- > 0;) {
-      best[i] = section(sets_[members].last);
+      best[i] = order_[first + sets_[members].last];
       members ^= std::size_t{1} << sets_[members].last;
     }
     std::copy(best.begin(), best.end(), order_.begin() + static_cast<std::ptrdiff_t>(first));
@@ -138,17 +190,18 @@ class WindowSearch {
   }
 
   const std::vector<GridLevels> &levels_;
+  const std::vector<double> &shares_;
   Order order_;
   std::size_t width_;
   GridLevels silence_, whole_;
+  std::vector<Powers> powers_;
   std::vector<Set> sets_;
-  GridLevel peak_ = 0.0F;
 };
 
 }  // namespace
 
-JudgedOrder quiet_order(Order start, const std::vector<GridLevels> &levels) {
-  WindowSearch search(std::move(start), levels);
+JudgedOrder quiet_order(Order start, const std::vector<GridLevels> &levels, const LevelGrid &grid) {
+  WindowSearch search(std::move(start), levels, grid);
   search.improve();
   return {search.order(), search.noise()};
 }

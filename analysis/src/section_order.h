@@ -23,9 +23,9 @@ struct JudgedOrder {
  * Source: Held & Karp, "A Dynamic Programming Approach to Sequencing Problems" (1962), for the best
  * order within a window.
  * @param start   an order to begin with
- * @param levels  of each section
+ * @param levels  of each section, at the frequencies of the grid
  */
-JudgedOrder quiet_order(Order start, const std::vector<GridLevels> &levels);
+JudgedOrder quiet_order(Order start, const std::vector<GridLevels> &levels, const LevelGrid &grid);
 
 /**
  * The places of the sections sorted by the angles of their poles, taken first, middle, first
