@@ -1,5 +1,8 @@
 #!/usr/bin/python3
-"""Times veltane, SciPy and liquid-dsp on the same designs, and prints what came out."""
+"""Times veltane, SciPy and liquid-dsp on the same designs, and prints what came out.
+
+With --running it runs their filters instead, and prints how far the outputs are off.
+"""
 
 import argparse
 import json
@@ -13,8 +16,11 @@ import machine
 import measure
 import picture
 import report
+import running
 
-DOCUMENT = Path(__file__).parent.parent / "docs" / "performance.md"
+DOCS = Path(__file__).parent.parent / "docs"
+DOCUMENT = DOCS / "performance.md"
+RUNNING_DOCUMENT = DOCS / "running.md"
 
 
 def parts(results, build):
@@ -37,13 +43,20 @@ def show(written):
         print("\n".join(lines))
 
 
-def write(written):
-    DOCUMENT.write_text(document.filled(DOCUMENT.read_text(encoding="utf-8"), written),
-                        encoding="utf-8")
+def write(written, path=DOCUMENT):
+    path.write_text(document.filled(path.read_text(encoding="utf-8"), written), encoding="utf-8")
+
+
+def compare_running(build, arguments):
+    """How well filters run: a measurement of its own, with a document of its own."""
+    written = running.parts(running.measure(build, arguments.quick), machine.description(build))
+    show(written)
+    if arguments.write:
+        write(written, RUNNING_DOCUMENT)
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", required=True, help="the folder of the build with benchmarks")
     parser.add_argument("--quick", action="store_true",
                         help="one round over a few orders, to see that all of it runs")
@@ -53,15 +66,23 @@ def main():
                         help="put what was measured into docs/performance.md, with its picture")
     parser.add_argument("--batch", action="store_true",
                         help="measure the batch only; with --write, put that into the document")
+    parser.add_argument("--running", action="store_true",
+                        help="run filters on signals only; with --write, put what came out into "
+                        "docs/running.md")
     arguments = parser.parse_args()
     if arguments.quick and (arguments.write or arguments.again):
         parser.error("a quick run is not a measurement: give --quick, or --write and --again")
     if arguments.batch and (arguments.quick or arguments.again):
         parser.error("--batch goes with --write only")
+    if arguments.running and (arguments.batch or arguments.again):
+        parser.error("--running goes with --quick or --write only")
 
     rounds, min_time = (1, 0.001) if arguments.quick else (5, 0.05)
     kept = Path(arguments.build) / "measured.json"
     try:
+        if arguments.running:
+            compare_running(arguments.build, arguments)
+            return 0
         if arguments.batch:
             written = {"batch": report.batch(batch.measure(arguments.build, rounds, False))}
             show(written)

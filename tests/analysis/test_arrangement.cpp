@@ -226,7 +226,7 @@ TEST(Arrangement, SpreadsTheGainSoThatNothingOverflowsInside) {
 
 // The power of white noise behind a filter, by the middles of many stripes.
 double noise_power(const Sections &filter) {
-  constexpr int stripes = 20000;
+  constexpr int stripes = 4000;
   double sum = 0;
   for (int i = 0; i < stripes; ++i) sum += std::norm(response(filter, (i + 0.5) / stripes));
   return sum / stripes;
