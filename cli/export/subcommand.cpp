@@ -31,23 +31,33 @@ constexpr Option normalise_option{
         "Scale the filter to 0 dB at DC (highpass: at the Nyquist frequency; bandpass: at the "
         "centre of the band); a chebyshev-1 of even order to minus its ripple there, so that "
         "the ripple's top is 0 dB [off]"};
+constexpr Option published_option{
+    .names = "--as-published",
+    .help =
+        "Keep the sections in the order and with the gain that the module gives them, instead of "
+        "arranging them for the least rounding noise [off]"};
 constexpr Option spread_option{
     .names = "--spread-gain",
     .help =
-        "Distribute the gain over the sections, so that the signal is near its full level from "
-        "each section to the next [off]"};
+        "With --as-published: distribute the gain over the sections, so that the signal is near "
+        "its full level from each section to the next [off]"};
+constexpr Option anyway_option{
+    .names = "--anyway",
+    .help = "Write a filter that makes too much noise in the target's floats, too [off]"};
 
-constexpr std::array options{&target_option, &file_option, &normalise_option, &spread_option};
+constexpr std::array options{&target_option,    &file_option,   &normalise_option,
+                             &published_option, &spread_option, &anyway_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane export --for scipy --topology butterworth --order 4 --frequency 1000",
-    "veltane export --for c --response bandpass --frequency 300 3400 --spread-gain -o band.h"};
+    "veltane export --for c --response bandpass --frequency 300 3400 -o band.h"};
 
 std::string description() {
   std::string text =
       "Designs one filter and writes its second-order sections in the layout of another program;\n"
       "'veltane export FILE.json --for TARGET' takes the coefficients of a saved design as they "
       "are.\n"
+      "The sections are arranged so that they run with the least rounding noise.\n"
       "A comment in the file holds the equation, the sign of the feedback terms, the sample rate\n"
       "and the command that makes it again. Numbers have 17 significant digits, or 9\n"
       "for targets with floats.\n\nTargets:\n";
@@ -56,13 +66,19 @@ std::string description() {
   return text;
 }
 
-layouts::Request layout_request(const Request &request) {
+layouts::Request layout_request(const Request &request, const layouts::Target &target) {
   const Arguments &arguments = request.arguments;
   const auto file = arguments.value(file_option);
   const std::string stem = file && *file != "-" ? std::filesystem::path(*file).stem().string() : "";
   layouts::Request wanted{layouts::identifier_for(stem), request.command};
   if (arguments.given(normalise_option)) wanted.level = layouts::Level::normalised;
-  if (arguments.given(spread_option)) wanted.gain = layouts::Gain::spread;
+  const bool published = arguments.given(published_option), spread = arguments.given(spread_option);
+  // The gain of arranged sections is spread anyway; what has no sections cannot do either.
+  if (spread && (published || target.form == layouts::Form::lists))
+    wanted.arrangement = layouts::Arrangement::published_spread;
+  else if (published)
+    wanted.arrangement = layouts::Arrangement::published;
+  if (arguments.given(anyway_option)) wanted.noisy = layouts::Noisy::written;
   return wanted;
 }
 
@@ -87,7 +103,7 @@ int run(const Request &request) {
   const auto name = arguments.value(target_option);
   if (!name) throw designer::Refusal("veltane export needs --for TARGET; --help lists the targets");
   const layouts::Target &target = layouts::target_named(*name);
-  const layouts::Request wanted = layout_request(request);
+  const layouts::Request wanted = layout_request(request, target);
   layouts::check(wanted, target);
   const designer::Design design = exported_design(request);
   warn_of(design.remarks);

@@ -2,11 +2,13 @@
 
 #include <fmt/format.h>
 
+#include "analysis/arrangement.h"
 #include "analysis/cascade_gain.h"
 #include "designer/published_filter.h"
 #include "designer/title.h"
 #include "floats.h"
 #include "level.h"
+#include "noise.h"
 #include "soundness.h"
 
 namespace layouts {
@@ -28,12 +30,23 @@ ScaledFilter at_level(const designer::PublishedFilter &filter, Level level) {
                       factor, reference.db, reference.place, why)};
 }
 
-ScaledFilter with_gain(analysis::Sections sections, Gain gain) {
-  if (gain == Gain::in_first_section)
-    return {std::move(sections), "Gain: all of it in the first section (--spread-gain is off)."};
-  return {analysis::with_gain_spread(std::move(sections)),
-          "Gain: spread by powers of two, so that the output of each section but the last peaks "
-          "between -3.01 and +3.01 dB (--spread-gain)."};
+ScaledFilter in_arrangement(analysis::Sections sections, Arrangement arrangement) {
+  switch (arrangement) {
+    case Arrangement::quiet: break;
+    case Arrangement::published:
+      return {std::move(sections),
+              "Sections: in the order in which the module publishes them, all of the gain in the "
+              "first one (--as-published; --spread-gain is off)."};
+    case Arrangement::published_spread:
+      return {
+          analysis::with_gain_spread(std::move(sections)),
+          "Sections: in the order in which the module publishes them, the gain spread by powers "
+          "of two, so that the output of each but the last peaks between -3.01 and +3.01 dB "
+          "(--as-published --spread-gain)."};
+  }
+  return {analysis::arranged(sections, analysis::Structure::direct_2_transposed),
+          "Sections: arranged for the least rounding noise, and the gain spread over them; the "
+          "module publishes another order (--as-published keeps it)."};
 }
 
 }  // namespace
@@ -51,16 +64,20 @@ ExportedFilter exported_filter(const designer::Design &design, const Target &tar
   ScaledFilter scaled = at_level(published, request.level);
   filter.scaling.push_back(scaled.sentence);
   if (target.form == Form::sections) {
-    scaled = with_gain(std::move(scaled.sections), request.gain);
+    scaled = in_arrangement(std::move(scaled.sections), request.arrangement);
     filter.scaling.push_back(scaled.sentence);
   }
   filter.remarks = remarks_on(scaled.sections, target.arithmetic);
-  filter.sections = std::move(scaled.sections);
+  filter.sections = scaled.sections;
   if (target.arithmetic == Arithmetic::floats) {
     RoundedFilter rounded = in_floats(filter.sections, target.name, filter.samplerate);
     filter.sections = std::move(rounded.sections);
     if (rounded.remark) filter.remarks.push_back(*rounded.remark);
   }
+  if (target.form == Form::sections)
+    if (const std::string noise = expected_noise(scaled.sections, target, request.noisy);
+        !noise.empty())
+      filter.scaling.push_back(noise);
   return filter;
 }
 

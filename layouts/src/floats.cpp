@@ -32,7 +32,7 @@ RoundedFilter in_floats(const analysis::Sections &sections, const std::string &t
       if (!fits_float(value))
         throw designer::Refusal(fmt::format(
             "--for {} holds floats, which reach from 1.2e-38 to 3.4e38, but section {} has the "
-            "coefficient {:.3g}; --spread-gain may help",
+            "coefficient {:.3g}; a lower order may help, and so may leaving out --as-published",
             target, i + 1, value));
   const analysis::RoundingEffect effect = analysis::float_rounding_effect(sections, floor_db);
   const analysis::Stability before = analysis::stability(sections);

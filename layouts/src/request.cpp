@@ -26,9 +26,10 @@ std::string identifier_for(std::string_view stem) {
 }
 
 void check(const Request &request, const Target &target) {
-  if (request.gain == Gain::spread && target.form != Form::sections)
+  if (request.arrangement != Arrangement::quiet && target.form != Form::sections)
     throw designer::Refusal(fmt::format(
-        "--spread-gain needs sections, which --for {} does not have; --for {}-sections has them",
+        "--as-published and --spread-gain need sections, which --for {} does not have; --for "
+        "{}-sections has them",
         target.name, target.name));
 }
 

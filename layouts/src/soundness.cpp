@@ -53,7 +53,7 @@ std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmet
   if (std::abs(furthest->db) > digits_limit_db(arithmetic))
     remarks.push_back(
         fmt::format("the output of section {} peaks at {:.0f} dB, where {} have few digits left; "
-                    "--spread-gain distributes the gain",
+                    "without --as-published the gain is spread",
                     furthest - peaks.begin() + 1, furthest->db,
                     arithmetic == Arithmetic::floats ? "floats" : "doubles"));
   return remarks;

@@ -22,9 +22,9 @@ TEST(IdentifierFor, HasANameForFilesWithoutOne) {
   EXPECT_EQ(identifier_for("--"), "veltane_filter");
 }
 
-TEST(Check, SpreadsGainOverSectionsOnly) {
+TEST(Check, ArrangesSectionsOnly) {
   layouts::Request request;
-  request.gain = layouts::Gain::spread;
+  request.arrangement = layouts::Arrangement::published_spread;
   for (const layouts::Target &target : layouts::targets()) {
     if (target.form == layouts::Form::sections)
       EXPECT_NO_THROW(layouts::check(request, target)) << target.name;
@@ -35,7 +35,7 @@ TEST(Check, SpreadsGainOverSectionsOnly) {
 
 TEST(Check, NamesATargetThatHasSections) {
   layouts::Request request;
-  request.gain = layouts::Gain::spread;
+  request.arrangement = layouts::Arrangement::published_spread;
   try {
     layouts::check(request, layouts::target_named("webaudio"));
     FAIL() << "lists have no sections";

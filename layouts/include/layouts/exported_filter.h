@@ -18,8 +18,9 @@ struct ExportedFilter {
   double samplerate = 0.0;          /**< in Hz */
   std::string identifier;           /**< as in Request */
   std::vector<std::string> command; /**< as in Request */
-  std::vector<std::string> scaling; /**< sentences that say what level it has and where its gain
-                                         is, each with its full stop */
+  std::vector<std::string> scaling; /**< sentences that say what level it has, how its sections are
+                                         arranged and what noise they make, each with its full
+                                         stop */
   std::vector<std::string>
       remarks;                 /**< what a user of the file needs to know, without full stops */
   analysis::Sections sections; /**< finite, at least one, none silent; for a target with floats
@@ -27,7 +28,7 @@ struct ExportedFilter {
 };
 
 /**
- * Makes a filter ready for a target: takes the published sections bit for bit, scales them as
+ * Makes a filter ready for a target: takes the published sections, scales and arranges them as
  * asked, and rounds them if the target holds floats.
  * @param design  with its sections; see `with_sections`
  * Raises designer::Refusal when the target cannot do what is asked or cannot hold this filter, and

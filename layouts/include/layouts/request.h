@@ -16,12 +16,16 @@ enum class Level {
                   that its top is 0 dB */
 };
 
-/** Where in a cascade the gain is. */
-enum class Gain {
-  in_first_section, /**< as it was published */
-  spread            /**< by powers of two, so that the signal is near its full level between all
-                         sections; for targets with sections only */
+/** The order of the sections, and where in them the gain is. For targets with sections only. */
+enum class Arrangement {
+  quiet,           /**< for the least rounding noise, see `analysis::arranged` */
+  published,       /**< as they were published, with the gain in the first one */
+  published_spread /**< in that order, the gain spread by powers of two, so that the signal is near
+                        its full level between all sections */
 };
+
+/** What becomes of a filter that makes more noise in floats than is any use. */
+enum class Noisy { refused, written };
 
 struct Request {
   std::string identifier; /**< what the filter is called in the file: ASCII letters, digits
@@ -29,7 +33,8 @@ struct Request {
   std::vector<std::string> command; /**< the words that make the file again, the program's name
                                          included */
   Level level = Level::as_designed;
-  Gain gain = Gain::in_first_section;
+  Arrangement arrangement = Arrangement::quiet;
+  Noisy noisy = Noisy::refused;
 };
 
 /** @param stem  the name of a file without folder and ending; empty if there is no file
