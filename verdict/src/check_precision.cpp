@@ -67,8 +67,8 @@ std::string trouble_in_floats(const FilterUnderTest &filter, const NoiseLevels &
 
 const char *way_out_of_floats(const NoiseLevels &noise) {
   return noise.exported_db <= float_noise_db
-             ? "run them as 'veltane export' arranges them, in floats as state-variable sections, "
-               "or keep coefficients and signals in double precision"
+             ? "run them as 'veltane export' arranges them, or keep coefficients and signals in "
+               "double precision"
              : "keep coefficients and signals in double precision";
 }
 

@@ -13,7 +13,9 @@ namespace {
 using analysis::Arithmetic;
 using analysis::Structure;
 
-double worst_db(const analysis::Sections &sections, Structure structure, Arithmetic arithmetic) {
+constexpr Structure structure = Structure::direct_2_transposed;
+
+double worst_db(const analysis::Sections &sections, Arithmetic arithmetic) {
   const analysis::Noise noise = analysis::noise(sections, structure, arithmetic);
   const double worst = std::max(noise.white_db, noise.sine_db);
   const bool unknown = std::isnan(noise.white_db) || std::isnan(noise.sine_db);
@@ -23,10 +25,8 @@ double worst_db(const analysis::Sections &sections, Structure structure, Arithme
 }  // namespace
 
 NoiseLevels noise_levels(const analysis::Sections &sections, Arithmetic arithmetic) {
-  const Structure exported =
-      arithmetic == Arithmetic::floats ? Structure::state_variable : Structure::direct_2_transposed;
-  return {worst_db(sections, Structure::direct_2_transposed, arithmetic),
-          worst_db(analysis::arranged(sections, exported), exported, arithmetic)};
+  return {worst_db(sections, arithmetic),
+          worst_db(analysis::arranged(sections, structure), arithmetic)};
 }
 
 }  // namespace verdict

@@ -11,12 +11,12 @@ namespace verdict {
  *  white noise and for the worst sine. Infinite where the signal overflows or the filter cannot be
  *  run. */
 struct NoiseLevels {
-  double published_db; /**< in direct form II transposed, the sections as they are */
-  double exported_db;  /**< as `veltane export` writes them: arranged, in doubles in the same form,
-                            in floats as state-variable sections */
+  double published_db; /**< the sections as they are */
+  double exported_db;  /**< arranged, as `veltane export` writes them */
 };
 
-/** @param sections  stable and finite
+/** In direct form II transposed.
+ *  @param sections  stable and finite
  *  @param arithmetic  doubles or floats */
 NoiseLevels noise_levels(const analysis::Sections &sections, analysis::Arithmetic arithmetic);
 
