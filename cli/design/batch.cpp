@@ -13,8 +13,8 @@
 
 #include "base/messages.h"
 #include "base/output_file.h"
+#include "base/progress.h"
 #include "design/document.h"
-#include "design/progress.h"
 #include "designer/refusal.h"
 #include "designer/saved_design.h"
 #include "text/quantities.h"

@@ -1,4 +1,4 @@
-#include "design/progress.h"
+#include "base/progress.h"
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 // The progress of a long piece of work, on standard error.
-#ifndef CLI_DESIGN_PROGRESS_H
-#define CLI_DESIGN_PROGRESS_H
+#ifndef CLI_BASE_PROGRESS_H
+#define CLI_BASE_PROGRESS_H
 
 #include <chrono>
 #include <cstddef>
