@@ -8,11 +8,69 @@
 
 #include "args/nearest.h"
 #include "args/settings_options.h"
+#include "args/settings_words.h"
 #include "args/shared_options.h"
 #include "designer/refusal.h"
 
 namespace cli {
 namespace {
+
+// Whether a word is a number, or several, as an option takes them: "3k", "300,3400".
+bool is_number(const std::string &word, const Option &option) {
+  try {
+    const Words numbers = in_own_words(option, {word});
+    return std::all_of(numbers.begin(), numbers.end(), [](const std::string &number) {
+      return designer::number_in(number).has_value();
+    });
+  } catch (const std::exception &) {
+    return false;  // a quote that is not closed
+  }
+}
+
+bool is_option(const std::string &word) {
+  return word.size() > 1 && word.front() == '-' && word.find_first_of("0123456789.") != 1;
+}
+
+// The option of this name; null where there is none.
+const Option *option_named(std::string_view name, Options options) {
+  for (const Option *option : options) {
+    const std::vector<std::string_view> names = option->all_names();
+    if (std::find(names.begin(), names.end(), name) != names.end()) return option;
+  }
+  return nullptr;
+}
+
+// Whether a word is an option together with its value: --order=5, -oFILE.
+bool has_its_value(const std::string &word, Options options) {
+  if (word.starts_with("--")) return word.find('=') != std::string::npos;
+  return word.size() > 2 && option_named(std::string_view(word).substr(0, 2), options) != nullptr;
+}
+
+// The words that no option takes as its values: the option before has as many as it takes, or is a
+// switch, or takes numbers only.
+std::vector<Words::const_iterator> operands_in(const Words &words, Options options) {
+  std::vector<Words::const_iterator> found;
+  const Option *option = nullptr;
+  std::size_t taken = 0, most = 0;
+  for (auto word = words.begin(); word != words.end(); ++word) {
+    if (is_option(*word)) {
+      option = option_named(in_full(*word, options), options);
+      const bool complete = has_its_value(*word, options);
+      // The parser complains of an option that does not exist.
+      if (option == nullptr && !complete) return {};
+      taken = 0;
+      most = complete || option->is_switch() ? 0 : option->most;
+      continue;
+    }
+    // A number too many is more likely meant for the option, and so is the first word after it.
+    const bool numbers = most > 0 && option->value.starts_with("NUMBER");
+    if (numbers ? taken > 0 && !is_number(*word, *option) : taken == most)
+      found.push_back(word);
+    else
+      ++taken;
+  }
+  return found;
+}
 
 // The library's parser, and where it puts what it reads.
 class Parser {
@@ -115,18 +173,22 @@ CommandLine command_line(const Subcommand &subcommand) {
 std::string help(const CommandLine &line) { return Parser(line).help(); }
 
 std::optional<Arguments> parse(const CommandLine &line, const Words &words) {
-  const bool has_operand = !line.operand.empty() && !words.empty() &&
-                           (!words.front().starts_with('-') || words.front() == "-");
+  const auto operands = line.operand.empty() ? std::vector<Words::const_iterator>()
+                                             : operands_in(words, line.options);
+  if (operands.size() > 1)
+    throw designer::Refusal(
+        fmt::format("unexpected '{}' beside '{}'; {} --help shows what it takes", *operands[1],
+                    *operands[0], line.name));
   Words typed;
-  std::transform(words.begin() + (has_operand ? 1 : 0), words.end(), std::back_inserter(typed),
-                 [&](const std::string &word) { return in_full(word, line.options); });
+  for (auto word = words.begin(); word != words.end(); ++word)
+    if (operands.empty() || word != operands[0]) typed.push_back(in_full(*word, line.options));
   for (const Option *option : line.options)
     for (const std::string &word : typed)
       if (option->is_switch() && word.starts_with(std::string(option->name()) + '='))
         throw designer::Refusal(fmt::format("{} takes no value", option->name()));
   Parser parser(line);
   if (!parser.read(typed, line)) return std::nullopt;
-  return Arguments(parser.values(), has_operand ? std::optional(words.front()) : std::nullopt);
+  return Arguments(parser.values(), operands.empty() ? std::nullopt : std::optional(*operands[0]));
 }
 
 }  // namespace cli
