@@ -3,7 +3,8 @@
 #define CLI_BASE_PROGRESS_H
 
 #include <chrono>
-#include <cstddef>
+#include <string>
+#include <string_view>
 
 namespace cli {
 
@@ -11,17 +12,19 @@ namespace cli {
  *  terminal. The line ends with this object. */
 class Progress {
  public:
-  Progress();
+  /** @param what  is counted, such as "lines" */
+  explicit Progress(std::string_view what);
   ~Progress();
   Progress(const Progress &) = delete;
   Progress &operator=(const Progress &) = delete;
 
-  /** @param done      lines
-   *  @param fraction  of the input that has been read; below 0 where its size is not known */
-  void show(std::size_t done, double fraction);
+  /** @param done      how many of them
+   *  @param fraction  of the work; below 0 where its size is not known */
+  void show(double done, double fraction);
 
  private:
   using Clock = std::chrono::steady_clock;
+  std::string what_;
   bool terminal_;
   bool written_ = false;
   Clock::time_point start_ = Clock::now();

@@ -106,14 +106,14 @@ int run_batch(designer::Designer &designer, const designer::Settings &common,
                       error_line(line.number, "its design ended the process: " + how)};
       });
   {
-    Progress progress;
+    Progress progress("lines");
     while (!(reader.at_end() && reader.empty() && workers.idle())) {
       const bool wants_input = reader.empty() && !reader.at_end() && workers.room() > 0;
       if (wait_for(workers, wants_input ? &reader : nullptr)) reader.read();
       workers.collect([&](const Result &result) { out.add(result); });
       while (!reader.empty() && workers.room() > 0) workers.start(reader.take(workers.room()));
       if (!out.flush()) return 0;
-      progress.show(out.lines(), reader.fraction());
+      progress.show(static_cast<double>(out.lines()), reader.fraction());
     }
     out.finish();
   }
