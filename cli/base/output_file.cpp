@@ -210,6 +210,10 @@ bool OutputFile::write(std::string_view text) {
   return true;
 }
 
+std::optional<int> OutputFile::new_file() const {
+  return way_ == Way::through ? std::nullopt : std::optional(descriptor_);
+}
+
 void OutputFile::finish() {
   if (way_ != Way::through) sync(descriptor_);
   if (way_ == Way::replace) give_name();

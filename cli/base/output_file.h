@@ -40,6 +40,11 @@ class OutputFile {
    *  disk. */
   bool write(std::string_view text);
 
+  /** @return the descriptor of a file that is empty so far, open for reading and writing, for
+   *          libraries that write files themselves: what they leave in it is what has been written.
+   *          None where it is written to directly. */
+  std::optional<int> new_file() const;
+
   /** Makes it the file. Raises std::runtime_error. */
   void finish();
 
