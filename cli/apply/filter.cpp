@@ -1,0 +1,88 @@
+#include "apply/filter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include <fmt/format.h>
+
+#include "analysis/stability.h"
+#include "args/settings_options.h"
+#include "base/messages.h"
+#include "designer/designer.h"
+#include "designer/published_filter.h"
+#include "designer/refusal.h"
+
+namespace cli {
+namespace {
+
+// Of the settings; none where they leave it open, or it is not a number, which the module refuses.
+std::optional<double> samplerate_in(const designer::Settings &settings) {
+  const designer::Values *values = settings.find("samplerate");
+  if (values == nullptr || values->size() != 1) return std::nullopt;
+  const auto rate = designer::number_in(values->front());
+  return rate && *rate == 0.0 ? std::nullopt : rate;
+}
+
+bool in_hertz(const designer::Settings &settings) {
+  return !settings.has("units") || settings.text("units") == "hertz";
+}
+
+designer::Settings at_rate_of(const Input &input, designer::Settings settings) {
+  const double rate = input.source().samplerate();
+  const auto asked = samplerate_in(settings);
+  if (rate > 0.0) {
+    if (asked && *asked != rate)
+      throw designer::Refusal(fmt::format(
+          "{} has a sample rate of {} Hz, and the settings say {} Hz: omit --samplerate "
+          "to filter at the file's own",
+          input.name(), rate, *asked));
+    settings.set("samplerate", designer::Values{fmt::format("{}", rate)});
+  } else if (!settings.has("samplerate") && in_hertz(settings)) {
+    throw designer::Refusal(
+        fmt::format("{} holds columns of numbers, which have no sample rate: give --samplerate, in "
+                    "Hz",
+                    input.name()));
+  }
+  return settings;
+}
+
+// As they were published.
+analysis::Sections sections_to_run(const designer::PublishedFilter &filter) {
+  return filter.sections;
+}
+
+void check(const analysis::Sections &sections) {
+  if (sections.empty())
+    throw designer::Refusal(
+        "these settings publish no sections, so there is nothing to run; --zpk-output on and "
+        "--sos-output on publish them");
+  for (const analysis::Section &s : sections)
+    for (const double value : {s.b0, s.b1, s.b2, s.a1, s.a2})
+      if (!std::isfinite(value))
+        throw designer::Refusal(
+            "this filter has a coefficient that is not finite; a lower order "
+            "or another cutoff may help");
+  if (!analysis::stability(sections).stable)
+    throw designer::Refusal(
+        "this filter is not stable, and its output would grow without bound; "
+        "'veltane check' says what to change");
+}
+
+}  // namespace
+
+RunningFilter running_filter(const Request &request, const Input &input) {
+  const designer::Settings settings = at_rate_of(input, requested_settings(request.arguments));
+  const designer::Design design = designer::Designer(request.module).design(settings);
+  for (const std::string &remark : design.remarks) warn(remark);
+  if (const auto asked = samplerate_in(settings); asked && *asked != design.samplerate)
+    throw designer::Refusal(fmt::format(
+        "the module designs for whole sample rates in Hz, and not for {} Hz; with "
+        "--units normalized, cutoffs are fractions of the Nyquist frequency at any rate",
+        *asked));
+  const analysis::Sections sections = sections_to_run(designer::published_filter(design));
+  check(sections);
+  return {sections, design.samplerate};
+}
+
+}  // namespace cli
