@@ -152,11 +152,11 @@ class Parser {
 
 std::vector<const Option *> all_options(const Subcommand &subcommand) {
   std::vector<const Option *> options(subcommand.options.begin(), subcommand.options.end());
-  if (subcommand.shared == SharedOptions::settings_and_module) {
+  if (subcommand.shared != SharedOptions::module) {
     const Options settings = settings_options();
     options.insert(options.end(), settings.begin(), settings.end());
-    options.push_back(&from_option);
   }
+  if (subcommand.shared == SharedOptions::settings_and_module) options.push_back(&from_option);
   options.push_back(&module_option);
   return options;
 }

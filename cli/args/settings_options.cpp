@@ -95,8 +95,13 @@ designer::Settings typed_settings(const Arguments &arguments) {
 }
 
 designer::Settings requested_settings(const Arguments &arguments) {
+  return requested_settings(arguments, arguments.value(from_option));
+}
+
+designer::Settings requested_settings(const Arguments &arguments,
+                                      const std::optional<std::string> &file) {
   designer::Settings saved;
-  if (const auto file = arguments.value(from_option)) saved = read_saved_design(*file).settings;
+  if (file) saved = read_saved_design(*file).settings;
   for (const designer::Setting &setting : saved)
     if (std::none_of(table.begin(), table.end(),
                      [&](const Option *option) { return attribute_of(*option) == setting.name; }))

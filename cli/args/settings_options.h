@@ -3,6 +3,7 @@
 #ifndef CLI_ARGS_SETTINGS_OPTIONS_H
 #define CLI_ARGS_SETTINGS_OPTIONS_H
 
+#include <optional>
 #include <string>
 
 #include "args/arguments.h"
@@ -29,6 +30,11 @@ std::string option_for(const std::string &attribute);
  * setting that is not an attribute.
  */
 designer::Settings requested_settings(const Arguments &arguments);
+
+/** @return the same, with the file of a subcommand whose --from means something else as well; none
+ *          if there is none. */
+designer::Settings requested_settings(const Arguments &arguments,
+                                      const std::optional<std::string> &file);
 
 /** @return the settings that were typed themselves, not taken from a file. */
 designer::Settings typed_settings(const Arguments &arguments);

@@ -24,8 +24,9 @@ struct Request {
 
 /** Which shared options follow a subcommand's own. */
 enum class SharedOptions {
-  module,             /**< --module */
-  settings_and_module /**< one for each attribute of the box, --from and --module */
+  module,                /**< --module */
+  attributes_and_module, /**< one for each attribute of the box, and --module */
+  settings_and_module    /**< these and --from */
 };
 
 struct Subcommand {
