@@ -106,6 +106,11 @@ SoundFormat output_format(std::string_view extension, std::optional<SoundFormat>
                                                        container_name(format), *bits, held));
   }
   if (fits(format.encoding)) return format;
+  // Eight bits are signed in one container and unsigned in another.
+  for (const Encoding &encoding : encodings)
+    if (integer_bits(format) > 0 && encoding.integer_bits == integer_bits(format) &&
+        fits(encoding.code))
+      return {format.container, encoding.code};
   // Half the bytes of a float are enough for what had losses already.
   if (!holds_floats(format) && integer_bits(format) == 0 && fits(SF_FORMAT_PCM_16))
     return {format.container, SF_FORMAT_PCM_16};
