@@ -18,7 +18,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Refused{"", "needs a subcommand"},
         Refused{"desing", "unknown subcommand 'desing'; did you mean design?"},
-        Refused{"filter", "it is one of design, check, plot, export, estimate"},
+        Refused{"filter", "it is one of design, check, plot, export, response, apply, estimate"},
         Refused{"--nope", "'--nope'"},
         Refused{"design --ordr 5", "unknown option '--ordr'; did you mean --order?"},
         Refused{"design --nonsense", "veltane design --help lists the options"},

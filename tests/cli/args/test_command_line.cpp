@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::array<std::string_view, 2> colours{"red", "blue"};
 constexpr Option colour{.names = "-c,--colour", .value = "WORD", .help = "", .choices = colours};
-constexpr Option size{.names = "--the-size", .value = "N", .help = "How large", .most = 2};
+constexpr Option size{.names = "--the-size", .value = "NUMBER", .help = "How large", .most = 2};
 constexpr Option many{.names = "--many", .value = "N...", .help = "", .most = Option::any_number};
 constexpr Option loud{.names = "--loud", .help = "Loudly"};
 constexpr std::array<std::string_view, 1> examples{"tool --loud"};
@@ -76,11 +76,37 @@ TEST(CommandLine, ASwitchTakesNoValue) {
   EXPECT_EQ(refused("--loud=yes"), "--loud takes no value");
 }
 
-TEST(CommandLine, OnlyTheFirstWordIsTheOperand) {
-  EXPECT_EQ(parsed("a.json --loud").operand(), "a.json");
-  EXPECT_EQ(parsed("- --loud").operand(), "-");
+TEST(CommandLine, TheOperandStandsAnywhere) {
   EXPECT_EQ(parsed("--loud").operand(), std::nullopt);
-  EXPECT_THAT(refused("--loud a.json"), HasSubstr("unexpected 'a.json'"));
+  for (const char *words :
+       {"a.json --loud -c red", "--loud a.json -c red", "--loud -c red a.json",
+        "--loud --colour=red a.json", "-cred a.json --loud", "--the-size 1 2 a.json --loud -c red",
+        "--the_size 1 a.json --loud -c red", "--many 1 2 -c red a.json --loud"}) {
+    const cli::Arguments arguments = parsed(words);
+    EXPECT_EQ(arguments.operand(), "a.json") << words;
+    EXPECT_EQ(arguments.value(colour), "red") << words;
+    EXPECT_TRUE(arguments.given(loud)) << words;
+  }
+  EXPECT_EQ(parsed("- --loud").operand(), "-");
+  EXPECT_EQ(parsed("--the-size -1 -").operand(), "-");
+}
+
+TEST(CommandLine, AValueIsNotTheOperand) {
+  EXPECT_EQ(parsed("--many a b").operand(), std::nullopt);
+  EXPECT_EQ(parsed("--the-size a.json").operand(), std::nullopt) << "a size has to come first";
+  EXPECT_EQ(parsed("--the-size 1 2 3").operand(), std::nullopt) << "one size too many";
+  EXPECT_EQ(parsed("-c a.json").operand(), std::nullopt);
+}
+
+TEST(CommandLine, ThereIsOneOperand) {
+  EXPECT_EQ(refused("--loud a.json b.json"),
+            "unexpected 'b.json' beside 'a.json'; tool --help shows what it takes");
+  EXPECT_THAT(refusal([] {
+                cli::CommandLine without = line;
+                without.operand = {};
+                cli::parse(without, {"--loud", "a.json"});
+              }),
+              HasSubstr("unexpected 'a.json'"));
 }
 
 TEST(CommandLine, UnknownOptionsAreAnsweredWithTheNearest) {
@@ -109,6 +135,6 @@ TEST(CommandLine, HelpIsAskedForWithEitherName) {
   EXPECT_FALSE(cli::parse(line, {"--loud", "-h"}).has_value());
   const std::string help = cli::help(line);
   EXPECT_THAT(help, HasSubstr("Does it."));
-  EXPECT_THAT(help, HasSubstr("--the-size N                How large"));
+  EXPECT_THAT(help, HasSubstr("--the-size NUMBER           How large"));
   EXPECT_THAT(help, HasSubstr("Examples:\n  tool --loud\n\nA note.\n"));
 }
