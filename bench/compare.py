@@ -17,6 +17,7 @@ import measure
 import picture
 import report
 import running
+import signals
 
 DOCS = Path(__file__).parent.parent / "docs"
 DOCUMENT = DOCS / "performance.md"
@@ -30,6 +31,8 @@ def parts(results, build):
         "aims": report.aims(results),
         "burst": report.burst(results),
         "batch": report.batch(results["batch"]),
+        "filtering": signals.speed_lines(results["filtering"]),
+        "long file": signals.memory_lines(results["long file"]),
         "times": report.times(results),
         "wrong filters": report.wrong_filters(results),
         "crossings": report.crossings(results),
@@ -69,12 +72,14 @@ def main():
     parser.add_argument("--running", action="store_true",
                         help="run filters on signals only; with --write, put what came out into "
                         "docs/running.md")
+    parser.add_argument("--apply", action="store_true",
+                        help="measure filtering only; with --write, put that into the document")
     arguments = parser.parse_args()
     if arguments.quick and (arguments.write or arguments.again):
         parser.error("a quick run is not a measurement: give --quick, or --write and --again")
-    if arguments.batch and (arguments.quick or arguments.again):
-        parser.error("--batch goes with --write only")
-    if arguments.running and (arguments.batch or arguments.again):
+    if (arguments.batch or arguments.apply) and (arguments.quick or arguments.again):
+        parser.error("--batch and --apply go with --write only")
+    if arguments.running and (arguments.batch or arguments.apply or arguments.again):
         parser.error("--running goes with --quick or --write only")
 
     rounds, min_time = (1, 0.001) if arguments.quick else (5, 0.05)
@@ -83,8 +88,15 @@ def main():
         if arguments.running:
             compare_running(arguments.build, arguments)
             return 0
-        if arguments.batch:
-            written = {"batch": report.batch(batch.measure(arguments.build, rounds, False))}
+        if arguments.batch or arguments.apply:
+            written = {}
+            if arguments.batch:
+                written["batch"] = report.batch(batch.measure(arguments.build, rounds, False))
+            if arguments.apply:
+                written["filtering"] = signals.speed_lines(
+                    signals.measure_speed(arguments.build, rounds, False))
+                written["long file"] = signals.memory_lines(
+                    signals.measure_memory(arguments.build, False))
             show(written)
             if arguments.write:
                 write(written)
@@ -94,6 +106,8 @@ def main():
         else:
             results = measure.measure(arguments.build, rounds, min_time, arguments.quick)
             results["batch"] = batch.measure(arguments.build, rounds, arguments.quick)
+            results["filtering"] = signals.measure_speed(arguments.build, rounds, arguments.quick)
+            results["long file"] = signals.measure_memory(arguments.build, arguments.quick)
         if not arguments.quick:
             kept.write_text(json.dumps(results), encoding="utf-8")
         written = parts(results, arguments.build)
