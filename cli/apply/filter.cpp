@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "analysis/arrangement.h"
 #include "analysis/stability.h"
 #include "args/settings_options.h"
 #include "base/messages.h"
@@ -47,11 +48,6 @@ designer::Settings at_rate_of(const Input &input, designer::Settings settings) {
   return settings;
 }
 
-// As they were published.
-analysis::Sections sections_to_run(const designer::PublishedFilter &filter) {
-  return filter.sections;
-}
-
 void check(const analysis::Sections &sections) {
   if (sections.empty())
     throw designer::Refusal(
@@ -80,9 +76,10 @@ RunningFilter running_filter(const Request &request, const Input &input) {
         "the module designs for whole sample rates in Hz, and not for {} Hz; with "
         "--units normalized, cutoffs are fractions of the Nyquist frequency at any rate",
         *asked));
-  const analysis::Sections sections = sections_to_run(designer::published_filter(design));
+  const analysis::Sections sections = designer::published_filter(design).sections;
   check(sections);
-  return {sections, design.samplerate};
+  return {analysis::arranged(sections, analysis::Structure::direct_2_transposed),
+          design.samplerate};
 }
 
 }  // namespace cli

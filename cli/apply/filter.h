@@ -9,7 +9,7 @@
 namespace cli {
 
 struct RunningFilter {
-  analysis::Sections sections; /**< in the order in which they run */
+  analysis::Sections sections; /**< arranged for the least noise */
   double samplerate;           /**< in Hz */
 };
 
