@@ -13,6 +13,7 @@ import document
 import levels
 import measure
 import report
+import signals
 
 
 def design(order, ours, scipys, liquids, right=True):
@@ -149,6 +150,25 @@ class Document(unittest.TestCase):
     def test_a_part_that_is_missing_is_an_error(self):
         with self.assertRaises(ValueError):
             document.filled("nothing", {"a": []})
+
+
+class Filtering(unittest.TestCase):
+    def test_the_ratio_says_how_much_longer_sosfilt_takes(self):
+        lines = signals.speed_lines(
+            [{"order": 40, "channels": 8, "rounds": 5, "veltane": 100.0, "SciPy": 450.0}])
+        self.assertEqual(lines[-1], "| 40 | 8 | 100 ns | 450 ns | 4.5 |")
+
+    def test_memory_is_in_megabytes_and_speed_in_times_real_time(self):
+        run = {"MB": 12.34, "seconds": 36.0}
+        lines = signals.memory_lines(
+            {"seconds": 7200, "bytes": 1_382_400_044, "forwards": run, "both ways": run})
+        self.assertIn("2 hours of stereo at 48000 Hz, 16 bits, 1.38 GB", lines[0])
+        self.assertIn("12.3 MB of memory at most, 36 s, 200 times as fast", lines[1])
+
+    def test_the_signal_is_between_minus_one_and_one(self):
+        found = signals.samples(10000)
+        self.assertLessEqual(abs(found).max(), 1.0)
+        self.assertGreater(found.std(), 0.5)
 
 
 if __name__ == "__main__":

@@ -66,7 +66,8 @@ TEST(ZeroPhase, AStraightLineStaysStraight) {
   std::vector<double> line(500);
   for (std::size_t i = 0; i < line.size(); ++i) line[i] = 3.0 + 0.01 * static_cast<double>(i);
   const auto output = both_ways(lowpass, 1, line, 100);
-  for (std::size_t i = 0; i < line.size(); ++i) ASSERT_NEAR(output[i], line[i], 2.0 * 0.01 * 0x1p-6) << i;
+  for (std::size_t i = 0; i < line.size(); ++i)
+    ASSERT_NEAR(output[i], line[i], 2.0 * 0.01 * 0x1p-6) << i;
   std::vector<double> constant(500, -7.0);
   for (const double sample : both_ways(lowpass, 1, constant, 100)) ASSERT_NEAR(sample, -7.0, 1e-13);
 }
