@@ -1,6 +1,8 @@
 #include "args/arguments.h"
 
 #include <algorithm>
+#include <span>
+#include <string_view>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -20,6 +22,12 @@ void check_count(const Option &option, const Words &values, std::size_t most) {
                                       count == 1 ? "was" : "were"));
 }
 
+// "text", "text or json", "text, csv or json".
+std::string alternatives(std::span<const std::string_view> words) {
+  if (words.size() < 2) return fmt::format("{}", fmt::join(words, ""));
+  return fmt::format("{} or {}", fmt::join(words.first(words.size() - 1), ", "), words.back());
+}
+
 }  // namespace
 
 std::optional<std::string> Arguments::value(const Option &option) const {
@@ -32,8 +40,8 @@ std::optional<std::string> Arguments::value(const Option &option) const {
 std::string Arguments::choice(const Option &option) const {
   std::string chosen = value(option).value_or(std::string(option.choices.front()));
   if (std::find(option.choices.begin(), option.choices.end(), chosen) == option.choices.end())
-    throw designer::Refusal(fmt::format("{} is {}, not '{}'", option.name(),
-                                        fmt::join(option.choices, " or "), chosen));
+    throw designer::Refusal(
+        fmt::format("{} is {}, not '{}'", option.name(), alternatives(option.choices), chosen));
   return chosen;
 }
 
