@@ -1,6 +1,7 @@
 #include "args/command_line.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
 
 #include <fmt/format.h>
@@ -15,12 +16,15 @@
 namespace cli {
 namespace {
 
-// Whether a word is a number, or several, as an option takes them: "3k", "300,3400".
+// Whether a word is a number, or several, as an option takes them: "3k", "300,3400". One that is
+// refused later, such as "inf", is meant as one as well.
 bool is_number(const std::string &word, const Option &option) {
   try {
     const Words numbers = in_own_words(option, {word});
     return std::all_of(numbers.begin(), numbers.end(), [](const std::string &number) {
-      return designer::number_in(number).has_value();
+      char *stopped = nullptr;
+      std::strtod(number.c_str(), &stopped);
+      return !number.empty() && *stopped == '\0';
     });
   } catch (const std::exception &) {
     return false;  // a quote that is not closed

@@ -96,6 +96,10 @@ TEST(CommandLine, AValueIsNotTheOperand) {
   EXPECT_EQ(parsed("--the-size a.json").operand(), std::nullopt) << "a size has to come first";
   EXPECT_EQ(parsed("--the-size 1 2 3").operand(), std::nullopt) << "one size too many";
   EXPECT_EQ(parsed("-c a.json").operand(), std::nullopt);
+  for (const char *number : {"3k", "2.5kHz", "300,3400", "-1e3", "inf"})
+    EXPECT_EQ(parsed("--the-size 1 " + std::string(number)).operand(), std::nullopt) << number;
+  EXPECT_EQ(parsed("--the-size 1 300.wav").operand(), "300.wav");
+  EXPECT_EQ(parsed("--the-s 1 a.json").operand(), "a.json") << "the beginning of its name";
 }
 
 TEST(CommandLine, ThereIsOneOperand) {

@@ -326,7 +326,7 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
       {"-o svg", "not 'svg'"},
       {"-o -", "not '-'"},
       {"-o nowhere/a.svg", "there is no folder 'nowhere'"},
-      {"-o a.svg b.svg", "--output takes one value, and 2 were given"},
+      {"-o a.svg b.svg", "'b.svg' cannot be read: No such file or directory"},
       {"-o a.svg --width 499", "--width takes whole numbers of pixels from 500 to 4000, not '499'"},
       {"-o a.svg --width 1000.5", "not '1000.5'"},
       {"-o a.svg --width wide", "--width takes numbers, not 'wide'"},
