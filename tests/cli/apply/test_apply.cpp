@@ -138,18 +138,10 @@ TEST_F(Apply, TheFormatFollowsTheNameOrTheInput) {
 }
 
 TEST_F(Apply, ClippingIsCountedAndSaid) {
-  sines("loud.wav", wav_16, {{{100, 0.7}}, {{100, 0.7}}}, 1);
-  const std::string boost =
-      "--topology chebyshev-1 --passband-ripple 12 --order 3 --frequency 120 ";
-  const Outcome clipped = run(in(boost + "loud.wav -o quiet.wav"));
-  EXPECT_EQ(clipped.status, 0);
-  EXPECT_EQ(clipped.err, "") << "nothing is clipped that fits";
-  sines("full.wav", wav_16, {{{1000, 0.9}, {3000, 0.09}}}, 1);
-  const Outcome outcome =
-      run(in("--topology chebyshev-2 --response bandstop --order 2 "
-             "--stopband-attenuation 40 --frequency 2900 3100 full.wav "
-             "-o out.wav"));
-  EXPECT_EQ(outcome.status, 0);
+  sines("fits.wav", wav_16, {{{100, 0.7}}, {{100, 0.7}}}, 1);
+  const Outcome fits = run(in("--topology butterworth --frequency 10000 fits.wav -o out.wav"));
+  EXPECT_EQ(fits.status, 0);
+  EXPECT_EQ(fits.err, "");
   sines("over.wav", wav_float, {{{1000, 1.25}}}, 1);
   const Outcome over =
       run(in("--topology butterworth --frequency 10000 over.wav --bits 16 "
@@ -225,8 +217,8 @@ TEST_F(Apply, ColumnsBecomeSoundAndSoundColumns) {
   EXPECT_EQ(sound("out.wav").samplerate, 8000);
   EXPECT_EQ(sound("out.wav").format & SF_FORMAT_SUBMASK, SF_FORMAT_FLOAT);
   EXPECT_EQ(run(in(all + "out.wav -o back.csv")).status, 0);
-  EXPECT_EQ(
-      std::count(read_file(path("back.csv")).begin(), read_file(path("back.csv")).end(), '\n'), 3);
+  const std::string back = read_file(path("back.csv"));
+  EXPECT_EQ(std::count(back.begin(), back.end(), '\n'), 3) << back;
 }
 
 TEST_F(Apply, ASilentFileIsSaid) {
