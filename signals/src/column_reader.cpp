@@ -25,6 +25,7 @@ bool has_frame(std::string_view line) {
 
 std::vector<std::string> as_names(const std::vector<std::string_view> &cells) {
   std::vector<std::string> names;
+  names.reserve(cells.size());
   for (const std::string_view cell : cells) names.emplace_back(unquoted(cell));
   return names;
 }

@@ -25,10 +25,7 @@ struct SoundWriter::File {
 
 SoundWriter::SoundWriter(int descriptor, std::string name, SoundFormat format, std::size_t channels,
                          int samplerate, const std::vector<SoundText> &texts)
-    : name_(std::move(name)),
-      format_(format),
-      channels_(channels),
-      file_(std::make_unique<File>()) {
+    : name_(std::move(name)), format_(format), file_(std::make_unique<File>()) {
   file_->info.format = format.container | format.encoding;
   file_->info.channels = static_cast<int>(channels);
   file_->info.samplerate = samplerate;

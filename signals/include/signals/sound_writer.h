@@ -43,7 +43,6 @@ class SoundWriter : public Sink {
 
   std::string name_;
   SoundFormat format_;
-  std::size_t channels_;
   std::unique_ptr<File> file_;
   std::vector<int> integers_;
   std::vector<double> numbers_;
