@@ -99,7 +99,8 @@ std::string fish(const CommandLine &own, std::span<const Subcommand *const> subc
   return text;
 }
 
-// As zsh takes a text inside a specification in single quotes: there a colon and brackets end it.
+// As zsh takes a text inside the description of an argument, in single quotes: there a colon and
+// brackets end it.
 std::string zsh_text(std::string_view text) {
   std::string out;
   for (const char c : text) {
@@ -109,9 +110,9 @@ std::string zsh_text(std::string_view text) {
   return out;
 }
 
-// Specifications of an option for _arguments, one a name: '--order[Order: 2 to 200]:NUMBER:'. One
+// An option for _arguments, a line for each name: '--order[Order: 2 to 200]:NUMBER:'. One
 // name excludes the others.
-std::string zsh_specifications(const Option &option) {
+std::string zsh_arguments(const Option &option) {
   const std::vector<std::string_view> names = option.all_names();
   std::string value;
   if (!option.choices.empty())
@@ -140,11 +141,11 @@ std::string zsh(const CommandLine &own, std::span<const Subcommand *const> subco
   for (const Subcommand *subcommand : subcommands) {
     text += fmt::format("    {})\n      shift words; (( CURRENT-- ))\n      _arguments \\\n",
                         subcommand->name);
-    for (const Option *option : all_options(*subcommand)) text += zsh_specifications(*option);
+    for (const Option *option : all_options(*subcommand)) text += zsh_arguments(*option);
     text += "        '--help[Print this help]' '*:FILE:_files'\n      ;;\n";
   }
   text += "    *)\n      _arguments \\\n";
-  for (const Option *option : own.options) text += zsh_specifications(*option);
+  for (const Option *option : own.options) text += zsh_arguments(*option);
   return text + R"(        '--help[Print this help]'
       ;;
   esac
