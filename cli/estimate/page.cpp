@@ -1,5 +1,6 @@
 #include "estimate/page.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <fmt/format.h>
@@ -53,6 +54,23 @@ std::string sentence(const TypedDemand &typed) {
                      where_passed, typed.rated.demand.attenuation, where_stopped);
 }
 
+constexpr char noisy_mark[] = " *";
+
+// Which to take, and what the mark means.
+std::string advice(const std::vector<Candidate> &candidates) {
+  const Candidate &best = *designer::recommended(candidates);
+  std::string text =
+      fmt::format("Recommended: {} ({}).\n", name_of(best.family),
+                  best.is_noisy() ? "fewest poles, yet noisy" : "fewest poles, little noise");
+  if (std::any_of(candidates.begin(), candidates.end(), [](const Candidate &candidate) {
+        return candidate.impossible.empty() && candidate.is_noisy();
+      }))
+    text +=
+        "* As published. 'veltane export' and 'veltane apply' arrange the sections, which then run "
+        "quietly.\n";
+  return text;
+}
+
 Json to_json(const Candidate &candidate) {
   const bool possible = candidate.impossible.empty();
   Json json{{"family", name_of(candidate.family)}, {"possible", possible}};
@@ -66,6 +84,7 @@ Json to_json(const Candidate &candidate) {
   json["cutoffs"] = candidate.cutoffs;
   json["ripple"] = candidate.ripple;
   json["attenuation"] = candidate.attenuation;
+  json["noise_db"] = candidate.noise_db;
   json["design"] = command_for(candidate);
   return json;
 }
@@ -75,7 +94,7 @@ Json to_json(const Candidate &candidate) {
 std::string estimate_page(const TypedDemand &demand, const std::vector<Candidate> &candidates) {
   std::string page = fmt::format("{} at {} Hz: {}\n\n", designer::name_of(demand.rated.response),
                                  demand.rated.samplerate, sentence(demand));
-  page += "family       order  poles  passband loses  stopband loses\n";
+  page += "family       order  poles  passband loses  stopband loses  noise in doubles\n";
   std::string commands;
   for (const Candidate &candidate : candidates) {
     if (!candidate.impossible.empty()) {
@@ -83,12 +102,14 @@ std::string estimate_page(const TypedDemand &demand, const std::vector<Candidate
                           candidate.impossible);
       continue;
     }
-    page +=
-        fmt::format("{:<11}  {:>5}  {:>5}  {:>11.4g} dB  {:>11.6g} dB\n", name_of(candidate.family),
-                    candidate.order, candidate.poles, candidate.ripple, candidate.attenuation);
+    page += fmt::format("{:<11}  {:>5}  {:>5}  {:>11.4g} dB  {:>11.6g} dB  {:>13.0f} dB{}\n",
+                        name_of(candidate.family), candidate.order, candidate.poles,
+                        candidate.ripple, candidate.attenuation, candidate.noise_db,
+                        candidate.is_noisy() ? noisy_mark : "");
     commands += fmt::format("{}\n", fmt::join(command_for(candidate), " "));
   }
-  return commands.empty() ? page : page + '\n' + commands;
+  if (commands.empty()) return page;
+  return page + '\n' + advice(candidates) + '\n' + commands;
 }
 
 std::string estimate_document(const TypedDemand &demand, const std::vector<Candidate> &candidates,
@@ -96,6 +117,7 @@ std::string estimate_document(const TypedDemand &demand, const std::vector<Candi
   const designer::RatedDemand &rated = demand.rated;
   Json families = Json::array();
   for (const Candidate &candidate : candidates) families.push_back(to_json(candidate));
+  const Candidate *best = designer::recommended(candidates);
   const Json document{{"veltane", VELTANE_VERSION},
                       {"command", command},
                       {"response", name_of(rated.response)},
@@ -105,6 +127,7 @@ std::string estimate_document(const TypedDemand &demand, const std::vector<Candi
                       {"stopband", demand.stopband},
                       {"ripple", rated.demand.ripple},
                       {"attenuation", rated.demand.attenuation},
+                      {"recommended", best != nullptr ? Json(name_of(best->family)) : Json()},
                       {"families", families}};
   return text::json_page(document);
 }

@@ -4,11 +4,13 @@
 #include <cmath>
 #include <limits>
 #include <stdexcept>
+#include <tuple>
 
 #include <fmt/format.h>
 
 #include "analysis/band.h"
 #include "analysis/extremes.h"
+#include "analysis/noise.h"
 #include "analysis/stability.h"
 #include "designer/published_filter.h"
 
@@ -75,6 +77,10 @@ Candidate measured(Designer &designer, const RatedDemand &rated, Candidate candi
   candidate.ripple = -analysis::extremes(filter.sections, passband).lowest.db;
   candidate.attenuation = -analysis::extremes(filter.sections, stopband).highest.db;
   candidate.impossible = shortfall(candidate, rated.demand);
+  const analysis::Noise noise = analysis::noise(
+      filter.sections, analysis::Structure::direct_2_transposed, analysis::Arithmetic::doubles);
+  candidate.noise_db = noise.overflows ? std::numeric_limits<double>::infinity()
+                                       : std::max(noise.white_db, noise.sine_db);
   return candidate;
 }
 
@@ -116,6 +122,16 @@ Candidate candidate(Designer &designer, const RatedDemand &rated, const Limits &
 }
 
 }  // namespace
+
+const Candidate *recommended(const std::vector<Candidate> &candidates) {
+  const auto rank = [](const Candidate &one) {
+    return std::tuple(!one.impossible.empty(), one.is_noisy(), one.poles, one.noise_db);
+  };
+  const auto best =
+      std::min_element(candidates.begin(), candidates.end(),
+                       [&](const Candidate &x, const Candidate &y) { return rank(x) < rank(y); });
+  return best == candidates.end() || !best->impossible.empty() ? nullptr : &*best;
+}
 
 std::string shortfall(const Candidate &candidate, const analysis::Demand &demand) {
   if (candidate.ripple <= demand.ripple + tolerance_db &&

@@ -67,6 +67,36 @@ TEST(Candidates, SayWhyAFamilyCannotDoIt) {
 }
 
 // What ten digits leave of a cutoff is not a shortfall, and 1e-4 dB is the limit of that.
+TEST(Candidates, SayWhatNoiseTheyMake) {
+  const RatedDemand demand{
+      {{0.02, 0.45}, {0.017, 0.46}, 1.0, 40.0}, Response::bandpass, 2000.0, Units::normalized};
+  const std::vector<Candidate> found = designer::candidates(tests::designer_with_module(), demand);
+  EXPECT_TRUE(found.front().is_noisy()) << found.front().order;
+  const Candidate *best = designer::recommended(found);
+  ASSERT_NE(best, nullptr);
+  EXPECT_FALSE(best->is_noisy());
+  EXPECT_LT(best->poles, found.front().poles);
+}
+
+TEST(Candidates, AreRecommendedForFewPolesAndLittleNoise) {
+  Candidate few, quiet, impossible;
+  few.poles = 6;
+  few.noise_db = -200.0;
+  quiet.poles = 6;
+  quiet.noise_db = -250.0;
+  impossible.poles = 2;
+  impossible.noise_db = -300.0;
+  impossible.impossible = "it cannot";
+  EXPECT_EQ(designer::recommended({few, quiet, impossible})->noise_db, -250.0);
+  quiet.poles = 8;
+  EXPECT_EQ(designer::recommended({quiet, few})->poles, 6U);
+  few.noise_db = -79.9;
+  EXPECT_EQ(designer::recommended({quiet, few})->poles, 8U) << "noise weighs more than poles";
+  few.noise_db = -80.0;
+  EXPECT_EQ(designer::recommended({quiet, few})->poles, 6U);
+  EXPECT_EQ(designer::recommended({impossible}), nullptr);
+}
+
 TEST(Candidates, FallShortOfEitherLevel) {
   const analysis::Demand demand{{0.1}, {0.2}, 1.0, 60.0};
   Candidate candidate{};

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "checks.h"
+#include "designer/limits.h"
 #include "noise_levels.h"
 #include "noise_text.h"
 #include "tolerances.h"
@@ -18,9 +19,9 @@ Findings check_noise(const FilterUnderTest &filter) {
   findings.measured["noise_exported_db"] = noise.exported_db;
   const std::string published = noise_text(noise.published_db);
   const std::string exported = noise_text(noise.exported_db);
-  if (noise.published_db <= double_noise_db)
+  if (noise.published_db <= designer::most_noise_db)
     findings.fact("noise", "in doubles the sections " + published);
-  else if (noise.exported_db <= double_noise_db)
+  else if (noise.exported_db <= designer::most_noise_db)
     findings.problem("noise", "in doubles the sections as published " + published,
                      fmt::format("run them as 'veltane export' arranges them, where they {}; or "
                                  "several filters of a lower order in a row",

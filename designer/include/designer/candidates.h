@@ -7,6 +7,7 @@
 
 #include "analysis/estimate.h"
 #include "designer/designer.h"
+#include "designer/limits.h"
 #include "designer/names.h"
 
 namespace designer {
@@ -33,10 +34,20 @@ struct Candidate {
   Settings settings;           /**< those of the filter; empty if the family has none */
   double ripple = 0.0;         /**< what the designed filter loses in the passband, in dB */
   double attenuation = 0.0;    /**< the least that it loses in the stopband, in dB */
+  double noise_db = 0.0;       /**< the error at the output in dB of its peak, when its sections run
+                                    in doubles in the order in which they are published; infinite
+                                    where they overflow */
+
+  /** @return true if more than -80 dB of noise are made of it, unless its sections are arranged. */
+  bool is_noisy() const { return !(noise_db <= most_noise_db); }
 };
 
 /** Designs the filter of least order of each family, and measures it from its sections. */
 std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand);
+
+/** @return the one to take: of those that are possible the one with the fewest poles, among equals
+ *  the one with less noise, and a noisy one only where all are; null where none is possible. */
+const Candidate *recommended(const std::vector<Candidate> &candidates);
 
 /** @return why a filter that was designed and measured does not do what was demanded; empty when it
  *  does, apart from the rounding of its cutoffs, 1e-4 dB. */

@@ -1,4 +1,4 @@
-// What the module does with settings without declaring it.
+// What the module does with settings without declaring it, and what counts as a good filter.
 #ifndef DESIGNER_LIMITS_H
 #define DESIGNER_LIMITS_H
 
@@ -15,6 +15,10 @@ inline constexpr Range cutoff_range{0.0001, 0.9999};
 
 /** The sample rate, in Hz, that the module uses when its settings give none. */
 inline constexpr double audio_samplerate = 48000.0;
+
+/** Noise in dB of the output's peak up to which a filter is good when it runs in doubles, where it
+ *  is 200 dB lower if all is well. */
+inline constexpr double most_noise_db = -80.0;
 
 }  // namespace designer
 
