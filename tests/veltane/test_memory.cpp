@@ -298,9 +298,11 @@ TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
       allocations_left = successes++;
       host.send(box, "bang");
       allocations_left = -1;
-      EXPECT_THAT(host.dictionary("here").value().size(), Eq(failed ? 0U : design.keys));
-      EXPECT_EQ(host.posts().size(), failed ? 1U : 0U);
-      if (failed) {
+      // A sort does without the memory that would make it faster; the filter is then whole.
+      const bool ended = failed && !host.posts().empty();
+      EXPECT_THAT(host.dictionary("here").value().size(), Eq(ended ? 0U : design.keys));
+      EXPECT_EQ(host.posts().size(), ended ? 1U : 0U);
+      if (ended) {
         EXPECT_EQ(host.posts().at(0).text, exhausted);
       }
       host.send(box, "bang");
@@ -311,7 +313,7 @@ TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
       host.send(box, "bang");
       allocations_left = -1;
       EXPECT_TRUE(host.dictionary("here").value() == expected) << "the filter stays";
-      EXPECT_EQ(host.posts().size(), posts + (failed ? 1U : 0U));
+      EXPECT_EQ(host.posts().size(), posts + (ended ? 1U : 0U));
       // The flag that a design runs is down again: changes schedule designs.
       host.set(box, "order", {t_long{6}});
       EXPECT_EQ(host.run_deferred(), 1U);
