@@ -77,10 +77,9 @@ Candidate measured(Designer &designer, const RatedDemand &rated, Candidate candi
   candidate.ripple = -analysis::extremes(filter.sections, passband).lowest.db;
   candidate.attenuation = -analysis::extremes(filter.sections, stopband).highest.db;
   candidate.impossible = shortfall(candidate, rated.demand);
-  const analysis::Noise noise = analysis::noise(
-      filter.sections, analysis::Structure::direct_2_transposed, analysis::Arithmetic::doubles);
-  candidate.noise_db = noise.overflows ? std::numeric_limits<double>::infinity()
-                                       : std::max(noise.white_db, noise.sine_db);
+  candidate.noise_db = analysis::noise(filter.sections, analysis::Structure::direct_2_transposed,
+                                       analysis::Arithmetic::doubles)
+                           .worst_db();
   return candidate;
 }
 

@@ -9,6 +9,7 @@
 #include "analysis/cascade_peaks.h"
 #include "analysis/rounding.h"
 #include "checks.h"
+#include "designer/limits.h"
 #include "noise_levels.h"
 #include "noise_text.h"
 #include "text/quantities.h"
@@ -60,13 +61,13 @@ std::string trouble_in_floats(const FilterUnderTest &filter, const NoiseLevels &
   if (!(effect.response.db <= float_tolerance_db))
     return fmt::format("rounding the sections changes the level by {:.3g} dB at {}",
                        effect.response.db, filter.published.hz_text(effect.response.w));
-  if (!(noise.published_db <= float_noise_db))
+  if (!(noise.published_db <= designer::most_float_noise_db))
     return "the sections as published " + noise_text(noise.published_db);
   return "";
 }
 
 const char *way_out_of_floats(const NoiseLevels &noise) {
-  return noise.exported_db <= float_noise_db
+  return noise.exported_db <= designer::most_float_noise_db
              ? "run them as 'veltane export' arranges them, or keep coefficients and signals in "
                "double precision"
              : "keep coefficients and signals in double precision";

@@ -13,9 +13,6 @@ inline constexpr double audible_db = 120.0;
 /** What rounding to single precision may change. */
 inline constexpr double float_tolerance_db = 0.1;
 
-/** Noise in dB of the output's peak up to which a filter is good in single precision. */
-inline constexpr double float_noise_db = -60.0;
-
 }  // namespace verdict
 
 #endif

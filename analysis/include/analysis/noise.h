@@ -2,6 +2,10 @@
 #ifndef ANALYSIS_NOISE_H
 #define ANALYSIS_NOISE_H
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 #include "analysis/filter.h"
 #include "analysis/structure.h"
 
@@ -19,6 +23,13 @@ struct Noise {
   bool overflows; /**< a section's output leaves the range of the arithmetic, for the sine of the
                      worst frequency or, at four times its root mean square, for the noise; what
                      overflows has an error of infinity */
+
+  /** @return the larger of the two levels; infinity where it overflows or no level is known. */
+  double worst_db() const {
+    const double worst = std::max(white_db, sine_db);
+    const bool known = !overflows && !std::isnan(white_db) && !std::isnan(sine_db);
+    return known ? worst : std::numeric_limits<double>::infinity();
+  }
 };
 
 /**

@@ -20,6 +20,9 @@ inline constexpr double audio_samplerate = 48000.0;
  *  is 200 dB lower if all is well. */
 inline constexpr double most_noise_db = -80.0;
 
+/** The same in floats. */
+inline constexpr double most_float_noise_db = -60.0;
+
 }  // namespace designer
 
 #endif
