@@ -77,8 +77,6 @@ Forms forms_in(const patchbay::Dictionary &dictionary) {
 
 }  // namespace
 
-std::string PublishedFilter::hz_text(double w) const { return designer::hz_text(w, samplerate); }
-
 bool PublishedFilter::has_no_band() const {
   return has_two_cutoffs() && !(cutoffs[0] < cutoffs[1]);
 }
@@ -111,12 +109,6 @@ PublishedFilter published_filter(const Design &design) {
   filter.sections = std::move(forms.sections);
   filter.transfer = std::move(forms.transfer);
   return filter;
-}
-
-std::optional<analysis::Roots> roots_of(const PublishedFilter &filter) {
-  if (filter.roots) return filter.roots;
-  if (filter.sections.empty()) return std::nullopt;
-  return analysis::roots_of(filter.sections);
 }
 
 }  // namespace designer

@@ -33,3 +33,9 @@ TEST(Duration, IsInTheUnitOfAPerson) {
   EXPECT_EQ(text::duration(7199.0), "120 min");
   EXPECT_EQ(text::duration(38172.221), "10.6 h");
 }
+
+TEST(Quantities, LevelsHaveThousandthsAndNoMinusZero) {
+  EXPECT_EQ(text::decibels(-3.0103), "-3.01 dB");
+  EXPECT_EQ(text::decibels(-0.1234), "-0.123 dB");
+  EXPECT_EQ(text::decibels(-0.0004), "0 dB");
+}

@@ -30,6 +30,14 @@ inline FilterUnderTest designed(const designer::Settings &settings) {
 /** @return the verdict on a design with these settings. */
 inline Verdict checked(const designer::Settings &settings) { return judge(designed(settings)); }
 
+/** @return the verdict on sections of which nothing else is known, at 48000 Hz. */
+inline Verdict checked_sections(const analysis::Sections &sections) {
+  designer::FilterForms forms{};
+  forms.samplerate = 48000.0;
+  forms.sections = sections;
+  return judge(foreign_filter("sections", forms));
+}
+
 /** @return all about something of this weight, with what to change; empty where nothing was said. */
 inline std::string said(const Findings &findings, const std::string &about, Weight weight) {
   std::string text;

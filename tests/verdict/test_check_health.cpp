@@ -122,3 +122,16 @@ TEST(CheckHealth, OnlyAFilterThatWorksAndHasABandHasLevels) {
   no_band.published.cutoffs = {0.5, 0.5};
   EXPECT_FALSE(has_levels(no_band));
 }
+
+TEST(CheckHealth, FeedbackOfTheOtherSignIsRecognised) {
+  const analysis::Sections right{{1, 2, 1, -1.8, 0.9}, {1, 0, -1, -1.2, 0.5}};
+  EXPECT_EQ(problem(checked_sections(right), "stability"), "");
+  analysis::Sections turned = right;
+  for (analysis::Section &section : turned) {
+    section.a1 = -section.a1;
+    section.a2 = -section.a2;
+  }
+  EXPECT_THAT(problem(checked_sections(turned), "stability"), HasSubstr("the signs of a1 and a2"));
+  turned[0].a2 = 1.5;
+  EXPECT_THAT(problem(checked_sections(turned), "stability"), HasSubstr("more digits"));
+}

@@ -16,6 +16,11 @@ std::string no_less_than(double value) {
   return fmt::format("{:.2g}", std::ceil(value / unit) * unit);
 }
 
+std::string decibels(double level) {
+  const double rounded = std::round(level * 1000) / 1000;
+  return fmt::format("{:.6g} dB", rounded == 0 ? 0.0 : rounded);
+}
+
 std::string duration(double seconds) {
   if (seconds < 1.0) return fmt::format("{:.3g} ms", 1e3 * seconds);
   if (seconds < 120.0) return fmt::format("{:.3g} s", seconds);

@@ -15,7 +15,21 @@ namespace {
 
 constexpr char fix_the_cutoffs[] = "fix the cutoffs first";
 
+// Other programs hold a1 and a2 with the other sign, which makes most filters unstable.
+bool is_stable_with_other_feedback(analysis::Sections sections) {
+  for (analysis::Section &section : sections) {
+    section.a1 = -section.a1;
+    section.a2 = -section.a2;
+  }
+  return analysis::stability(sections).stable;
+}
+
 const char *remedy(const FilterUnderTest &filter) {
+  if (filter.origin == Origin::foreign)
+    return is_stable_with_other_feedback(filter.forms.sections)
+               ? "the signs of a1 and a2: with the other ones it is stable, and some programs hold "
+                 "them so"
+               : "coefficients with more digits, or a filter designed anew";
   if (filter.published.has_no_band()) return fix_the_cutoffs;
   if (filter.origin == Origin::saved) return design_it_again;
   return "a lower --order, or cutoffs further from 0, from the Nyquist frequency and apart";
@@ -69,7 +83,8 @@ Findings gain(const FilterUnderTest &filter) {
                    smallest == 0
                        ? "it is 0, because it is too small for a double: the filter is silent"
                        : fmt::format("{:.3g} is so small that it has lost digits", smallest),
-                   filter.published.has_no_band()
+                   filter.origin == Origin::foreign ? "the section whose numerator is so small"
+                   : filter.published.has_no_band()
                        ? fix_the_cutoffs
                        : "a lower --order, a higher cutoff or a wider band, or several filters of "
                          "a lower order in a row");

@@ -9,6 +9,7 @@
 #include "analysis/response.h"
 #include "checks.h"
 #include "remedies.h"
+#include "text/quantities.h"
 #include "tolerances.h"
 
 namespace verdict {
@@ -32,12 +33,6 @@ struct Levels {
   text::Json measured = text::Json::object();
 };
 
-// Rounded to what a reader wants, and never "-0".
-std::string db_text(double level) {
-  const double rounded = std::round(level * 1000) / 1000;
-  return fmt::format("{:.6g} dB", rounded == 0 ? 0.0 : rounded);
-}
-
 double hz(const PublishedFilter &filter, double w) { return w * filter.nyquist(); }
 
 double reference(const PublishedFilter &filter) {
@@ -54,7 +49,7 @@ Level reference_level(const FilterUnderTest &filter) {
 }
 
 std::string reference_text(const PublishedFilter &published, const Level &level) {
-  return fmt::format("{} at {}", db_text(level.reached_db),
+  return fmt::format("{} at {}", text::decibels(level.reached_db),
                      published.hz_text(reference(published)));
 }
 
@@ -79,8 +74,8 @@ Levels chebyshev_1(const FilterUnderTest &filter) {
   levels.measured["passband_lowest_db"] = lowest.db;
   levels.list = {{"the highest level of the passband", highest.db, 0.0},
                  {"the lowest level of the passband", lowest.db, -published.passband_ripple}};
-  levels.summary = fmt::format("the passband lies between {} and {}, as asked", db_text(lowest.db),
-                               db_text(highest.db));
+  levels.summary = fmt::format("the passband lies between {} and {}, as asked", text::decibels(lowest.db),
+                               text::decibels(highest.db));
   return levels;
 }
 
@@ -94,7 +89,7 @@ Levels chebyshev_2(const FilterUnderTest &filter, const Level &top) {
   levels.measured["stopband_highest_db"] = highest;
   levels.list = {{"the highest level of the stopband", highest, -published.stopband_attenuation}};
   levels.summary = fmt::format("{}, and at most {} in the stopband, as asked",
-                               reference_text(published, top), db_text(highest));
+                               reference_text(published, top), text::decibels(highest));
   return levels;
 }
 
@@ -139,7 +134,7 @@ Findings check_levels(const FilterUnderTest &filter) {
     if (!level.is_met())
       findings.problem("levels",
                        fmt::format("{} is {}, and should be {}", level.what,
-                                   db_text(level.reached_db), db_text(level.asked_db)),
+                                   text::decibels(level.reached_db), text::decibels(level.asked_db)),
                        remedy_for_lost_digits(filter));
   if (findings.list.empty()) findings.fact("levels", levels.summary);
   findings += half_power(filter);

@@ -7,10 +7,13 @@
 
 namespace verdict {
 
-/** Which filters a check is for: all, or those that `has_levels` (health.h) is true of. */
+/** Which filters a check is for: all, those with settings, or those without. */
+enum class Of { all, designs, foreign };
+
+/** When it is made: always, or if `has_levels` (health.h) is true of the filter. */
 enum class When { always, it_has_levels };
 
-#define VERDICT_CHECK(name, when) Findings check_##name(const FilterUnderTest &filter);
+#define VERDICT_CHECK(name, of, when) Findings check_##name(const FilterUnderTest &filter);
 #include "checks.inc"
 #undef VERDICT_CHECK
 

@@ -85,4 +85,13 @@ FilterUnderTest saved_filter(Designer &designer, const designer::SavedDesign &sa
   return filter;
 }
 
+FilterUnderTest foreign_filter(const std::string &title, const designer::FilterForms &sections) {
+  FilterUnderTest filter{};
+  filter.title = title;
+  static_cast<designer::FilterForms &>(filter.published) = sections;
+  filter.forms = {analysis::roots_of(sections.sections), sections.sections, {}};
+  filter.origin = Origin::foreign;
+  return filter;
+}
+
 }  // namespace verdict

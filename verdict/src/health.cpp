@@ -34,9 +34,8 @@ analysis::Stability worst_stability(const Forms &forms) {
 }
 
 double smallest_gain(const Forms &forms) {
-  double in_sections = 1.0;
-  for (const analysis::Section &section : forms.sections) in_sections *= section.b0;
-  return std::min(std::fabs(forms.roots.gain), std::fabs(in_sections));
+  return std::min(std::fabs(forms.roots.gain),
+                  std::fabs(analysis::roots_of(forms.sections).gain));
 }
 
 bool has_levels(const FilterUnderTest &filter) {

@@ -10,11 +10,16 @@ namespace {
 
 struct Check {
   Findings (*findings)(const FilterUnderTest &filter);
+  Of of;
   When when;
+
+  bool is_for(const FilterUnderTest &filter) const {
+    return of == Of::all || (of == Of::foreign) == (filter.origin == Origin::foreign);
+  }
 };
 
 constexpr Check checks[] = {
-#define VERDICT_CHECK(name, when) {check_##name, When::when},
+#define VERDICT_CHECK(name, of, when) {check_##name, Of::of, When::when},
 #include "checks.inc"
 #undef VERDICT_CHECK
 };
@@ -50,7 +55,8 @@ Verdict judge(const FilterUnderTest &filter) {
   Verdict verdict{filter.title, {}};
   const bool levels = has_levels(filter);
   for (const Check &check : checks)
-    if (check.when == When::always || levels) verdict.findings += check.findings(filter);
+    if (check.is_for(filter) && (check.when == When::always || levels))
+      verdict.findings += check.findings(filter);
   return verdict;
 }
 

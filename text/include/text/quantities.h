@@ -15,6 +15,9 @@ std::string counted(std::size_t count, std::string_view thing);
  *  0.1201. @param value  not negative */
 std::string no_less_than(double value);
 
+/** @return a level to a thousandth of a dB, never "-0 dB". */
+std::string decibels(double level);
+
 /** @return a time in the unit that a person would use for it: "3.5 ms", "12.4 s", "4.2 min",
  *  "10.6 h", with three digits. @param seconds  not negative */
 std::string duration(double seconds);

@@ -12,8 +12,9 @@
 
 namespace verdict {
 
-/** Where coefficients come from: a design made for the check, or a saved one. */
-enum class Origin { designed, saved };
+/** Where coefficients come from: a design made for the check, a saved one, or another program, which
+ *  left no settings. */
+enum class Origin { designed, saved, foreign };
 
 /** A filter in all forms. */
 struct Forms {
@@ -24,9 +25,11 @@ struct Forms {
 
 struct FilterUnderTest {
   std::string title;                   /**< the filter in one line */
-  designer::PublishedFilter published; /**< with the forms that are there */
+  designer::PublishedFilter published; /**< with the forms that are there; of a foreign one only
+                                            what FilterForms has is known */
   Forms forms;                         /**< the same; those that are missing are those of a design
-                                            with the same settings that publishes all */
+                                            with the same settings that publishes all; of a foreign
+                                            one the transfer function is empty */
   designer::Settings requested;        /**< what was asked for */
   designer::Settings used;             /**< all settings, as the box holds them */
   std::set<std::string> typed;         /**< names of those of the requested settings that a user
@@ -56,6 +59,13 @@ FilterUnderTest new_filter(designer::Designer &designer, const designer::Setting
  */
 FilterUnderTest saved_filter(designer::Designer &designer, const designer::SavedDesign &saved,
                              const std::string &what);
+
+/**
+ * A filter of which nothing is known but its sections.
+ * @param title     the filter in one line
+ * @param sections  at least one
+ */
+FilterUnderTest foreign_filter(const std::string &title, const designer::FilterForms &sections);
 
 }  // namespace verdict
 
