@@ -19,12 +19,7 @@ constexpr double most_attenuation = 1000.0;
 constexpr double most_samplerate = 1e9;
 
 double number(const Option &option, const std::string &text) {
-  std::optional<double> value;
-  try {
-    value = designer::number_in(text);
-  } catch (const std::exception &) {
-    value.reset();  // a quote that is not closed is not a number either
-  }
+  const std::optional<double> value = designer::number_in(text);
   if (!value || !std::isfinite(*value))
     throw designer::Refusal(fmt::format("{} takes a number, not '{}'", option.name(), text));
   return *value;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <stdexcept>
 
 #include <fmt/format.h>
 
@@ -16,16 +15,8 @@ constexpr double usual_points = 200.0, most_points = 1e6;
 constexpr double usual_length = 100.0, most_length = 1e7;
 constexpr double usual_decades = 1000.0;  // from the highest frequency to the lowest
 
-std::optional<double> number_in(const std::string &text) {
-  try {
-    return designer::number_in(text);
-  } catch (const std::exception &) {
-    return std::nullopt;  // a quote that is not closed
-  }
-}
-
 double frequency(const Option &option, const std::string &text, double nyquist) {
-  const auto value = number_in(text);
+  const auto value = designer::number_in(text);
   if (!value || !std::isfinite(*value))
     throw designer::Refusal(
         fmt::format("{} takes frequencies in Hz, not '{}'", option.name(), text));
@@ -39,7 +30,7 @@ double frequency(const Option &option, const std::string &text, double nyquist) 
 std::size_t count(const Arguments &arguments, const Option &option, double usual, double least,
                   double most) {
   const auto text = arguments.value(option);
-  const double value = text ? number_in(*text).value_or(-1.0) : usual;
+  const double value = text ? designer::number_in(*text).value_or(-1.0) : usual;
   if (!(value >= least && value <= most && value == std::floor(value)))
     throw designer::Refusal(fmt::format("{} takes a whole number from {:.0f} to {:.0f}, not '{}'",
                                         option.name(), least, most, *text));
@@ -51,7 +42,7 @@ std::size_t count(const Arguments &arguments, const Option &option, double usual
 From from_in(const Arguments &arguments) {
   From from;
   for (const std::string &word : arguments.values(low_or_file_option)) {
-    std::optional<std::string> &place = number_in(word) ? from.low : from.file;
+    std::optional<std::string> &place = designer::number_in(word) ? from.low : from.file;
     if (place)
       throw designer::Refusal(fmt::format(
           "--from takes one frequency and one file at most, not '{}' and '{}'", *place, word));

@@ -63,7 +63,10 @@ void Settings::erase(std::string_view name) {
 std::optional<double> number_in(const Value &value) {
   if (const auto *integer = std::get_if<t_long>(&value)) return static_cast<double>(*integer);
   if (const auto *number = std::get_if<double>(&value)) return *number;
-  const Values read = patchbay::parse_line(std::get<std::string>(value));
+  const auto &text = std::get<std::string>(value);
+  // Quotes make a symbol, and one that is not closed an error.
+  if (text.find('"') != std::string::npos) return std::nullopt;
+  const Values read = patchbay::parse_line(text);
   if (read.size() != 1 || std::holds_alternative<std::string>(read[0])) return std::nullopt;
   return number_in(read[0]);
 }

@@ -47,6 +47,6 @@ TEST(NumberIn, ReadsNumbersAndTheirTexts) {
   EXPECT_EQ(designer::number_in(t_long{3}), 3.0);
   EXPECT_EQ(designer::number_in(0.25), 0.25);
   EXPECT_EQ(designer::number_in(std::string("1e3")), 1000.0);
-  for (const char *other : {"", "x", "1 2", "nan", "1x"})
+  for (const char *other : {"", "x", "1 2", "nan", "1x", "\"", "\"1\""})
     EXPECT_EQ(designer::number_in(std::string(other)), std::nullopt) << other;
 }
