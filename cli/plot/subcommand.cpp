@@ -63,14 +63,6 @@ pictures::DrawnFilter designed(designer::Designer &designer, const designer::Set
   return filter;
 }
 
-designer::PublishedFilter published(const designer::Design &design, const std::string &what) {
-  try {
-    return designer::published_filter(design);
-  } catch (const std::runtime_error &error) {
-    throw designer::Refusal(fmt::format("{}: {}", what, error.what()));
-  }
-}
-
 designer::SavedDesign read_compared(const std::string &file) {
   designer::SavedDesign stored = read_saved_design(file);
   if (stored.dictionary.empty())
@@ -84,7 +76,7 @@ pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedD
                             const std::string &file) {
   const std::string what = in_quotes(file);
   const designer::Design design = designer::opened(designer, stored, what);
-  pictures::DrawnFilter filter = pictures::drawn_filter(published(design, what), what);
+  pictures::DrawnFilter filter = pictures::drawn_filter(designer::filter_in_file(design, what), what);
   for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
   const std::string name = std::filesystem::path(file).filename().string();
   filter.name = pictures::saved_filter_name(name, designer::title(design));
@@ -94,7 +86,7 @@ pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedD
 // The filters that were asked for, in the order of the key.
 std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
   const Words files = request.arguments.values(compare_option);
-  const auto &operand = request.arguments.operand();
+  const auto operand = request.arguments.operand();
   const designer::Settings settings = requested_settings(request.arguments);
   const bool designs = !operand && (files.empty() || !settings.empty());
   const std::size_t count = files.size() + (designs || operand ? 1 : 0);

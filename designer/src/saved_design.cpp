@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 #include <utility>
 
 #include <fmt/format.h>
@@ -122,6 +123,14 @@ Design opened(Designer &designer, const SavedDesign &saved, const std::string &w
   design.dictionary = saved.dictionary;
   check_kind(design, what);
   return design;
+}
+
+PublishedFilter filter_in_file(const Design &opened, const std::string &what) {
+  try {
+    return published_filter(opened);
+  } catch (const std::runtime_error &error) {
+    throw Refusal(fmt::format("{}: {}", what, error.what()));
+  }
 }
 
 Settings parse_settings(const std::string &json, const std::string &what) {

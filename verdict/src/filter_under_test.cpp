@@ -53,15 +53,6 @@ FilterUnderTest filter_under_test(Designer &designer, const Design &design,
   return filter;
 }
 
-// What is wrong with a file is a wrong request.
-PublishedFilter read(const Design &saved, const std::string &what) {
-  try {
-    return designer::published_filter(saved);
-  } catch (const std::runtime_error &error) {
-    throw designer::Refusal(fmt::format("{} cannot be checked: {}", what, error.what()));
-  }
-}
-
 }  // namespace
 
 bool FilterUnderTest::publishes_transfer() const { return has_transfer(published); }
@@ -80,7 +71,7 @@ FilterUnderTest saved_filter(Designer &designer, const designer::SavedDesign &sa
                              const std::string &what) {
   if (saved.dictionary.empty()) throw designer::Refusal(what + " has no \"dictionary\" to check");
   const Design design = designer::opened(designer, saved, what);
-  FilterUnderTest filter = filter_under_test(designer, design, read(design, what), saved.settings);
+  FilterUnderTest filter = filter_under_test(designer, design, designer::filter_in_file(design, what), saved.settings);
   filter.origin = Origin::saved;
   return filter;
 }

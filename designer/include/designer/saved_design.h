@@ -5,6 +5,7 @@
 #include <string>
 
 #include "designer/designer.h"
+#include "designer/published_filter.h"
 
 namespace designer {
 
@@ -30,6 +31,14 @@ SavedDesign parse_saved_design(const std::string &json, const std::string &what)
  * response than they, or holds more than a filter of the highest order has.
  */
 Design opened(Designer &designer, const SavedDesign &saved, const std::string &what);
+
+/**
+ * The numbers of a design that was opened.
+ * @param what  as above
+ * Raises Refusal where `published_filter` raises std::runtime_error: what is wrong with a file is a
+ * wrong request.
+ */
+PublishedFilter filter_in_file(const Design &opened, const std::string &what);
 
 /**
  * Reads settings as a saved design holds them: an object with attributes as its keys, with hyphens
