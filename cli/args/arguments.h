@@ -12,15 +12,14 @@
 
 namespace cli {
 
-/** The values of options, and the operand. If something does not fit, functions raise
+/** The values of options, and the operands. If something does not fit, functions raise
  *  designer::Refusal. */
 class Arguments {
  public:
-  /** @param values   of each option that was given
-   *  @param operand  the word before the options */
-  explicit Arguments(std::map<const Option *, Words> values,
-                     std::optional<std::string> operand = std::nullopt)
-      : values_(std::move(values)), operand_(std::move(operand)) {}
+  /** @param values    of each option that was given
+   *  @param operands  the words that belong to no option */
+  explicit Arguments(std::map<const Option *, Words> values, Words operands = {})
+      : values_(std::move(values)), operands_(std::move(operands)) {}
 
   /** @return whether an option was given. */
   bool given(const Option &option) const { return values_.contains(&option); }
@@ -36,12 +35,18 @@ class Arguments {
    *          more than it takes. */
   Words values(const Option &option) const;
 
-  /** @return the word before the options, if the subcommand takes one and it was given. */
-  const std::optional<std::string> &operand() const { return operand_; }
+  /** @return the words that belong to no option, in their order: no more than the subcommand
+   *          takes. */
+  const Words &operands() const { return operands_; }
+
+  /** @return the first of them, if one was given. */
+  std::optional<std::string> operand() const {
+    return operands_.empty() ? std::nullopt : std::optional(operands_.front());
+  }
 
  private:
   std::map<const Option *, Words> values_;
-  std::optional<std::string> operand_;
+  Words operands_;
 };
 
 }  // namespace cli

@@ -19,16 +19,12 @@ namespace {
 // Whether a word is a number, or several, as an option takes them: "3k", "300,3400". One that is
 // refused later, such as "inf", is meant as one as well.
 bool is_number(const std::string &word, const Option &option) {
-  try {
-    const Words numbers = in_own_words(option, {word});
-    return std::all_of(numbers.begin(), numbers.end(), [](const std::string &number) {
-      char *stopped = nullptr;
-      std::strtod(number.c_str(), &stopped);
-      return !number.empty() && *stopped == '\0';
-    });
-  } catch (const std::exception &) {
-    return false;  // a quote that is not closed
-  }
+  const Words numbers = in_own_words(option, {word});
+  return std::all_of(numbers.begin(), numbers.end(), [](const std::string &number) {
+    char *stopped = nullptr;
+    std::strtod(number.c_str(), &stopped);
+    return !number.empty() && *stopped == '\0';
+  });
 }
 
 bool is_option(const std::string &word) {
@@ -169,6 +165,7 @@ CommandLine command_line(const Subcommand &subcommand) {
   return {fmt::format("veltane {}", subcommand.name),
           subcommand.description(),
           subcommand.operand,
+          subcommand.most_operands,
           all_options(subcommand),
           subcommand.examples,
           std::string(subcommand.notes)};
@@ -179,20 +176,23 @@ std::string help(const CommandLine &line) { return Parser(line).help(); }
 std::optional<Arguments> parse(const CommandLine &line, const Words &words) {
   const auto operands = line.operand.empty() ? std::vector<Words::const_iterator>()
                                              : operands_in(words, line.options);
-  if (operands.size() > 1)
+  if (operands.size() > line.most_operands)
     throw designer::Refusal(
-        fmt::format("unexpected '{}' beside '{}'; {} --help shows what it takes", *operands[1],
-                    *operands[0], line.name));
-  Words typed;
+        fmt::format("unexpected '{}' beside '{}'; {} --help shows what it takes",
+                    *operands[line.most_operands], *operands[line.most_operands - 1], line.name));
+  Words typed, files;
   for (auto word = words.begin(); word != words.end(); ++word)
-    if (operands.empty() || word != operands[0]) typed.push_back(in_full(*word, line.options));
+    if (std::find(operands.begin(), operands.end(), word) != operands.end())
+      files.push_back(*word);
+    else
+      typed.push_back(in_full(*word, line.options));
   for (const Option *option : line.options)
     for (const std::string &word : typed)
       if (option->is_switch() && word.starts_with(std::string(option->name()) + '='))
         throw designer::Refusal(fmt::format("{} takes no value", option->name()));
   Parser parser(line);
   if (!parser.read(typed, line)) return std::nullopt;
-  return Arguments(parser.values(), operands.empty() ? std::nullopt : std::optional(*operands[0]));
+  return Arguments(parser.values(), files);
 }
 
 }  // namespace cli

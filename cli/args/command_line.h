@@ -2,6 +2,7 @@
 #ifndef CLI_ARGS_COMMAND_LINE_H
 #define CLI_ARGS_COMMAND_LINE_H
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -18,6 +19,7 @@ struct CommandLine {
   std::string name; /**< such as "veltane design" */
   std::string description;
   std::string_view operand; /**< what a word before the options means; empty if none is taken */
+  std::size_t most_operands;
   std::vector<const Option *> options;
   std::span<const std::string_view> examples;
   std::string notes; /**< paragraphs with an empty line between them */

@@ -3,6 +3,7 @@
 #ifndef CLI_ARGS_SUBCOMMAND_H
 #define CLI_ARGS_SUBCOMMAND_H
 
+#include <cstddef>
 #include <filesystem>
 #include <span>
 #include <string>
@@ -37,6 +38,7 @@ struct Subcommand {
   SharedOptions shared;
   std::string_view operand =
       {}; /**< what a word before the options means; empty if it takes none */
+  std::size_t most_operands = 1; /**< how many such words it takes, if any */
   std::span<const std::string_view>
       examples; /**< command lines that work one after the other in an empty folder */
   std::string_view notes = {}; /**< paragraphs at the end of the help */

@@ -89,7 +89,7 @@ void warn_of(const std::vector<std::string> &remarks) {
 // A new design, or a saved one with its coefficients as they are.
 designer::Design exported_design(const Request &request) {
   const Arguments &arguments = request.arguments;
-  if (const auto &file = arguments.operand()) {
+  if (const auto file = arguments.operand()) {
     const designer::SavedDesign saved = read_operand(arguments, *file);
     designer::Designer designer(request.module);
     return designer::opened(designer, saved, in_quotes(*file));

@@ -23,8 +23,13 @@ constexpr Option many{.names = "--many", .value = "N...", .help = "", .most = Op
 constexpr Option loud{.names = "--loud", .help = "Loudly"};
 constexpr std::array<std::string_view, 1> examples{"tool --loud"};
 
-const cli::CommandLine line{"tool",   "Does it.", "FILE", {&colour, &size, &many, &loud},
-                            examples, "A note.\n"};
+const cli::CommandLine line{.name = "tool",
+                            .description = "Does it.",
+                            .operand = "FILE",
+                            .most_operands = 1,
+                            .options = {&colour, &size, &many, &loud},
+                            .examples = examples,
+                            .notes = "A note.\n"};
 
 cli::Arguments parsed(const std::string &words) {
   return cli::parse(line, tests::split(words)).value();
@@ -113,6 +118,15 @@ TEST(CommandLine, ThereIsOneOperand) {
               HasSubstr("unexpected 'a.json'"));
 }
 
+TEST(CommandLine, OperandsKeepTheirOrder) {
+  cli::CommandLine two = line;
+  two.most_operands = 2;
+  const auto parsed = cli::parse(two, {"b.json", "--colour", "red", "a.wav", "--loud"});
+  EXPECT_THAT(parsed->operands(), ElementsAre("b.json", "a.wav"));
+  EXPECT_EQ(refusal([&] { cli::parse(two, {"a", "b", "c", "--loud"}); }),
+            "unexpected 'c' beside 'b'; tool --help shows what it takes");
+}
+
 TEST(CommandLine, UnknownOptionsAreAnsweredWithTheNearest) {
   EXPECT_EQ(refused("--color red"), "unknown option '--color'; did you mean --colour?");
   EXPECT_EQ(refused("--weight"), "unknown option '--weight'; tool --help lists the options");
@@ -126,7 +140,8 @@ TEST(CommandLine, TakesTheBeginningOfANameWhereItIsTheOnlyOne) {
   EXPECT_THAT(refused("--c blue"), HasSubstr("unknown option '--c'")) << "too short to mean one";
 
   static constexpr Option near{.names = "--colours,--couleurs", .help = ""};
-  const cli::CommandLine two{"tool", "", "", {&colour, &near}, examples, ""};
+  cli::CommandLine two = line;
+  two.options = {&colour, &near};
   const auto given = [&](const char *word) { return cli::parse(two, {word}).value(); };
   EXPECT_EQ(refusal([&] { given("--col"); }), "'--col' may be --colour or --colours");
   EXPECT_TRUE(given("--colours").given(near));
