@@ -8,6 +8,8 @@
 
 #include "analysis/arrangement.h"
 #include "analysis/stability.h"
+#include "args/given_sections.h"
+#include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "base/messages.h"
 #include "designer/designer.h"
@@ -65,9 +67,18 @@ void check(const analysis::Sections &sections) {
         "'veltane check' says what to change");
 }
 
-}  // namespace
+// Their own rate is that of the signal, unless somebody says another.
+designer::FilterForms at_rate_of(const Input &input, designer::FilterForms given) {
+  const double rate = input.source().samplerate();
+  if (rate > 0.0 && !given.samplerate_assumed && given.samplerate != rate)
+    throw designer::Refusal(fmt::format(
+        "{} has a sample rate of {} Hz, and the sections are for {} Hz", input.name(), rate,
+        given.samplerate));
+  if (rate > 0.0) given.samplerate = rate;
+  return given;
+}
 
-RunningFilter running_filter(const Request &request, const Input &input) {
+designer::FilterForms designed(const Request &request, const Input &input) {
   const designer::Settings settings = at_rate_of(input, requested_settings(request.arguments));
   const designer::Design design = designer::Designer(request.module).design(settings);
   for (const std::string &remark : design.remarks) warn(remark);
@@ -76,10 +87,35 @@ RunningFilter running_filter(const Request &request, const Input &input) {
         "the module designs for whole sample rates in Hz, and not for {} Hz; with "
         "--units normalized, cutoffs are fractions of the Nyquist frequency at any rate",
         *asked));
-  const analysis::Sections sections = designer::published_filter(design).sections;
-  check(sections);
-  return {analysis::arranged(sections, analysis::Structure::direct_2_transposed),
-          design.samplerate};
+  return designer::published_filter(design);
+}
+
+designer::FilterForms opened(const Request &request, const Input &input, const std::string &file) {
+  const designer::SavedDesign saved = read_operand(request.arguments, file);
+  designer::Designer designer(request.module);
+  const designer::Design design = designer::opened(designer, saved, in_quotes(file));
+  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", in_quotes(file), remark));
+  const double rate = input.source().samplerate();
+  if (rate > 0.0 && rate != design.samplerate)
+    throw designer::Refusal(fmt::format(
+        "{} has a sample rate of {} Hz, and {} holds coefficients for {} Hz; --from {} designs its "
+        "filter anew at the signal's",
+        input.name(), rate, in_quotes(file), design.samplerate, file));
+  return designer::filter_in_file(design, in_quotes(file));
+}
+
+}  // namespace
+
+RunningFilter running_filter(const Request &request, const Input &input,
+                             const std::optional<std::string> &saved) {
+  const auto given = given_sections(request.arguments);
+  if (given && saved) throw designer::Refusal(two_filters);
+  const designer::FilterForms filter = given   ? at_rate_of(input, given->filter)
+                                       : saved ? opened(request, input, *saved)
+                                               : designed(request, input);
+  check(filter.sections);
+  return {analysis::arranged(filter.sections, analysis::Structure::direct_2_transposed),
+          filter.samplerate};
 }
 
 }  // namespace cli

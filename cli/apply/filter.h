@@ -2,6 +2,9 @@
 #ifndef CLI_APPLY_FILTER_H
 #define CLI_APPLY_FILTER_H
 
+#include <optional>
+#include <string>
+
 #include "analysis/filter.h"
 #include "apply/input.h"
 #include "args/subcommand.h"
@@ -14,12 +17,16 @@ struct RunningFilter {
 };
 
 /**
- * Designs the filter that was asked for, at the signal's sample rate, and says on standard error
- * what became of the settings.
- * Raises designer::Refusal when the settings name another sample rate than the signal has, or none
- * where it has none, and when the filter is not stable or published no sections.
+ * The filter that was asked for: sections of another program, a saved design with its coefficients
+ * as they are, or a design from settings, for the signal's sample rate. Says on standard error what
+ * became of the settings.
+ * @param saved  the file with the saved design; none if it was not given
+ * Raises designer::Refusal when more than one of these was given, the filter is for another sample
+ * rate than the signal has, or for none where the signal has none and cutoffs are in Hz, and when it
+ * is not stable or published no sections.
  */
-RunningFilter running_filter(const Request &request, const Input &input);
+RunningFilter running_filter(const Request &request, const Input &input,
+                             const std::optional<std::string> &saved);
 
 }  // namespace cli
 

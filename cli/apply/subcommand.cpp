@@ -45,8 +45,8 @@ constexpr Option tail_option{
         "Let the filter ring out after the end, until it stays 120 dB below the peak, for ten "
         "minutes at most [off]"};
 
-constexpr std::array options{&file_option, &bits_option, &column_option, &zero_phase_option,
-                             &tail_option};
+constexpr std::array options{&file_option,       &bits_option, &column_option,
+                             &zero_phase_option, &tail_option, &sections_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "seq 0 499 | awk '{print sin($1 / 8)}' | veltane apply --samplerate 500 --topology butterworth "
@@ -58,7 +58,8 @@ std::string description() {
   return "Filters a signal: a sound file (WAV, FLAC, AIFF, Ogg and others) or columns of numbers.\n"
          "FILE is read, - is standard input. The filter is designed for the sample rate of the\n"
          "sound file; columns need --samplerate. All channels are filtered, in doubles, in memory\n"
-         "that does not grow with the signal.";
+         "that does not grow with the signal. 'veltane apply FILE.json FILE' takes the\n"
+         "coefficients of a saved design as they are, and --sections FILE those of another program.";
 }
 
 constexpr char notes[] =
@@ -98,21 +99,24 @@ void warn_of(const Passage &passage, const Input &input, const Output &output) {
 
 int run(const Request &request) {
   const Arguments &arguments = request.arguments;
-  const auto &file = arguments.operand();
-  if (!file)
+  const Words &files = arguments.operands();
+  if (files.empty())
     throw designer::Refusal(
         "veltane apply needs the name of a file to filter, or - for standard input");
-  if (*file == "-" && arguments.value(from_option) == "-")
+  const std::string &file = files.back();
+  const auto saved = files.size() > 1 ? std::optional(files.front()) : std::nullopt;
+  if (file == "-" && (saved == "-" || arguments.value(from_option) == "-" ||
+                      arguments.value(sections_option) == "-"))
     throw designer::Refusal(
-        "the signal and --from - both read standard input: give one of them a file");
+        "the signal and the filter both read standard input: give one of them a file");
   OutputRequest wanted{arguments.value(file_option), std::nullopt};
   if (arguments.given(bits_option)) wanted.bits = arguments.choice(bits_option);
   const Direction direction =
       arguments.given(zero_phase_option) ? Direction::both_ways : Direction::forwards;
   const Ending ending = arguments.given(tail_option) ? Ending::rung_out : Ending::with_the_input;
-  const Input input(*file, arguments.values(column_option));
+  const Input input(file, arguments.values(column_option));
   check_tail(request, input);
-  const RunningFilter chosen = running_filter(request, input);
+  const RunningFilter chosen = running_filter(request, input, saved);
   Output output(wanted, input, chosen.samplerate);
   const Passage passage =
       filter(input.source(), output.sink(), chosen.sections, chosen.samplerate, direction, ending);
@@ -129,6 +133,7 @@ const Subcommand apply_subcommand{.name = "apply",
                                   .options = options,
                                   .shared = SharedOptions::settings_and_module,
                                   .operand = "FILE",
+                                  .most_operands = 2,
                                   .examples = examples,
                                   .notes = notes,
                                   .run = run};

@@ -18,6 +18,13 @@ inline constexpr Option format_option{.names = "--format",
 inline constexpr Option output_option{
     .names = "-o,--output", .value = "FILE", .help = "Write to a file, either whole or not at all"};
 
+inline constexpr Option sections_option{
+    .names = "--sections",
+    .value = "FILE",
+    .help =
+        "Take the sections that another program wrote instead of a design, a row each: b0 b1 b2 a1 "
+        "a2, or b0 b1 b2 a0 a1 a2 as SciPy and Octave have them; --samplerate alone goes beside it"};
+
 inline constexpr Option from_option{
     .names = "--from",
     .value = "FILE",

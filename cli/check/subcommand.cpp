@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "args/given_sections.h"
 #include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
@@ -19,7 +20,7 @@
 namespace cli {
 namespace {
 
-constexpr std::array options{&format_option, &output_option};
+constexpr std::array options{&sections_option, &format_option, &output_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane check --topology butterworth --order 4 --frequency 1000",
@@ -30,7 +31,8 @@ std::string description() {
          "asked for, and which of its forms can be trusted. The exit status is 0 when the filter\n"
          "is sound and 1 when it has a problem; each problem says what to change.\n"
          "'veltane check FILE.json [OPTIONS]' checks the coefficients of a saved design as they\n"
-         "are; otherwise the settings say which filter is designed and checked.";
+         "are, and --sections FILE those of another program; otherwise the settings say which\n"
+         "filter is designed and checked.";
 }
 
 verdict::FilterUnderTest saved(const Request &request, const std::string &file) {
@@ -47,11 +49,18 @@ verdict::FilterUnderTest designed(const Request &request) {
   return verdict::new_filter(designer, settings, typed);
 }
 
+verdict::FilterUnderTest filter_under_test(const Request &request) {
+  const auto file = request.arguments.operand();
+  const auto given = given_sections(request.arguments);
+  if (file && given) throw designer::Refusal(two_filters);
+  if (given) return verdict::foreign_filter(given->title, given->filter);
+  return file ? saved(request, *file) : designed(request);
+}
+
 int run(const Request &request) {
   const bool json = request.arguments.choice(format_option) == "json";
   const auto output = request.arguments.value(output_option);
-  const auto &file = request.arguments.operand();
-  const verdict::Verdict verdict = verdict::judge(file ? saved(request, *file) : designed(request));
+  const verdict::Verdict verdict = verdict::judge(filter_under_test(request));
   const Colour colour = output ? Colour::off : colour_for(STDOUT_FILENO);
   write_output(output,
                json ? check_document(verdict, request.command) : check_page(verdict, colour));

@@ -6,6 +6,7 @@
 #include "analysis/impulse.h"
 #include "analysis/phase.h"
 #include "analysis/response.h"
+#include "args/given_sections.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
@@ -30,7 +31,7 @@ constexpr Option table_format_option{.names = "--format",
 constexpr std::array options{&low_or_file_option,  &high_option,  &points_option,
                              &linear_option,       &at_option,    &wrapped_option,
                              &impulse_option,      &step_option,  &length_option,
-                             &table_format_option, &output_option};
+                             &sections_option, &table_format_option, &output_option};
 
 constexpr std::array<std::string_view, 3> examples{
     "veltane response --topology butterworth --order 4 --frequency 1000 --at 50 100 1000",
@@ -49,7 +50,7 @@ constexpr char notes[] =
 
 constexpr double degrees = 180.0 / std::numbers::pi;
 
-Table over_frequency(const designer::PublishedFilter &filter, const Arguments &arguments) {
+Table over_frequency(const designer::FilterForms &filter, const Arguments &arguments) {
   const std::optional<analysis::Roots> roots = designer::roots_of(filter);
   if (!roots)
     throw designer::Refusal(
@@ -75,7 +76,7 @@ Table over_frequency(const designer::PublishedFilter &filter, const Arguments &a
   return table;
 }
 
-Table over_time(const designer::PublishedFilter &filter, const Arguments &arguments) {
+Table over_time(const designer::FilterForms &filter, const Arguments &arguments) {
   if (filter.sections.empty())
     throw designer::Refusal(
         "these settings publish no sections, so there is nothing to run; --zpk-output on and "
@@ -95,20 +96,37 @@ Table over_time(const designer::PublishedFilter &filter, const Arguments &argume
   return table;
 }
 
+// Whose response it is, with its name in one line.
+struct ChosenFilter {
+  std::string title;
+  designer::FilterForms filter;
+};
+
+ChosenFilter chosen_filter(const Request &request) {
+  const auto saved = from_in(request.arguments).file;
+  if (auto given = given_sections(request.arguments)) {
+    if (saved)
+      throw designer::Refusal("--sections and --from FILE exclude each other: each of them is a filter");
+    return {given->title, std::move(given->filter)};
+  }
+  const designer::Settings settings = requested_settings(request.arguments, saved);
+  const designer::Design design = designer::Designer(request.module).design(settings);
+  for (const std::string &remark : design.remarks) warn(remark);
+  return {designer::title(design), designer::published_filter(design)};
+}
+
 int run(const Request &request) {
   const Arguments &arguments = request.arguments;
   const std::string format = arguments.choice(table_format_option);
   const auto file = arguments.value(output_option);
   check_kind(arguments);
-  const designer::Settings settings = requested_settings(arguments, from_in(arguments).file);
-  const designer::Design design = designer::Designer(request.module).design(settings);
-  for (const std::string &remark : design.remarks) warn(remark);
-  const designer::PublishedFilter filter = designer::published_filter(design);
+  const ChosenFilter chosen = chosen_filter(request);
+  const designer::FilterForms &filter = chosen.filter;
   Table table = arguments.given(impulse_option) || arguments.given(step_option)
                     ? over_time(filter, arguments)
                     : over_frequency(filter, arguments);
-  table.title = designer::title(design);
-  table.samplerate = design.samplerate;
+  table.title = chosen.title;
+  table.samplerate = filter.samplerate;
   write_output(file, format == "json"  ? table_json(table, request.command)
                      : format == "csv" ? table_csv(table)
                                        : table_page(table));

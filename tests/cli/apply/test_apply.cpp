@@ -291,3 +291,23 @@ TEST_F(Apply, ASavedDesignIsDesignedForTheFile) {
   ASSERT_EQ(run(in("--topology butterworth --order 3 in.wav -o b.wav")).status, 0);
   EXPECT_EQ(read_file(path("a.wav")), read_file(path("b.wav")));
 }
+
+TEST_F(Apply, ASavedDesignBeforeTheSignalIsTakenAsItIs) {
+  sines("in.wav", wav_16, {{{100, 0.5}, {5000, 0.4}}}, 1);
+  ASSERT_EQ(
+      veltane("design --topology butterworth --order 3 --format json -o " + path("a.json")).status,
+      0);
+  ASSERT_EQ(run(in("--topology butterworth --order 3 in.wav -o designed.wav")).status, 0);
+  ASSERT_EQ(run(in("a.json in.wav -o opened.wav")).status, 0);
+  EXPECT_EQ(read_file(path("opened.wav")), read_file(path("designed.wav")));
+
+  ASSERT_EQ(veltane("export " + path("a.json") + " --for scipy -o " + path("a.py")).status, 0);
+  ASSERT_EQ(run(in("--sections a.py in.wav -o given.wav")).status, 0);
+  EXPECT_EQ(read_file(path("given.wav")), read_file(path("designed.wav")));
+}
+
+TEST_F(Apply, SectionsRunOverColumnsAtAnyRate) {
+  write("mean.txt", "b0,b1,b2,a1,a2\n0.5,0.5,0,0,0\n");
+  write("in.csv", "1\n3\n5\n");
+  EXPECT_EQ(run(in("--sections mean.txt in.csv")).out, "0.5\n2\n4\n");
+}

@@ -19,6 +19,11 @@ class RefusedFiles : public ScratchFolder, public testing::WithParamInterface<Re
     std::filesystem::current_path(path(""));
     write("two.csv", "time,volts\n0,1\n1,2\n2,3\n");
     write("one.txt", "1\n2\n3\n");
+    write("mean.txt", "0.5 0.5 0 0 0\n");
+    write("wild.txt", "1 0 0 -2 1.5\n");
+    write("saved.json", R"({"settings": {"topology": "butterworth", "order": 2},
+                           "dictionary": {"topology": "butterworth", "response": "lowpass",
+                                          "cascade": [1, 2, 1, -1.5, 0.75]}})");
     write("comma.txt", "a;b\n1,5;2\n");
     write("words.txt", "this is\nno signal\n");
     write("noise.bin", std::string("\1\2\3\0\4\5", 6) + std::string(5000, '\x90'));
@@ -47,7 +52,17 @@ INSTANTIATE_TEST_SUITE_P(
     Apply, RefusedFiles,
     testing::Values(
         Refused{"apply", "needs the name of a file to filter, or - for standard input"},
-        Refused{"apply one.txt two.csv", "unexpected 'two.csv' beside 'one.txt'"},
+        Refused{"apply saved.json one.txt two.csv", "unexpected 'two.csv' beside 'one.txt'"},
+        Refused{"apply one.txt two.csv --column 1", "'one.txt' is not"},
+        Refused{"apply saved.json rate.wav -o x.wav",
+                "'rate.wav' has a sample rate of 8000 Hz, and 'saved.json' holds coefficients for "
+                "48000 Hz; --from saved.json designs its filter anew"},
+        Refused{"apply saved.json rate.wav --order 4 -o x.wav", "are taken as they are"},
+        Refused{"apply saved.json rate.wav --sections mean.txt -o x.wav", "exclude each other"},
+        Refused{"apply rate.wav --sections mean.txt --samplerate 44.1k -o x.wav",
+                "has a sample rate of 8000 Hz, and the sections are for 44100 Hz"},
+        Refused{"apply rate.wav --sections wild.txt -o x.wav", "not stable"},
+        Refused{"apply - --sections -", "both read standard input"},
         Refused{"apply - --from -", "both read standard input"},
         Refused{"apply none.wav -o x.wav", "'none.wav' cannot be read: No such file"},
         Refused{"apply folder -o x.wav", "'folder' cannot be read: Is a directory"},
