@@ -9,7 +9,7 @@
 
 #include "args/nearest.h"
 #include "args/settings_options.h"
-#include "args/settings_words.h"
+#include "args/option_words.h"
 #include "args/shared_options.h"
 #include "designer/refusal.h"
 

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 
 #include "args/saved_file.h"
-#include "args/settings_words.h"
+#include "args/option_words.h"
 #include "args/shared_options.h"
 #include "designer/refusal.h"
 

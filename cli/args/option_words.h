@@ -1,6 +1,6 @@
 // Settings as people type them: "3k", "60 dB", "lp", "Butter".
-#ifndef CLI_ARGS_SETTINGS_WORDS_H
-#define CLI_ARGS_SETTINGS_WORDS_H
+#ifndef CLI_ARGS_OPTION_WORDS_H
+#define CLI_ARGS_OPTION_WORDS_H
 
 #include "args/option.h"
 #include "base/words.h"

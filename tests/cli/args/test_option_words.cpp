@@ -1,5 +1,5 @@
 // Settings as people type them.
-#include "args/settings_words.h"
+#include "args/option_words.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ std::string refusal(const std::string &name, const std::string &typed) {
 
 }  // namespace
 
-TEST(SettingsWords, TakeNumbersWithUnitsAndThousands) {
+TEST(OptionWords, TakeNumbersWithUnitsAndThousands) {
   const std::pair<const char *, const char *> cases[] = {
       {"3k", "3000"},       {"3.4kHz", "3400"}, {"44.1k", "44100"}, {"1.001K", "1001"},
       {"0.192M", "192000"}, {"50Hz", "50"},     {"50 hz", "50"},    {"3 kHz", "3000"},
@@ -45,19 +45,19 @@ TEST(SettingsWords, TakeNumbersWithUnitsAndThousands) {
   EXPECT_THAT(taken("--stopband-attenuation", {"60dB"}), ElementsAre("60"));
 }
 
-TEST(SettingsWords, LeaveWhatIsNoNumber) {
+TEST(OptionWords, LeaveWhatIsNoNumber) {
   for (const char *typed : {"k", "Hz", "abck", "1e3k", "nan", "3m", "inf", ",", "3kk", "kHz"})
     EXPECT_THAT(taken("--frequency", {typed}), ElementsAre(typed));
 }
 
-TEST(SettingsWords, TakeTwoNumbersWithAComma) {
+TEST(OptionWords, TakeTwoNumbersWithAComma) {
   EXPECT_THAT(taken("--frequency", {"300,3400"}), ElementsAre("300", "3400"));
   EXPECT_THAT(taken("--frequency", {"300,", "3.4k"}), ElementsAre("300", "3400"));
   EXPECT_THAT(taken("--frequency", {"300Hz,3.4kHz"}), ElementsAre("300", "3400"));
   EXPECT_THAT(taken("--order", {"4,5"}), ElementsAre("4,5")) << "one value is one";
 }
 
-TEST(SettingsWords, TakeShortNamesInAnyCase) {
+TEST(OptionWords, TakeShortNamesInAnyCase) {
   const std::array<std::array<const char *, 3>, 12> cases{
       {{"--topology", "butter", "butterworth"},
        {"--topology", "Butterworth", "butterworth"},
@@ -75,7 +75,7 @@ TEST(SettingsWords, TakeShortNamesInAnyCase) {
     EXPECT_THAT(taken(name, {typed}), ElementsAre(meaning)) << typed;
 }
 
-TEST(SettingsWords, AskWhetherACloseWordWasMeant) {
+TEST(OptionWords, AskWhetherACloseWordWasMeant) {
   EXPECT_EQ(refusal("--topology", "buterworth"),
             "--topology cannot be 'buterworth'; did you mean butterworth?");
   EXPECT_THAT(refusal("--response", "lowpas"), HasSubstr("did you mean lowpass?"));

@@ -1,4 +1,4 @@
-#include "args/settings_words.h"
+#include "args/option_words.h"
 
 #include <algorithm>
 #include <array>
