@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <filesystem>
@@ -20,6 +19,7 @@
 #include "os/temporary.h"
 #include "signals/column_writer.h"
 #include "signals/sound_writer.h"
+#include "text/letters.h"
 
 namespace cli {
 
@@ -71,9 +71,7 @@ std::string extension_of(const std::optional<std::string> &file) {
   if (!file || *file == "-") return {};
   std::string extension = std::filesystem::path(*file).extension().string();
   extension.erase(0, 1);
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return extension;
+  return text::lower_case(extension);
 }
 
 int whole_rate(double samplerate) {

@@ -8,8 +8,8 @@
 #include <CLI/CLI.hpp>
 
 #include "args/nearest.h"
-#include "args/settings_options.h"
 #include "args/option_words.h"
+#include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "designer/refusal.h"
 
@@ -102,7 +102,8 @@ class Parser {
   std::map<const Option *, Words> values() const {
     std::map<const Option *, Words> given;
     for (const Entry &entry : entries_)
-      if (entry.read->count() > 0) given.emplace(entry.option, entry.values);
+      if (entry.read->count() > 0)
+        given.emplace(entry.option, in_own_words(*entry.option, entry.values));
     return given;
   }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <string_view>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "args/nearest.h"
 #include "designer/refusal.h"
 #include "designer/settings.h"
+#include "text/letters.h"
 
 namespace cli {
 namespace {
@@ -46,20 +46,13 @@ constexpr std::array synonyms{Synonym{"butter", "butterworth"},
                               Synonym{"1", "on"},
                               Synonym{"0", "off"}};
 
-std::string lower_case(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return lower;
-}
-
 std::string without(char unwanted, std::string text) {
   std::erase(text, unwanted);
   return text;
 }
 
 std::string own_word(const Option &option, const std::string &typed) {
-  const std::string plain = without('-', lower_case(typed));
+  const std::string plain = without('-', text::lower_case(typed));
   const auto is_choice = [&](std::string_view word) {
     return std::find(option.choices.begin(), option.choices.end(), word) != option.choices.end();
   };
@@ -67,7 +60,9 @@ std::string own_word(const Option &option, const std::string &typed) {
     if (without('-', std::string(choice)) == plain) return std::string(choice);
   for (const auto &[word, meaning] : synonyms)
     if (word == plain && is_choice(meaning)) return std::string(meaning);
-  if (const auto near = nearest(lower_case(typed), option.choices))
+  // Numbers that look alike are not meant for one another.
+  if (designer::number_in(typed)) return typed;
+  if (const auto near = nearest(text::lower_case(typed), option.choices))
     throw designer::Refusal(
         fmt::format("{} cannot be '{}'; did you mean {}?", option.name(), typed, *near));
   return typed;
@@ -79,25 +74,6 @@ bool takes_numbers(const Option &option) { return option.value.starts_with("NUMB
 int exponent_of(char letter) {
   if (letter == 'k' || letter == 'K') return 3;
   return letter == 'M' ? 6 : 0;
-}
-
-// "3.4kHz" as "3400": the digits keep their value, as it is not multiplied.
-std::string own_number(const std::string &typed) {
-  std::string number = typed;
-  const std::string lower = lower_case(typed);
-  for (const std::string_view unit : {"hz", "db"})
-    if (lower.ends_with(unit)) number.resize(number.size() - unit.size());
-  while (number.ends_with(' ')) number.pop_back();
-  const int exponent = number.empty() ? 0 : exponent_of(number.back());
-  if (exponent != 0) {
-    number.pop_back();
-    while (number.ends_with(' ')) number.pop_back();
-    if (number.find_first_not_of("+-.0123456789") != std::string::npos) return typed;
-    number += fmt::format("e{}", exponent);
-  }
-  if (number == typed) return typed;
-  const auto value = designer::number_in(number);
-  return value ? fmt::format("{}", *value) : typed;
 }
 
 // "300,3400" as two, and so is "300, 3400" in words of its own.
@@ -117,13 +93,32 @@ Words split_at_commas(const Words &typed) {
 
 }  // namespace
 
+std::string in_own_number(const std::string &typed) {
+  std::string number = typed;
+  const std::string lower = text::lower_case(typed);
+  for (const std::string_view unit : {"hz", "db"})
+    if (lower.ends_with(unit)) number.resize(number.size() - unit.size());
+  while (number.ends_with(' ')) number.pop_back();
+  const int exponent = number.empty() ? 0 : exponent_of(number.back());
+  if (exponent != 0) {
+    number.pop_back();
+    while (number.ends_with(' ')) number.pop_back();
+    if (number.find_first_not_of("+-.0123456789") != std::string::npos) return typed;
+    // Not multiplied, so that the digits keep their value.
+    number += fmt::format("e{}", exponent);
+  }
+  if (number == typed) return typed;
+  const auto value = designer::number_in(number);
+  return value ? fmt::format("{}", *value) : typed;
+}
+
 Words in_own_words(const Option &option, const Words &typed) {
   Words words = takes_numbers(option) && option.most > 1 ? split_at_commas(typed) : typed;
   for (std::string &word : words) {
     if (!option.choices.empty())
       word = own_word(option, word);
     else if (takes_numbers(option))
-      word = own_number(word);
+      word = in_own_number(word);
   }
   return words;
 }

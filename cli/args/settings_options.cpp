@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 
 #include "args/saved_file.h"
-#include "args/option_words.h"
 #include "args/shared_options.h"
 #include "designer/refusal.h"
 
@@ -87,7 +86,7 @@ std::string option_for(const std::string &attribute) {
 designer::Settings typed_settings(const Arguments &arguments) {
   designer::Settings settings;
   for (const Option *option : settings_options()) {
-    const Words words = in_own_words(*option, arguments.values(*option));
+    const Words words = arguments.values(*option);
     if (!words.empty())
       settings.set(attribute_of(*option), designer::Values(words.begin(), words.end()));
   }

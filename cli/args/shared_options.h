@@ -23,7 +23,8 @@ inline constexpr Option sections_option{
     .value = "FILE",
     .help =
         "Take the sections that another program wrote instead of a design, a row each: b0 b1 b2 a1 "
-        "a2, or b0 b1 b2 a0 a1 a2 as SciPy and Octave have them; --samplerate alone goes beside it"};
+        "a2, or b0 b1 b2 a0 a1 a2 as SciPy and Octave have them; --samplerate alone goes beside "
+        "it"};
 
 inline constexpr Option from_option{
     .names = "--from",

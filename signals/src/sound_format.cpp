@@ -3,11 +3,11 @@
 #include <sndfile.h>
 
 #include <algorithm>
-#include <cctype>
 
 #include <fmt/format.h>
 
 #include "designer/refusal.h"
+#include "text/letters.h"
 
 namespace signals {
 namespace {
@@ -49,9 +49,7 @@ constexpr std::array encodings{Encoding{"double", SF_FORMAT_DOUBLE, 0, 8, "64-bi
 bool is_wav(int container) { return container == SF_FORMAT_WAV || container == SF_FORMAT_WAVEX; }
 
 const Container *container_for(std::string_view extension) {
-  std::string small(extension);
-  std::transform(small.begin(), small.end(), small.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const std::string small = text::lower_case(extension);
   const auto found =
       std::find_if(containers.begin(), containers.end(),
                    [&](const Container &container) { return container.extension == small; });

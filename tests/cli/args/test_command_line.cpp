@@ -71,8 +71,10 @@ TEST(CommandLine, CountsValues) {
 TEST(CommandLine, TheFirstChoiceIsTheUsualOne) {
   EXPECT_EQ(parsed("").choice(colour), "red");
   EXPECT_EQ(parsed("-c blue").choice(colour), "blue");
+  EXPECT_EQ(parsed("-c Blue").choice(colour), "blue");
   EXPECT_EQ(refusal([] { parsed("-c green").choice(colour); }),
             "--colour is red or blue, not 'green'");
+  EXPECT_EQ(refusal([] { parsed("-c bleu"); }), "--colour cannot be 'bleu'; did you mean blue?");
 }
 
 TEST(CommandLine, ASwitchTakesNoValue) {
@@ -123,7 +125,9 @@ TEST(CommandLine, OperandsKeepTheirOrder) {
   two.most_operands = 2;
   const auto parsed = cli::parse(two, {"b.json", "--colour", "red", "a.wav", "--loud"});
   EXPECT_THAT(parsed->operands(), ElementsAre("b.json", "a.wav"));
-  EXPECT_EQ(refusal([&] { cli::parse(two, {"a", "b", "c", "--loud"}); }),
+  EXPECT_EQ(refusal([&] {
+              cli::parse(two, {"a", "b", "c", "--loud"});
+            }),
             "unexpected 'c' beside 'b'; tool --help shows what it takes");
 }
 

@@ -1,0 +1,15 @@
+#include "text/letters.h"
+
+#include <algorithm>
+
+namespace text {
+
+std::string lower_case(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return lower;
+}
+
+}  // namespace text
