@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "args/option_words.h"
 #include "designer/refusal.h"
 #include "designer/settings.h"
 
@@ -42,11 +43,13 @@ std::size_t count(const Arguments &arguments, const Option &option, double usual
 From from_in(const Arguments &arguments) {
   From from;
   for (const std::string &word : arguments.values(low_or_file_option)) {
-    std::optional<std::string> &place = designer::number_in(word) ? from.low : from.file;
+    const std::string number = in_own_number(word);
+    const bool is_number = designer::number_in(number).has_value();
+    std::optional<std::string> &place = is_number ? from.low : from.file;
     if (place)
       throw designer::Refusal(fmt::format(
           "--from takes one frequency and one file at most, not '{}' and '{}'", *place, word));
-    place = word;
+    place = is_number ? number : word;
   }
   return from;
 }

@@ -28,10 +28,10 @@ constexpr Option table_format_option{.names = "--format",
                                      .help = "Output format: text, csv, json [text]",
                                      .choices = format_words};
 
-constexpr std::array options{&low_or_file_option,  &high_option,  &points_option,
-                             &linear_option,       &at_option,    &wrapped_option,
-                             &impulse_option,      &step_option,  &length_option,
-                             &sections_option, &table_format_option, &output_option};
+constexpr std::array options{&low_or_file_option, &high_option,         &points_option,
+                             &linear_option,      &at_option,           &wrapped_option,
+                             &impulse_option,     &step_option,         &length_option,
+                             &sections_option,    &table_format_option, &output_option};
 
 constexpr std::array<std::string_view, 3> examples{
     "veltane response --topology butterworth --order 4 --frequency 1000 --at 50 100 1000",
@@ -106,7 +106,8 @@ ChosenFilter chosen_filter(const Request &request) {
   const auto saved = from_in(request.arguments).file;
   if (auto given = given_sections(request.arguments)) {
     if (saved)
-      throw designer::Refusal("--sections and --from FILE exclude each other: each of them is a filter");
+      throw designer::Refusal(
+          "--sections and --from FILE exclude each other: each of them is a filter");
     return {given->title, std::move(given->filter)};
   }
   const designer::Settings settings = requested_settings(request.arguments, saved);

@@ -139,6 +139,8 @@ TEST_F(ResponseFiles, FromIsAFrequencyOrAFile) {
   const json typed = response(std::string(lowpass) + "--from 100 --points 3");
   EXPECT_EQ(response("--from " + file + " --from 100 --points 3")["level_db"], typed["level_db"]);
   EXPECT_EQ(response("--from 100 --from " + file + " --points 3")["level_db"], typed["level_db"]);
+  EXPECT_EQ(response(std::string(lowpass) + "--from 0.1kHz --to 24k --points 3")["level_db"],
+            typed["level_db"]);
   EXPECT_EQ(response("--from " + file + " --at 1000 --order 2")["level_db"],
             response("--topology butterworth --order 2 --frequency 1000 --at 1000")["level_db"]);
 }
