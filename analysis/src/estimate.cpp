@@ -91,7 +91,7 @@ Estimate estimated(Family family, const Demand &demand, const Place &at, std::si
   const auto n = static_cast<double>(order);
   const double passed = loss_ratio(demand.ripple), stopped = loss_ratio(demand.attenuation);
   const double grown = growth(family, at.selectivity, n);
-  if (family == Family::chebyshev_2)
+  if (held_edge(family) == Edge::stopband)
     return {order, exact, edges_at(at.stopped, at.centre), loss_db(stopped / grown),
             demand.attenuation};
   double cutoff = at.passed;
@@ -121,6 +121,10 @@ Band demanded_band(const Demand &demand) {
   if (stop[0] < pass[0] && pass[1] < stop[1]) return Band::bandpass;
   if (pass[0] < stop[0] && stop[1] < pass[1]) return Band::bandstop;
   throw std::invalid_argument("one band lies within the other, with room between them");
+}
+
+Edge held_edge(Family family) {
+  return family == Family::chebyshev_2 ? Edge::stopband : Edge::passband;
 }
 
 Estimate least_order(Family family, const Demand &demand) {

@@ -71,9 +71,9 @@ void check(const analysis::Sections &sections) {
 designer::FilterForms at_rate_of(const Input &input, designer::FilterForms given) {
   const double rate = input.source().samplerate();
   if (rate > 0.0 && !given.samplerate_assumed && given.samplerate != rate)
-    throw designer::Refusal(fmt::format(
-        "{} has a sample rate of {} Hz, and the sections are for {} Hz", input.name(), rate,
-        given.samplerate));
+    throw designer::Refusal(
+        fmt::format("{} has a sample rate of {} Hz, and the sections are for {} Hz", input.name(),
+                    rate, given.samplerate));
   if (rate > 0.0) given.samplerate = rate;
   return given;
 }
@@ -94,7 +94,8 @@ designer::FilterForms opened(const Request &request, const Input &input, const s
   const designer::SavedDesign saved = read_operand(request.arguments, file);
   designer::Designer designer(request.module);
   const designer::Design design = designer::opened(designer, saved, in_quotes(file));
-  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", in_quotes(file), remark));
+  for (const std::string &remark : design.remarks)
+    warn(fmt::format("{}: {}", in_quotes(file), remark));
   const double rate = input.source().samplerate();
   if (rate > 0.0 && rate != design.samplerate)
     throw designer::Refusal(fmt::format(

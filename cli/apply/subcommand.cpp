@@ -59,7 +59,8 @@ std::string description() {
          "FILE is read, - is standard input. The filter is designed for the sample rate of the\n"
          "sound file; columns need --samplerate. All channels are filtered, in doubles, in memory\n"
          "that does not grow with the signal. 'veltane apply FILE.json FILE' takes the\n"
-         "coefficients of a saved design as they are, and --sections FILE those of another program.";
+         "coefficients of a saved design as they are, and --sections FILE those of another "
+         "program.";
 }
 
 constexpr char notes[] =

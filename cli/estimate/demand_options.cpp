@@ -119,6 +119,11 @@ std::vector<double> scaled(const std::vector<double> &edges, double nyquist) {
 
 }  // namespace
 
+std::vector<designer::Family> families_in(const Arguments &arguments) {
+  if (const auto one = designer::family_named(arguments.choice(family_option))) return {*one};
+  return {designer::all_families.begin(), designer::all_families.end()};
+}
+
 TypedDemand demand_in(const Arguments &arguments) {
   TypedDemand typed{};
   designer::RatedDemand &rated = typed.rated;

@@ -38,14 +38,25 @@ inline constexpr Option ripple_option{
 inline constexpr Option attenuation_option{
     .names = "--attenuation", .value = "NUMBER", .help = "The minimum loss in the stopband, in dB"};
 inline constexpr Option samplerate_option{
-    .names = "--samplerate", .value = "NUMBER", .help = "The sample rate in whole Hz [48000]"};
+    .names = "--samplerate,--fs", .value = "NUMBER", .help = "The sample rate in whole Hz [48000]"};
+inline constexpr std::array<std::string_view, 4> family_choices{"all", "butterworth", "chebyshev-1",
+                                                                "chebyshev-2"};
+inline constexpr Option family_option{
+    .names = "--topology",
+    .value = "WORD",
+    .help = "The family: all, butterworth, chebyshev-1, chebyshev-2 [all]",
+    .choices = family_choices};
+
 inline constexpr Option units_option{
     .names = "--units",
     .value = "WORD",
     .help = "hertz, normalized (fractions of the Nyquist frequency) [hertz]",
     .choices = unit_choices};
 
-/** Reads these options. Raises designer::Refusal with what is wrong. */
+/** @return those of --topology. Raises designer::Refusal if it is none of them. */
+std::vector<designer::Family> families_in(const Arguments &arguments);
+
+/** Reads the other options. Raises designer::Refusal with what is wrong. */
 TypedDemand demand_in(const Arguments &arguments);
 
 }  // namespace cli

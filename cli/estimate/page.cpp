@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "analysis/estimate.h"
 #include "args/settings_options.h"
 #include "text/json.h"
 
@@ -54,14 +55,19 @@ std::string sentence(const TypedDemand &typed) {
                      where_passed, typed.rated.demand.attenuation, where_stopped);
 }
 
+const char *edge_held_by(designer::Family family) {
+  return analysis::held_edge(family) == analysis::Edge::passband ? "passband" : "stopband";
+}
+
 constexpr char noisy_mark[] = " *";
 
 // Which to take, and what the mark means.
 std::string advice(const std::vector<Candidate> &candidates) {
   const Candidate &best = *designer::recommended(candidates);
-  std::string text =
-      fmt::format("Recommended: {} ({}).\n", name_of(best.family),
-                  best.is_noisy() ? "fewest poles, yet noisy" : "fewest poles, little noise");
+  std::string text;
+  if (candidates.size() > 1)
+    text = fmt::format("Recommended: {} ({}).\n", name_of(best.family),
+                       best.is_noisy() ? "fewest poles, yet noisy" : "fewest poles, little noise");
   if (std::any_of(candidates.begin(), candidates.end(), [](const Candidate &candidate) {
         return candidate.impossible.empty() && candidate.is_noisy();
       }))
@@ -81,6 +87,7 @@ Json to_json(const Candidate &candidate) {
   }
   if (!possible) return json;
   json["poles"] = candidate.poles;
+  json["holds"] = edge_held_by(candidate.family);
   json["cutoffs"] = candidate.cutoffs;
   json["ripple"] = candidate.ripple;
   json["attenuation"] = candidate.attenuation;
@@ -94,7 +101,7 @@ Json to_json(const Candidate &candidate) {
 std::string estimate_page(const TypedDemand &demand, const std::vector<Candidate> &candidates) {
   std::string page = fmt::format("{} at {} Hz: {}\n\n", designer::name_of(demand.rated.response),
                                  demand.rated.samplerate, sentence(demand));
-  page += "family       order  poles  passband loses  stopband loses  noise in doubles\n";
+  page += "family       order  poles  holds     passband loses  stopband loses  noise in doubles\n";
   std::string commands;
   for (const Candidate &candidate : candidates) {
     if (!candidate.impossible.empty()) {
@@ -102,14 +109,16 @@ std::string estimate_page(const TypedDemand &demand, const std::vector<Candidate
                           candidate.impossible);
       continue;
     }
-    page += fmt::format("{:<11}  {:>5}  {:>5}  {:>11.4g} dB  {:>11.6g} dB  {:>13.0f} dB{}\n",
+    page += fmt::format("{:<11}  {:>5}  {:>5}  {:<8}  {:>11.4g} dB  {:>11.6g} dB  {:>13.0f} dB{}\n",
                         name_of(candidate.family), candidate.order, candidate.poles,
-                        candidate.ripple, candidate.attenuation, candidate.noise_db,
-                        candidate.is_noisy() ? noisy_mark : "");
+                        edge_held_by(candidate.family), candidate.ripple, candidate.attenuation,
+                        candidate.noise_db, candidate.is_noisy() ? noisy_mark : "");
     commands += fmt::format("{}\n", fmt::join(command_for(candidate), " "));
   }
   if (commands.empty()) return page;
-  return page + '\n' + advice(candidates) + '\n' + commands;
+  page += '\n';
+  if (const std::string text = advice(candidates); !text.empty()) page += text + '\n';
+  return page + commands;
 }
 
 std::string estimate_document(const TypedDemand &demand, const std::vector<Candidate> &candidates,

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array options{&format_option,     &output_option, &passband_option,
                              &stopband_option,   &ripple_option, &attenuation_option,
-                             &samplerate_option, &units_option};
+                             &samplerate_option, &units_option,  &family_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane estimate --passband 1000 --stopband 1500 --ripple 1 --attenuation 60",
@@ -23,8 +23,9 @@ constexpr std::array<std::string_view, 2> examples{
 std::string description() {
   return "Finds the least order of each family that meets a demand, designs that filter,\n"
          "and says what it reaches, with the command that makes it. One edge each for a lowpass\n"
-         "or highpass, two each for a bandpass or bandstop. The exit status is 1 when no family\n"
-         "meets it.";
+         "or highpass, two each for a bandpass or bandstop. At the edge that a family holds, it\n"
+         "loses what was asked for; what the order gives beyond that goes to the other edge. The\n"
+         "exit status is 1 when no family meets the demand.";
 }
 
 int run(const Request &request) {
@@ -32,7 +33,8 @@ int run(const Request &request) {
   const auto file = request.arguments.value(output_option);
   const TypedDemand demand = demand_in(request.arguments);
   designer::Designer designer(request.module);
-  const std::vector<designer::Candidate> found = designer::candidates(designer, demand.rated);
+  const std::vector<designer::Candidate> found =
+      designer::candidates(designer, demand.rated, families_in(request.arguments));
   write_output(file, json ? estimate_document(demand, found, request.command)
                           : estimate_page(demand, found));
   const bool possible = std::any_of(found.begin(), found.end(), [](const auto &candidate) {

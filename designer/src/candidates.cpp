@@ -142,13 +142,13 @@ std::string shortfall(const Candidate &candidate, const analysis::Demand &demand
       candidate.order, candidate.ripple, candidate.attenuation);
 }
 
-std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand) {
+std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand,
+                                  const std::vector<Family> &families) {
   const Limits limits{designer.range("order"), designer.range("passband_ripple"),
                       designer.range("stopband_attenuation")};
   std::vector<Candidate> found;
-  found.reserve(all_families.size());
-  for (const Family family : all_families)
-    found.push_back(candidate(designer, demand, limits, family));
+  found.reserve(families.size());
+  for (const Family family : families) found.push_back(candidate(designer, demand, limits, family));
   return found;
 }
 

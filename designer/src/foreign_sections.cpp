@@ -107,8 +107,8 @@ std::vector<Row> rows_of_matrix(const std::string &text, const std::string &what
     }
   }
   if (depth != 0)
-    throw Refusal(
-        fmt::format("{} has brackets that do not match: a list of sections is [[...], [...]]", what));
+    throw Refusal(fmt::format(
+        "{} has brackets that do not match: a list of sections is [[...], [...]]", what));
   return rows.take();
 }
 
@@ -150,8 +150,8 @@ analysis::Section section_of(const std::vector<double> &c, std::size_t row,
   const analysis::Section s{c[0] / a0, c[1] / a0, c[2] / a0, c[4] / a0, c[5] / a0};
   for (const double value : {s.b0, s.b1, s.b2, s.a1, s.a2})
     if (!std::isfinite(value))
-      throw Refusal(fmt::format("section {} of {} overflows when it is divided by its a0, {:g}", row,
-                                what, a0));
+      throw Refusal(fmt::format("section {} of {} overflows when it is divided by its a0, {:g}",
+                                row, what, a0));
   return s;
 }
 
@@ -180,9 +180,8 @@ ForeignSections in_json(const std::string &text, const std::string &what) {
   const Json document = parse_document(text, what);
   const auto found = document.find("sections");
   if (found == document.end() || !found->is_array())
-    throw Refusal(
-        fmt::format("{} has no list of \"sections\"; a saved design is named without --sections",
-                    what));
+    throw Refusal(fmt::format(
+        "{} has no list of \"sections\"; a saved design is named without --sections", what));
   std::vector<Row> rows;
   for (const Json &list : *found) {
     Row &row = rows.emplace_back();

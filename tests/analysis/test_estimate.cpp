@@ -178,6 +178,16 @@ TEST(LeastOrder, ChebyshevCutoffsAreTheirOwnEdges) {
   EXPECT_TRUE(outer[0] >= 0.1 - 1e-15 && outer[1] <= 0.5 + 1e-15);
 }
 
+TEST(LeastOrder, TheHeldEdgeLosesWhatIsDemanded) {
+  const Demand demand{{0.2}, {0.3}, 1.0, 40.0};
+  for (const Family family : {Family::butterworth, Family::chebyshev_1, Family::chebyshev_2}) {
+    const Estimate found = least_order(family, demand);
+    const bool passband = held_edge(family) == analysis::Edge::passband;
+    EXPECT_EQ(passband ? found.ripple : found.attenuation, passband ? 1.0 : 40.0);
+    EXPECT_NE(passband ? found.attenuation : found.ripple, passband ? 40.0 : 1.0);
+  }
+}
+
 TEST(LeastOrder, OfAWholeNumberIsThatNumber) {
   // What an order just reaches is met by that order, whichever way the formula is rounded.
   for (const Family family : {Family::butterworth, Family::chebyshev_1}) {

@@ -79,9 +79,10 @@ TEST(ForeignSections, WhatIsNotSectionsIsRefusedInASentence) {
             "section 2 of 'f' has 'x', which is not a finite number");
   EXPECT_THAT(refusal("1,2,1,nan,0.25"), HasSubstr("'nan', which is not a finite number"));
   EXPECT_THAT(refusal("1,2,1,1e999,0.25"), HasSubstr("not a finite number"));
-  EXPECT_EQ(refusal("1,2,1,4"),
-            "section 1 of 'f' has 4 numbers; all have 5 (b0 b1 b2 a1 a2) or all have 6 (b0 b1 b2 a0 "
-            "a1 a2)");
+  EXPECT_EQ(
+      refusal("1,2,1,4"),
+      "section 1 of 'f' has 4 numbers; all have 5 (b0 b1 b2 a1 a2) or all have 6 (b0 b1 b2 a0 "
+      "a1 a2)");
   EXPECT_THAT(refusal("1 2 1 -0.5 0.25\n1 2 1 1 -0.5 0.25"), HasSubstr("section 2 of 'f' has 6"));
   EXPECT_EQ(refusal("1 2 1 0 -0.5 0.25"), "section 1 of 'f' has an a0 of 0");
   EXPECT_THAT(refusal("1 2 1 1e-300 -1e300 0"), HasSubstr("overflows when it is divided"));
@@ -100,6 +101,5 @@ TEST(ForeignSections, AsManyAreTakenAsTheHighestOrderHas) {
   std::string rows;
   for (int i = 0; i < 200; ++i) rows += "1,2,1,-0.5,0.25\n";
   EXPECT_EQ(flat(rows).size(), 1000U);
-  EXPECT_EQ(refusal(rows + "1,2,1,-0.5,0.25\n"),
-            "'f' has 201 rows; up to 200 sections are taken");
+  EXPECT_EQ(refusal(rows + "1,2,1,-0.5,0.25\n"), "'f' has 201 rows; up to 200 sections are taken");
 }

@@ -24,8 +24,7 @@ TEST(CheckResponse, AResonanceIsFoundAtItsTop) {
       checked_sections({{1, 0, 0, -2 * radius * std::cos(angle), radius * radius}});
   EXPECT_NEAR(measured(verdict, "highest_hz"), 1000, 0.1);
   EXPECT_NEAR(measured(verdict, "highest_db"),
-              -20 * std::log10((1 - radius) *
-                               std::abs(1.0 - std::polar(radius, -2 * angle))),
+              -20 * std::log10((1 - radius) * std::abs(1.0 - std::polar(radius, -2 * angle))),
               1e-3);
   EXPECT_THAT(fact(verdict, "-3 dB"), HasSubstr(" and "));
 }

@@ -79,17 +79,16 @@ Findings gain(const FilterUnderTest &filter) {
   findings.measured["gain"] = filter.forms.roots.gain;
   const double smallest = smallest_gain(filter.forms);
   if (smallest >= std::numeric_limits<double>::min()) return findings;
-  findings.problem("gain",
-                   smallest == 0 && filter.origin == Origin::foreign
-                       ? "it is 0: the filter is silent"
-                   : smallest == 0
-                       ? "it is 0, because it is too small for a double: the filter is silent"
-                       : fmt::format("{:.3g} is so small that it has lost digits", smallest),
-                   filter.origin == Origin::foreign ? "the numerators of the sections"
-                   : filter.published.has_no_band()
-                       ? fix_the_cutoffs
-                       : "a lower --order, a higher cutoff or a wider band, or several filters of "
-                         "a lower order in a row");
+  findings.problem(
+      "gain",
+      smallest == 0 && filter.origin == Origin::foreign ? "it is 0: the filter is silent"
+      : smallest == 0 ? "it is 0, because it is too small for a double: the filter is silent"
+                      : fmt::format("{:.3g} is so small that it has lost digits", smallest),
+      filter.origin == Origin::foreign ? "the numerators of the sections"
+      : filter.published.has_no_band()
+          ? fix_the_cutoffs
+          : "a lower --order, a higher cutoff or a wider band, or several filters of "
+            "a lower order in a row");
   return findings;
 }
 

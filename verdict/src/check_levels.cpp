@@ -74,8 +74,8 @@ Levels chebyshev_1(const FilterUnderTest &filter) {
   levels.measured["passband_lowest_db"] = lowest.db;
   levels.list = {{"the highest level of the passband", highest.db, 0.0},
                  {"the lowest level of the passband", lowest.db, -published.passband_ripple}};
-  levels.summary = fmt::format("the passband lies between {} and {}, as asked", text::decibels(lowest.db),
-                               text::decibels(highest.db));
+  levels.summary = fmt::format("the passband lies between {} and {}, as asked",
+                               text::decibels(lowest.db), text::decibels(highest.db));
   return levels;
 }
 
@@ -132,10 +132,11 @@ Findings check_levels(const FilterUnderTest &filter) {
   levels.list.insert(levels.list.begin(), top);
   for (const Level &level : levels.list)
     if (!level.is_met())
-      findings.problem("levels",
-                       fmt::format("{} is {}, and should be {}", level.what,
-                                   text::decibels(level.reached_db), text::decibels(level.asked_db)),
-                       remedy_for_lost_digits(filter));
+      findings.problem(
+          "levels",
+          fmt::format("{} is {}, and should be {}", level.what, text::decibels(level.reached_db),
+                      text::decibels(level.asked_db)),
+          remedy_for_lost_digits(filter));
   if (findings.list.empty()) findings.fact("levels", levels.summary);
   findings += half_power(filter);
   return findings;

@@ -22,8 +22,8 @@ std::string level_text(double db) {
 constexpr std::size_t most_named = 4;
 
 Findings half_power(const FilterUnderTest &filter, double highest_db) {
-  const auto found = analysis::crossings(filter.forms.sections,
-                                         highest_db - analysis::half_power_db, {0.0, 1.0});
+  const auto found =
+      analysis::crossings(filter.forms.sections, highest_db - analysis::half_power_db, {0.0, 1.0});
   Findings findings;
   text::Json list = text::Json::array();
   std::string text;
@@ -36,8 +36,7 @@ Findings half_power(const FilterUnderTest &filter, double highest_db) {
     text = fmt::format("{} times, the first at {} and the last at {}", found.size(),
                        filter.published.hz_text(found.front()),
                        filter.published.hz_text(found.back()));
-  if (!found.empty())
-    findings.fact("-3 dB", (found.size() > most_named ? "" : "at ") + text);
+  if (!found.empty()) findings.fact("-3 dB", (found.size() > most_named ? "" : "at ") + text);
   return findings;
 }
 
@@ -53,10 +52,10 @@ Findings check_response(const FilterUnderTest &filter) {
   findings.measured["highest_hz"] = highest.w * filter.published.nyquist();
   findings.measured["dc_db"] = at_dc;
   findings.measured["nyquist_db"] = at_nyquist;
-  findings.fact("levels", fmt::format("{} at 0 Hz, {} at {}, and at most {} at {}",
-                                      level_text(at_dc), level_text(at_nyquist),
-                                      filter.published.hz_text(1.0), level_text(highest.db),
-                                      filter.published.hz_text(highest.w)));
+  findings.fact("levels",
+                fmt::format("{} at 0 Hz, {} at {}, and at most {} at {}", level_text(at_dc),
+                            level_text(at_nyquist), filter.published.hz_text(1.0),
+                            level_text(highest.db), filter.published.hz_text(highest.w)));
   findings += half_power(filter, highest.db);
   return findings;
 }

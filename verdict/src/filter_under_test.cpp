@@ -71,7 +71,8 @@ FilterUnderTest saved_filter(Designer &designer, const designer::SavedDesign &sa
                              const std::string &what) {
   if (saved.dictionary.empty()) throw designer::Refusal(what + " has no \"dictionary\" to check");
   const Design design = designer::opened(designer, saved, what);
-  FilterUnderTest filter = filter_under_test(designer, design, designer::filter_in_file(design, what), saved.settings);
+  FilterUnderTest filter =
+      filter_under_test(designer, design, designer::filter_in_file(design, what), saved.settings);
   filter.origin = Origin::saved;
   return filter;
 }

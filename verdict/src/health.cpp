@@ -34,8 +34,7 @@ analysis::Stability worst_stability(const Forms &forms) {
 }
 
 double smallest_gain(const Forms &forms) {
-  return std::min(std::fabs(forms.roots.gain),
-                  std::fabs(analysis::roots_of(forms.sections).gain));
+  return std::min(std::fabs(forms.roots.gain), std::fabs(analysis::roots_of(forms.sections).gain));
 }
 
 bool has_levels(const FilterUnderTest &filter) {

@@ -36,6 +36,13 @@ struct Estimate {
   double attenuation;          /**< the least that is lost beyond the stopband's edges, in dB */
 };
 
+/** An end of the transition: the passband's, or the stopband's. */
+enum class Edge { passband, stopband };
+
+/** Where a filter with a whole order loses exactly what is demanded, while the other edge gets the
+ *  margin: the passband's edge for butterworth and chebyshev-1, the stopband's for chebyshev-2. */
+Edge held_edge(Family family);
+
 /**
  * The least order of a family that meets the demand, with prewarped edges:
  *   butterworth  n >= log(d) / log(k) / 2
@@ -43,9 +50,7 @@ struct Estimate {
  * where d = (10^(attenuation/10) - 1) / (10^(ripple/10) - 1) and k is the selectivity, the
  * stopband's edge of the lowpass prototype whose passband ends at 1.
  *
- * The margin that rounding up leaves goes to the stopband for butterworth and chebyshev-1:
- * the ripple is the demanded one at the passband's edge. For chebyshev-2 it goes to the passband:
- * the attenuation is the demanded one at the stopband's edge.
+ * The margin that rounding up leaves goes to the edge that is not held (`held_edge`).
  *
  * Two edges on each side fix more than a band response has: its edges have one geometric
  * centre. The centre taken is that of the inner edges (the passband's of a bandpass, the

@@ -42,8 +42,9 @@ struct Candidate {
   bool is_noisy() const { return !(noise_db <= most_noise_db); }
 };
 
-/** Designs the filter of least order of each family, and measures it from its sections. */
-std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand);
+/** Designs the filter of least order of each of these families, and measures it from its sections. */
+std::vector<Candidate> candidates(Designer &designer, const RatedDemand &demand,
+                                  const std::vector<Family> &families);
 
 /** @return the one to take: of those that are possible the one with the fewest poles, among equals
  *  the one with less noise, and a noisy one only where all are; null where none is possible. */

@@ -167,6 +167,31 @@ TEST(EstimateText, HasALineForEachFamilyAndTheCommands) {
                   typed(family.at("design")).erase(typed(family.at("design")).size() - 1) + '\n'));
 }
 
+TEST(EstimateText, TheEdgeThatIsHeldHasNoMargin) {
+  const Json estimate = estimated("--passband 1k --stopband 1.5kHz --ripple 1dB --attenuation 60");
+  for (const Json &family : estimate.at("families")) {
+    const bool at_passband = family.at("holds") == "passband";
+    const double ripple = family.at("ripple"), attenuation = family.at("attenuation");
+    EXPECT_NEAR(at_passband ? ripple : attenuation, at_passband ? 1.0 : 60.0, 1e-4) << family;
+    EXPECT_GT(at_passband ? attenuation - 60.0 : 1.0 - ripple, 0.1) << family;
+  }
+}
+
+TEST(EstimateText, OneFamilyAloneIsNotRecommended) {
+  const std::string demand = " --passband 300,3400 --stopband 200,4000 --ripple 1 --attenuation 40";
+  const Outcome all = veltane("estimate" + demand + " --fs 44.1k");
+  EXPECT_THAT(all.out, HasSubstr("Recommended: "));
+  const Outcome one = veltane("estimate --topology Cheby1" + demand);
+  EXPECT_EQ(one.status, 0);
+  EXPECT_THAT(one.out, testing::Not(HasSubstr("Recommended: ")));
+  EXPECT_THAT(one.out, testing::Not(HasSubstr("butterworth")));
+  const Json families = estimated("--topology cheby1" + demand).at("families");
+  ASSERT_EQ(families.size(), 1U);
+  EXPECT_EQ(families[0].at("family"), "chebyshev-1");
+  EXPECT_THAT(veltane("estimate --topology chebishev1" + demand).err,
+              HasSubstr("did you mean chebyshev-1?"));
+}
+
 TEST(EstimateImpossible, OrdersAboveTheHighestAreNamed) {
   const std::string narrow = "estimate --passband 1000 --stopband 1001 --ripple 1 --attenuation 60";
   const Outcome some = veltane(narrow);
