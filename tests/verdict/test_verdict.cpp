@@ -62,8 +62,9 @@ TEST(Verdict, HasTheFilterAsItsTitle) {
 
 TEST(Verdict, EveryKeyIsInItsDocument) {
   const std::string text = document();
-  for (const Settings &settings : filters) {
-    const Verdict verdict = checked(settings);
+  std::vector<Verdict> verdicts{checked_sections({{1, 2, 1, -1.5, 0.75}})};
+  for (const Settings &settings : filters) verdicts.push_back(checked(settings));
+  for (const Verdict &verdict : verdicts) {
     for (const std::string &key : keys(verdict.findings.measured))
       EXPECT_THAT(text, HasSubstr('`' + key + '`'));
     for (const Finding &finding : verdict.findings.list)
