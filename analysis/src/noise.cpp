@@ -16,6 +16,7 @@ namespace analysis {
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr char fixed_point_refusal[] = "fixed point has direct form I only";
 
 bool is_finite(const Section &s) {
   return std::isfinite(s.b0) && std::isfinite(s.b1) && std::isfinite(s.b2) && std::isfinite(s.a1) &&
@@ -64,8 +65,7 @@ std::vector<RoundedSection> rounded(const Sections &filter, Structure structure,
                                     Arithmetic arithmetic) {
   std::vector<RoundedSection> sections;
   if (is_fixed_point(arithmetic)) {
-    if (structure != Structure::direct_1)
-      throw std::invalid_argument("fixed point has direct form I only");
+    if (structure != Structure::direct_1) throw std::invalid_argument(fixed_point_refusal);
     const Sections integers = sections_of(fixed_cascade(filter, arithmetic));
     for (std::size_t k = 0; k < filter.size(); ++k)
       sections.push_back(rounded_fixed(filter[k], integers[k]));
@@ -80,25 +80,29 @@ std::vector<RoundedSection> rounded(const Sections &filter, Structure structure,
 }  // namespace
 
 Noise noise(const Sections &filter, Structure structure, Arithmetic arithmetic, double amplitude) {
+  if (structure == Structure::state_variable && is_fixed_point(arithmetic))
+    throw std::invalid_argument(fixed_point_refusal);
   if (!can_be_predicted(filter, amplitude))
     return without_prediction(std::numeric_limits<double>::quiet_NaN());
   if (structure != Structure::state_variable)
     return predicted(filter, rounded(filter, structure, arithmetic), arithmetic, amplitude);
   const auto forms = state_variables(filter);
   if (!forms) return without_prediction(infinity);
-  return noise(filter, *forms, arithmetic, amplitude);
+  std::vector<RoundedSection> sections;
+  for (std::size_t k = 0; k < filter.size(); ++k)
+    sections.push_back(rounded_state_variable(filter[k], (*forms)[k], arithmetic));
+  return predicted(filter, sections, arithmetic, amplitude);
 }
 
-Noise noise(const Sections &filter, const std::vector<StateVariable> &forms, Arithmetic arithmetic,
-            double amplitude) {
-  if (is_fixed_point(arithmetic)) throw std::invalid_argument("fixed point has direct form I only");
-  if (forms.size() != filter.size())
-    throw std::invalid_argument("there must be as many state-variable forms as sections");
+Noise noise(const std::vector<StateVariable> &forms, Arithmetic arithmetic, double amplitude) {
+  if (is_fixed_point(arithmetic)) throw std::invalid_argument(fixed_point_refusal);
+  Sections filter;
+  for (const StateVariable &form : forms) filter.push_back(section_of(form));
   if (!can_be_predicted(filter, amplitude))
     return without_prediction(std::numeric_limits<double>::quiet_NaN());
   std::vector<RoundedSection> sections;
-  for (std::size_t k = 0; k < filter.size(); ++k)
-    sections.push_back(rounded_state_variable(filter[k], forms[k], arithmetic));
+  for (const StateVariable &form : forms)
+    sections.push_back(rounded_state_variable(form, arithmetic));
   return predicted(filter, sections, arithmetic, amplitude);
 }
 

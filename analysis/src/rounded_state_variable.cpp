@@ -16,36 +16,63 @@ struct Coefficients {
 // A call for each number: what GCC 12 makes of six conversions side by side leaves two undone.
 [[gnu::noinline]] double as_float(double value) { return static_cast<float>(value); }
 
+Coefficients as_given(const StateVariable &form) {
+  return {form.g, form.r, form.h, form.high, form.band, form.low};
+}
+
 Coefficients rounded(const StateVariable &form, Arithmetic arithmetic) {
-  Coefficients c{form.g, form.r, form.h, form.high, form.band, form.low};
+  Coefficients c = as_given(form);
   if (arithmetic == Arithmetic::floats)
     for (double *value : {&c.g, &c.r, &c.h, &c.high, &c.band, &c.low}) *value = as_float(*value);
   return c;
 }
 
-Trinomial narrow(long double at_one, long double ends, long double slant) {
-  return {static_cast<double>(at_one), static_cast<double>(ends), static_cast<double>(slant)};
+/** A polynomial in long double, so that two that are nearly the same have a difference. */
+struct WideTrinomial {
+  long double at_one, ends, slant;
+};
+
+struct WideFraction {
+  WideTrinomial numerator, denominator;
+};
+
+Trinomial narrow(const WideTrinomial &q) {
+  return {static_cast<double>(q.at_one), static_cast<double>(q.ends), static_cast<double>(q.slant)};
 }
 
-// What the coefficients compute, beside the section as given.
-void set_polynomials(RoundedSection &model, const Coefficients &c, const Section &given) {
+WideTrinomial difference(const WideTrinomial &x, const WideTrinomial &y) {
+  return {x.at_one - y.at_one, x.ends - y.ends, x.slant - y.slant};
+}
+
+WideTrinomial wide_trinomial(const WideQuadratic &q) {
+  return {q.q0 + q.q2 + q.q1, q.q0 + q.q2, q.q0 - q.q2};
+}
+
+WideFraction fraction_of(const Section &section) {
+  return {wide_trinomial(numerator_of(section)), wide_trinomial(denominator_of(section))};
+}
+
+WideFraction fraction_of(const Coefficients &c) {
   const long double g = c.g, r = c.r, h = c.h, high = c.high, band = c.band, low = c.low;
   const long double at_one = 4 * g * g * h, slant = 2 * g * h * (r - g);
-  const long double wanted_at_one = 1 + static_cast<long double>(given.a2) + given.a1;
-  const long double wanted_slant = 1 - static_cast<long double>(given.a2);
-  model.denominator = narrow(at_one, 2 - slant, slant);
-  model.wanted_denominator = narrow(wanted_at_one, 2 - wanted_slant, wanted_slant);
-  model.denominator_error =
-      narrow(at_one - wanted_at_one, wanted_slant - slant, slant - wanted_slant);
+  return {{low * at_one, 2 * h * (high + g * g * low), 2 * band * h * g},
+          {at_one, 2 - slant, slant}};
+}
 
-  const WideQuadratic b = numerator_of(given);
-  const long double of_one = low * at_one, of_ends = 2 * h * (high + g * g * low),
-                    of_slant = 2 * band * h * g;
-  model.numerator = narrow(of_one, of_ends, of_slant);
-  model.wanted_numerator = trinomial(b);
-  model.numerator_error =
-      narrow(of_one - (b.q0 + b.q2 + b.q1), of_ends - (b.q0 + b.q2), of_slant - (b.q0 - b.q2));
-  model.stable = at_one > 0 && slant > 0 && h * g * r < 1;
+bool is_stable(const Coefficients &c) {
+  const WideTrinomial denominator = fraction_of(c).denominator;
+  return denominator.at_one > 0 && denominator.slant > 0 &&
+         static_cast<long double>(c.h) * c.g * c.r < 1;
+}
+
+void set_polynomials(RoundedSection &model, const Coefficients &c, const WideFraction &wanted) {
+  const WideFraction computed = fraction_of(c);
+  model.numerator = narrow(computed.numerator);
+  model.denominator = narrow(computed.denominator);
+  model.wanted_numerator = narrow(wanted.numerator);
+  model.wanted_denominator = narrow(wanted.denominator);
+  model.numerator_error = narrow(difference(computed.numerator, wanted.numerator));
+  model.denominator_error = narrow(difference(computed.denominator, wanted.denominator));
 }
 
 /** Numbers of the loop for an input of 1, over A; of the states before their delay. */
@@ -149,20 +176,39 @@ std::vector<RoundingSource> sources_of(const Coefficients &c, const Trinomial &n
   return sources.all();
 }
 
+void divide_output(Coefficients &c, int exponent) {
+  for (double *value : {&c.high, &c.band, &c.low}) *value = std::ldexp(*value, -exponent);
+}
+
+// @param wanted  for z, or for -z where the form is mirrored, with the numerator divided
+RoundedSection rounded_section(const StateVariable &form, Coefficients c, int exponent,
+                               const WideFraction &wanted) {
+  RoundedSection model{};
+  model.turned = form.mirrored;
+  model.exponent = exponent;
+  divide_output(c, exponent);
+  model.stable = is_stable(c);
+  set_polynomials(model, c, wanted);
+  model.sources = sources_of(c, model.numerator);
+  return model;
+}
+
 }  // namespace
 
 RoundedSection rounded_state_variable(const Section &section, const StateVariable &form,
                                       Arithmetic arithmetic) {
-  Coefficients c = rounded(form, arithmetic);
-  Section given = form.mirrored ? turned_round(section) : section;
-  RoundedSection model{};
-  model.turned = form.mirrored;
-  model.exponent = common_exponent({c.high, c.band, c.low, 0, 0}, given);
-  given = divided(given, model.exponent);
-  for (double *value : {&c.high, &c.band, &c.low}) *value = std::ldexp(*value, -model.exponent);
-  set_polynomials(model, c, given);
-  model.sources = sources_of(c, model.numerator);
-  return model;
+  const Coefficients c = rounded(form, arithmetic);
+  const Section given = form.mirrored ? turned_round(section) : section;
+  const int exponent = common_exponent({c.high, c.band, c.low, 0, 0}, given);
+  return rounded_section(form, c, exponent, fraction_of(divided(given, exponent)));
+}
+
+RoundedSection rounded_state_variable(const StateVariable &form, Arithmetic arithmetic) {
+  const Coefficients c = rounded(form, arithmetic);
+  Coefficients given = as_given(form);
+  const int exponent = common_exponent({c.high, c.band, c.low, 0, 0}, section_of(form));
+  divide_output(given, exponent);
+  return rounded_section(form, c, exponent, fraction_of(given));
 }
 
 }  // namespace analysis

@@ -13,6 +13,9 @@ namespace analysis {
 RoundedSection rounded_state_variable(const Section &section, const StateVariable &form,
                                       Arithmetic arithmetic);
 
+/** The same, where what is wanted is what the form computes before it is rounded. */
+RoundedSection rounded_state_variable(const StateVariable &form, Arithmetic arithmetic);
+
 }  // namespace analysis
 
 #endif

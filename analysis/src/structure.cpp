@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/stability.h"
+#include "matched_roots.h"
 
 namespace analysis {
 namespace {
@@ -112,6 +113,32 @@ std::optional<std::vector<StateVariable>> state_variables(const Sections &filter
     found.push_back(*one);
   }
   return found;
+}
+
+std::optional<std::vector<StateVariable>> state_variables(const Sections &filter,
+                                                          const Roots &roots) {
+  const std::vector<std::optional<Roots>> matched = matched_roots(filter, roots);
+  std::vector<StateVariable> found;
+  for (std::size_t i = 0; i < filter.size(); ++i) {
+    const auto one = matched[i] ? state_variable(*matched[i]) : state_variable(filter[i]);
+    if (!one) return std::nullopt;
+    found.push_back(*one);
+  }
+  return found;
+}
+
+Section section_of(const StateVariable &form) {
+  const double denominator_at_one = 4 * form.g * form.g * form.h;
+  const double denominator_slant = 2 * form.g * form.h * (form.r - form.g);
+  const double at_one = form.low * denominator_at_one;
+  const double ends = 2 * form.h * (form.high + form.g * form.g * form.low);
+  const double slant = 2 * form.band * form.h * form.g;
+  const double sign = form.mirrored ? -1.0 : 1.0;
+  return {.b0 = (ends + slant) / 2,
+          .b1 = sign * (at_one - ends),
+          .b2 = (ends - slant) / 2,
+          .a1 = sign * (denominator_at_one + denominator_slant - 2),
+          .a2 = 1 - denominator_slant};
 }
 
 }  // namespace analysis

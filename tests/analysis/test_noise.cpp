@@ -181,7 +181,7 @@ TEST(Noise, RefusesWhatNobodyRuns) {
     EXPECT_THROW(noise(lowpass, structure, Arithmetic::fixed_16), std::invalid_argument);
   EXPECT_THROW(noise({{1e10, 0, 0, 0, 0}}, Structure::direct_1, Arithmetic::fixed_32),
                std::invalid_argument);
-  EXPECT_THROW(noise(lowpass, std::vector<StateVariable>{}, Arithmetic::floats),
+  EXPECT_THROW(noise({state_variable(lowpass[0]).value()}, Arithmetic::fixed_32),
                std::invalid_argument);
 }
 
@@ -196,7 +196,20 @@ TEST(Noise, OfLowCutoffsInFloatsIsFarLessInStateVariableSections) {
   EXPECT_LT(noise(filter, Structure::state_variable, Arithmetic::floats).sine_db, -110);
   const auto form = state_variable(Roots{{-1.0, -1.0}, {pole, std::conj(pole)}, gain});
   ASSERT_TRUE(form);
-  EXPECT_LT(noise(filter, {*form}, Arithmetic::floats).sine_db, -110);
+  EXPECT_LT(noise({*form}, Arithmetic::floats).sine_db, -110);
+}
+
+// In doubles they run as they are. What the coefficients of the section have lost is not their
+// noise.
+TEST(Noise, OfFormsFromRootsIsThatOfRoundingThem) {
+  const Complex pole = std::polar(1 - 1e-5, 1e-5);
+  const Sections filter{{1, 2, 1, -2 * pole.real(), std::norm(pole)}};
+  const auto forms =
+      std::vector{state_variable(Roots{{-1.0, -1.0}, {pole, std::conj(pole)}, 1}).value()};
+  EXPECT_LT(noise(forms, Arithmetic::doubles).worst_db(), -270);
+  const double floats = noise(forms, Arithmetic::floats).worst_db();
+  EXPECT_NEAR(floats, noise(filter, Structure::state_variable, Arithmetic::floats).worst_db(), 0.5);
+  EXPECT_GT(floats, -150);
 }
 
 }  // namespace

@@ -116,6 +116,83 @@ TEST(StateVariable, KeepsTheDigitsOfRootsNearOneAndMinusOne) {
   EXPECT_TRUE(!from_section || std::fabs(from_section->g / near_one->g - 1) > 1e-3);
 }
 
+// Poles near 1, whose distance a1 and a2 hold in a few digits only.
+std::vector<Complex> crowded_poles() {
+  std::vector<Complex> poles;
+  for (int k = 1; k <= 5; ++k) {
+    const Complex pole(1 - 1e-5 * k, 2e-6 * k);
+    poles.insert(poles.end(), {pole, std::conj(pole)});
+  }
+  return poles;
+}
+
+TEST(StateVariable, OfSectionsInAnyOrderTakesTheRootsThatTheyWereMadeOf) {
+  const std::vector<Complex> poles = crowded_poles();
+  const Complex zero = std::polar(1.0, 1e-4);
+  const Roots roots{{-1.0, zero, std::conj(zero), -1.0, 1.0, -0.5, 0.25, 1.0, -1.0, -1.0, 0.125},
+                    {poles[0], poles[1], poles[2], poles[3], poles[4], poles[5], poles[6], poles[7],
+                     poles[8], poles[9], 0.96875},
+                    1};
+  const auto denominator = [&](std::size_t k) {
+    return Section{0, 0, 0, -2 * poles[2 * k].real(), std::norm(poles[2 * k])};
+  };
+  const auto with = [](const Section &poles_of, double gain, double b1, double b2) {
+    return Section{gain, gain * b1, gain * b2, poles_of.a1, poles_of.a2};
+  };
+  const Sections filter{with(denominator(3), 0.3, 0, -1),
+                        with(denominator(0), 3, -2 * zero.real(), std::norm(zero)),
+                        with({0, 0, 0, -0.96875, 0}, 0.7, -0.125, 0),
+                        with(denominator(4), 1, 2, 1),
+                        with(denominator(2), 0.1, 0.25, -0.125),
+                        with(denominator(1), 7, 0, -1)};
+  const std::vector<Roots> expected{{{1.0, -1.0}, {poles[6], poles[7]}, 0.3},
+                                    {{zero, std::conj(zero)}, {poles[0], poles[1]}, 3},
+                                    {{0.125}, {0.96875}, 0.7},
+                                    {{-1.0, -1.0}, {poles[8], poles[9]}, 1},
+                                    {{0.25, -0.5}, {poles[4], poles[5]}, 0.1},
+                                    {{1.0, -1.0}, {poles[2], poles[3]}, 7}};
+  const auto forms = state_variables(filter, roots);
+  ASSERT_TRUE(forms);
+  for (std::size_t i = 0; i < filter.size(); ++i) {
+    const StateVariable own = state_variable(expected[i]).value(), &found = (*forms)[i];
+    EXPECT_EQ(found.g, own.g) << i;
+    EXPECT_EQ(found.r, own.r) << i;
+    EXPECT_EQ(found.h, own.h) << i;
+    EXPECT_EQ(found.high, own.high) << i;
+    EXPECT_EQ(found.band, own.band) << i;
+    EXPECT_EQ(found.low, own.low) << i;
+  }
+  EXPECT_GT(std::fabs((*forms)[1].g / state_variable(filter[1])->g - 1), 1e-9);
+}
+
+TEST(StateVariable, OfAnEditedSectionIsThatOfItsCoefficients) {
+  const std::vector<Complex> poles = crowded_poles();
+  const Complex pole = poles[0];
+  const auto g_with = [&](double a1) {
+    const Sections filter{{1, 2, 1, a1, std::norm(pole)}};
+    return state_variables(filter, {{-1.0, -1.0}, poles, 1}).value()[0].g;
+  };
+  const auto g_alone = [&](double a1) {
+    return state_variable(Section{1, 2, 1, a1, std::norm(pole)})->g;
+  };
+  const double a1 = -2 * pole.real(), edited = a1 + 1e-11;
+  EXPECT_NE(g_with(a1), g_alone(a1));
+  EXPECT_EQ(g_with(edited), g_alone(edited));
+  EXPECT_NE(g_with(edited), g_with(a1));
+}
+
+TEST(StateVariable, IsTheSectionThatItWasMadeOf) {
+  for (const Section &section : {Section{0.5, 0.25, -2, -1.8, 0.9}, Section{1, 2, 1, 1.8, 0.9},
+                                 Section{1, -1, 0, 0.98, 0}, Section{3, 0, -3, -0.2, -0.7}}) {
+    const Section found = section_of(state_variable(section).value());
+    EXPECT_NEAR(found.b0, section.b0, 2e-15);
+    EXPECT_NEAR(found.b1, section.b1, 2e-15);
+    EXPECT_NEAR(found.b2, section.b2, 2e-15);
+    EXPECT_NEAR(found.a1, section.a1, 1e-15);
+    EXPECT_NEAR(found.a2, section.a2, 1e-15);
+  }
+}
+
 TEST(StateVariable, IsNoneWhereTheIntegratorsWouldBeImaginary) {
   EXPECT_FALSE(state_variable(Section{1, 0, 0, -2.5, 1}));  // poles at 2 and 0.5
   EXPECT_FALSE(state_variable(Section{1, 0, 0, 2.5, 1}));   // at -2 and -0.5

@@ -69,11 +69,10 @@ Noise noise(const Sections &filter, Structure structure, Arithmetic arithmetic,
 
 /**
  * The same for state-variable sections with coefficients of the caller's, as those from roots. The
- * deviation is that from `filter`. Raises std::invalid_argument if their numbers differ, or for
- * fixed point.
+ * deviation is that from what they compute as they are given, so that there is none in doubles.
+ * Raises std::invalid_argument for fixed point.
  */
-Noise noise(const Sections &filter, const std::vector<StateVariable> &forms, Arithmetic arithmetic,
-            double amplitude = 1.0);
+Noise noise(const std::vector<StateVariable> &forms, Arithmetic arithmetic, double amplitude = 1.0);
 
 }  // namespace analysis
 

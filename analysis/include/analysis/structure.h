@@ -67,6 +67,25 @@ std::optional<StateVariable> state_variable(const Roots &section);
  */
 std::optional<std::vector<StateVariable>> state_variables(const Sections &filter);
 
+/**
+ * The state-variable form of each section, from the roots that the sections were made of. The
+ * sections may be arranged and scaled. One whose roots are not among the given ones, as in a file
+ * that was edited, is computed from its coefficients.
+ *
+ * Cost: proportional to n^2.
+ * Accuracy: that of the forms from roots, or from coefficients.
+ * @return as many as `filter` has, in their order; none if one section has none
+ */
+std::optional<std::vector<StateVariable>> state_variables(const Sections &filter,
+                                                          const Roots &roots);
+
+/**
+ * The section that a state-variable form computes, whatever its coefficients were rounded to.
+ * Accuracy: each coefficient to 1e-15 of the largest, so that the distances of the poles from z = 1
+ * have no more digits than a1 and a2 hold.
+ */
+Section section_of(const StateVariable &form);
+
 }  // namespace analysis
 
 #endif
