@@ -101,6 +101,7 @@ Noise noise(const std::vector<StateVariable> &forms, Arithmetic arithmetic, doub
   if (!can_be_predicted(filter, amplitude))
     return without_prediction(std::numeric_limits<double>::quiet_NaN());
   std::vector<RoundedSection> sections;
+  sections.reserve(forms.size());
   for (const StateVariable &form : forms)
     sections.push_back(rounded_state_variable(form, arithmetic));
   return predicted(filter, sections, arithmetic, amplitude);

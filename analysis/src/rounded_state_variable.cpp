@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "analysis/rounding.h"
+
 namespace analysis {
 namespace {
 
@@ -13,18 +15,12 @@ struct Coefficients {
   double g, r, h, high, band, low;
 };
 
-// A call for each number: what GCC 12 makes of six conversions side by side leaves two undone.
-[[gnu::noinline]] double as_float(double value) { return static_cast<float>(value); }
-
 Coefficients as_given(const StateVariable &form) {
   return {form.g, form.r, form.h, form.high, form.band, form.low};
 }
 
 Coefficients rounded(const StateVariable &form, Arithmetic arithmetic) {
-  Coefficients c = as_given(form);
-  if (arithmetic == Arithmetic::floats)
-    for (double *value : {&c.g, &c.r, &c.h, &c.high, &c.band, &c.low}) *value = as_float(*value);
-  return c;
+  return as_given(arithmetic == Arithmetic::floats ? rounded_to_float(form) : form);
 }
 
 /** A polynomial in long double, so that two that are nearly the same have a difference. */

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -41,12 +42,23 @@ constexpr Option spread_option{
     .help =
         "With --as-published: distribute the gain over the sections, so that the signal is near "
         "its full level from each section to the next [off]"};
+constexpr std::array<std::string_view, 3> structure_words{"direct-2-transposed", "direct-1",
+                                                          "state-variable"};
+constexpr Option structure_option{
+    .names = "--structure",
+    .value = "STRUCTURE",
+    .help =
+        "How the routine for C and C++ computes a section: direct-2-transposed, direct-1 or "
+        "state-variable [in doubles and with --as-published direct-2-transposed; in floats "
+        "state-variable where that makes 6 dB less noise]",
+    .choices = structure_words};
 constexpr Option anyway_option{
     .names = "--anyway",
     .help = "Write a filter that makes too much noise in the target's floats, too [off]"};
 
 constexpr std::array options{&target_option,    &file_option,   &normalise_option,
-                             &published_option, &spread_option, &anyway_option};
+                             &published_option, &spread_option, &structure_option,
+                             &anyway_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane export --for scipy --topology butterworth --order 4 --frequency 1000",
@@ -66,6 +78,14 @@ std::string description() {
   return text;
 }
 
+std::optional<analysis::Structure> wanted_structure(const Arguments &arguments) {
+  if (!arguments.given(structure_option)) return std::nullopt;
+  const std::string word = arguments.choice(structure_option);
+  if (word == structure_words[0]) return analysis::Structure::direct_2_transposed;
+  if (word == structure_words[1]) return analysis::Structure::direct_1;
+  return analysis::Structure::state_variable;
+}
+
 layouts::Request layout_request(const Request &request, const layouts::Target &target) {
   const Arguments &arguments = request.arguments;
   const auto file = arguments.value(file_option);
@@ -79,6 +99,7 @@ layouts::Request layout_request(const Request &request, const layouts::Target &t
   else if (published)
     wanted.arrangement = layouts::Arrangement::published;
   if (arguments.given(anyway_option)) wanted.noisy = layouts::Noisy::written;
+  wanted.structure = wanted_structure(arguments);
   return wanted;
 }
 

@@ -4,6 +4,8 @@
 
 #include "coefficients.h"
 #include "comment.h"
+#include "section_routine.h"
+#include "structure.h"
 #include "text/numbers.h"
 
 namespace layouts {
@@ -21,12 +23,12 @@ NumberType number_type(Arithmetic arithmetic) {
   return {"double", "", text::double_text};
 }
 
-std::string rows(const analysis::Sections &sections, const NumberType &type) {
+std::string rows(const ExportedFilter &filter, const NumberType &type) {
   std::string rows;
-  for (const analysis::Section &s : sections) {
+  for (const std::vector<double> &row : coefficient_rows(filter)) {
     rows += rows.empty() ? "    {" : ",\n    {";
     const char *separator = "";
-    for (const double value : {s.b0, s.b1, s.b2, s.a1, s.a2}) {
+    for (const double value : row) {
       rows += separator + type.digits(value) + type.suffix;
       separator = ", ";
     }
@@ -41,6 +43,17 @@ void replace_all(std::string &text, const std::string &word, const std::string &
     text.replace(at, word.size(), by);
 }
 
+// The text once for each of the lines, in the place of a word.
+std::string for_each(const std::vector<std::string> &lines, const char *text, const char *word) {
+  std::string all;
+  for (const std::string &line : lines) {
+    std::string one = text;
+    replace_all(one, word, line);
+    all += one;
+  }
+  return all;
+}
+
 }  // namespace
 
 std::string macro_name(std::string identifier) {
@@ -49,18 +62,28 @@ std::string macro_name(std::string identifier) {
   return identifier;
 }
 
-std::string c_header(const ExportedFilter &filter, Arithmetic arithmetic, std::string blank,
-                     const std::string &use) {
+std::string c_header(const ExportedFilter &filter, Arithmetic arithmetic,
+                     const HeaderLanguage &language, const std::string &usage) {
   const NumberType type = number_type(arithmetic);
-  replace_all(blank, "@ROWS@", rows(filter.sections, type));
-  replace_all(blank, "@COUNT@", fmt::format("{}", filter.sections.size()));
-  replace_all(blank, "@RATE@", text::double_text(filter.samplerate));
-  replace_all(blank, "@TYPE@", type.name);
-  replace_all(blank, "@GUARD@", macro_name(filter.identifier));
-  replace_all(blank, "@NAME@", filter.identifier);
-  std::vector<std::string> usage = equation(Feedback::subtracted);
-  usage.push_back(use);
-  return comment(filter, "// ", usage) + blank;
+  const SectionRoutine routine = section_routine(filter.structure);
+  std::string header = language.blank;
+  replace_all(header, "@STATE@", for_each(routine.state, language.member, "@MEMBER@"));
+  replace_all(header, "@STATEMENTS@",
+              for_each(routine.statements, language.statement, "@STATEMENT@"));
+  for (const std::string &name : routine.state)
+    replace_all(header, '@' + name + '@', for_each({name}, language.use, "@MEMBER@"));
+  replace_all(header, "@ROWS@", rows(filter, type));
+  replace_all(header, "@COUNT@", fmt::format("{}", filter.sections.size()));
+  replace_all(header, "@COLUMNS@", fmt::format("{}", fmt::join(routine.coefficients, ", ")));
+  replace_all(header, "@COLUMN_COUNT@", fmt::format("{}", routine.coefficients.size()));
+  replace_all(header, "@STRUCTURE@", name_of(filter.structure));
+  replace_all(header, "@RATE@", text::double_text(filter.samplerate));
+  replace_all(header, "@TYPE@", type.name);
+  replace_all(header, "@GUARD@", macro_name(filter.identifier));
+  replace_all(header, "@NAME@", filter.identifier);
+  std::vector<std::string> lines = routine.equation;
+  lines.push_back(usage);
+  return comment(filter, "// ", lines) + header;
 }
 
 }  // namespace layouts

@@ -1,25 +1,29 @@
 #include "layouts/exported_filter.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 
-#include "analysis/arrangement.h"
 #include "analysis/cascade_gain.h"
+#include "analysis/stability.h"
 #include "designer/published_filter.h"
+#include "designer/refusal.h"
 #include "designer/title.h"
 #include "floats.h"
 #include "level.h"
 #include "noise.h"
 #include "soundness.h"
+#include "structure.h"
 
 namespace layouts {
 namespace {
 
-struct ScaledFilter {
+struct LevelledFilter {
   analysis::Sections sections;
   std::string sentence; /**< that says how */
 };
 
-ScaledFilter at_level(const designer::PublishedFilter &filter, Level level) {
+LevelledFilter at_level(const designer::PublishedFilter &filter, Level level) {
   if (level == Level::as_designed)
     return {filter.sections, "Level: as designed (--normalise is off)."};
   const ReferenceLevel reference = reference_level(filter);
@@ -30,23 +34,39 @@ ScaledFilter at_level(const designer::PublishedFilter &filter, Level level) {
                       factor, reference.db, reference.place, why)};
 }
 
-ScaledFilter in_arrangement(analysis::Sections sections, Arrangement arrangement) {
-  switch (arrangement) {
-    case Arrangement::quiet: break;
-    case Arrangement::published:
-      return {std::move(sections),
-              "Sections: in the order in which the module publishes them, all of the gain in the "
-              "first one (--as-published; --spread-gain is off)."};
-    case Arrangement::published_spread:
-      return {
-          analysis::with_gain_spread(std::move(sections)),
-          "Sections: in the order in which the module publishes them, the gain spread by powers "
-          "of two, so that the output of each but the last peaks between -3.01 and +3.01 dB "
-          "(--as-published --spread-gain)."};
-  }
-  return {analysis::arranged(sections, analysis::Structure::direct_2_transposed),
-          "Sections: arranged for the least rounding noise, and the gain spread over them; the "
-          "module publishes another order (--as-published keeps it)."};
+// Coefficients as the target's numbers, and what that does to them.
+void add_coefficients(ExportedFilter &filter, const analysis::Realization &given,
+                      const ScaledFilter &scaled, const Target &target, const Request &request) {
+  filter.structure = given.structure;
+  filter.sections = given.sections;
+  filter.forms = given.forms;
+  if (target.arithmetic != Arithmetic::floats) return;
+  RoundedFilter rounded = in_floats(given, target.name, filter.samplerate);
+  if (rounded.becomes_unstable)
+    throw designer::Refusal(instability_refusal(given.sections, target.name,
+                                                way_to_less_noise(scaled, target, request)));
+  filter.sections = std::move(rounded.sections);
+  filter.forms = std::move(rounded.forms);
+  if (rounded.remark) filter.remarks.push_back(*rounded.remark);
+}
+
+void add_noise(ExportedFilter &filter, const analysis::Realization &given,
+               const ScaledFilter &scaled, const Target &target, const Request &request) {
+  if (!analysis::stability(given.sections).stable) return;
+  if (request.noisy == Noisy::refused && is_too_noisy(given, target))
+    throw designer::Refusal(
+        noise_refusal(given, target, way_to_less_noise(scaled, target, request)));
+  filter.scaling.push_back(expected_noise(given, target));
+}
+
+void add_sections(ExportedFilter &filter, const ScaledFilter &scaled, const Target &target,
+                  const Request &request) {
+  StructuredFilter structured = in_structure(scaled, target, request);
+  filter.scaling.insert(filter.scaling.end(), structured.sentences.begin(),
+                        structured.sentences.end());
+  filter.remarks = remarks_on(structured.realization.sections, target.arithmetic);
+  add_coefficients(filter, structured.realization, scaled, target, request);
+  add_noise(filter, structured.realization, scaled, target, request);
 }
 
 }  // namespace
@@ -61,23 +81,16 @@ ExportedFilter exported_filter(const designer::Design &design, const Target &tar
   filter.samplerate = design.samplerate;
   filter.identifier = request.identifier;
   filter.command = request.command;
-  ScaledFilter scaled = at_level(published, request.level);
-  filter.scaling.push_back(scaled.sentence);
+  LevelledFilter levelled = at_level(published, request.level);
+  filter.scaling.push_back(levelled.sentence);
   if (target.form == Form::sections) {
-    scaled = in_arrangement(std::move(scaled.sections), request.arrangement);
-    filter.scaling.push_back(scaled.sentence);
+    add_sections(filter,
+                 {std::move(levelled.sections), published.roots.value_or(analysis::Roots{})},
+                 target, request);
+  } else {
+    filter.remarks = remarks_on(levelled.sections, target.arithmetic);
+    filter.sections = std::move(levelled.sections);
   }
-  filter.remarks = remarks_on(scaled.sections, target.arithmetic);
-  filter.sections = scaled.sections;
-  if (target.arithmetic == Arithmetic::floats) {
-    RoundedFilter rounded = in_floats(filter.sections, target.name, filter.samplerate);
-    filter.sections = std::move(rounded.sections);
-    if (rounded.remark) filter.remarks.push_back(*rounded.remark);
-  }
-  if (target.form == Form::sections)
-    if (const std::string noise = expected_noise(scaled.sections, target, request.noisy);
-        !noise.empty())
-      filter.scaling.push_back(noise);
   return filter;
 }
 

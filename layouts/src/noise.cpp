@@ -4,10 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "analysis/noise.h"
-#include "analysis/stability.h"
 #include "designer/limits.h"
-#include "designer/refusal.h"
+#include "structure.h"
 
 namespace layouts {
 namespace {
@@ -20,20 +18,22 @@ std::string noise_text(double db) {
 
 }  // namespace
 
-std::string expected_noise(const analysis::Sections &sections, const Target &target, Noisy noisy) {
-  if (!analysis::stability(sections).stable) return "";
-  const bool floats = target.arithmetic == Arithmetic::floats;
-  const double db =
-      analysis::noise(sections, analysis::Structure::direct_2_transposed,
-                      floats ? analysis::Arithmetic::floats : analysis::Arithmetic::doubles)
-          .worst_db();
-  if (floats && noisy == Noisy::refused && !(db <= designer::most_float_noise_db))
-    throw designer::Refusal(fmt::format(
-        "--for {} computes in floats, where this filter makes {}; take a target with doubles, such "
-        "as c, or several filters of a lower order in a row (--anyway writes it)",
-        target.name, noise_text(db)));
-  return fmt::format("Rounding: {} in {}, direct form II transposed.", noise_text(db),
-                     floats ? "floats" : "doubles");
+std::string expected_noise(const analysis::Realization &filter, const Target &target) {
+  return fmt::format("Rounding: {} in {}, {}.", noise_text(filter.noise_db),
+                     target.arithmetic == Arithmetic::floats ? "floats" : "doubles",
+                     name_of(filter.structure));
+}
+
+bool is_too_noisy(const analysis::Realization &filter, const Target &target) {
+  return target.arithmetic == Arithmetic::floats &&
+         !(filter.noise_db <= designer::most_float_noise_db);
+}
+
+std::string noise_refusal(const analysis::Realization &filter, const Target &target,
+                          const std::string &instead) {
+  return fmt::format(
+      "--for {} computes in floats, where this filter makes {} in {}; {} (--anyway writes it)",
+      target.name, noise_text(filter.noise_db), name_of(filter.structure), instead);
 }
 
 }  // namespace layouts

@@ -4,19 +4,23 @@
 
 #include <string>
 
-#include "analysis/filter.h"
-#include "layouts/request.h"
+#include "analysis/realization.h"
 #include "layouts/target.h"
 
 namespace layouts {
 
-/**
- * What to expect of sections in direct form II transposed, for the comment of a file.
- * @return a sentence with its full stop; empty if the filter is not stable
- * Raises designer::Refusal if they make noise of more than -60 dB of the output's peak in floats,
- * and such a filter is refused.
- */
-std::string expected_noise(const analysis::Sections &sections, const Target &target, Noisy noisy);
+/** @return what to expect of a stable filter, for the comment of a file: a sentence with its full
+ *          stop. */
+std::string expected_noise(const analysis::Realization &filter, const Target &target);
+
+/** @return true if it makes noise of more than -60 dB of the output's peak in floats, and the target
+ *          computes in them. */
+bool is_too_noisy(const analysis::Realization &filter, const Target &target);
+
+/** @return the sentence that refuses a filter that is too noisy.
+ *  @param instead  what to do */
+std::string noise_refusal(const analysis::Realization &filter, const Target &target,
+                          const std::string &instead);
 
 }  // namespace layouts
 

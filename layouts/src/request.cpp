@@ -31,6 +31,15 @@ void check(const Request &request, const Target &target) {
         "--as-published and --spread-gain need sections, which --for {} does not have; --for "
         "{}-sections has them",
         target.name, target.name));
+  if (!request.structure || !target.structure) return;
+  std::string others;
+  for (const Target &other : targets())
+    if (!other.structure) others += fmt::format("{}{}", others.empty() ? "" : ", ", other.name);
+  throw designer::Refusal(
+      fmt::format("--for {} leaves no choice of --structure: the program that reads it has its "
+                  "own; these leave "
+                  "one: {}",
+                  target.name, others));
 }
 
 }  // namespace layouts

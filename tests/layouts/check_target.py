@@ -87,8 +87,8 @@ def main():
             return 1
         for case, got in zip(cases, responses, strict=True):
             family, response, order, cutoffs, _options = case
-            wanted = expected.impulse_response(family, response, order, cutoffs, SAMPLERATE,
-                                               RIPPLE, ATTENUATION, COUNT)
+            wanted = expected.impulse_response(COUNT, family, response, order, cutoffs, SAMPLERATE,
+                                               ripple_db=RIPPLE, attenuation_db=ATTENUATION)
             largest = max(abs(value) for value in wanted)
             worst = max(abs(a - b) for a, b in zip(got, wanted, strict=True)) / largest
             fine = worst <= program.TOLERANCE

@@ -1,4 +1,4 @@
-"""The impulse response of a filter, computed without the program that exports it."""
+"""What a filter makes of a signal, computed without the program that exports it."""
 
 import pathlib
 import sys
@@ -8,25 +8,59 @@ from mpmath import mp, mpf
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "reference"))
 import closed_form  # noqa: E402
 
+DIGITS = 50
+# Samples are integers in units of 2^-BITS. What grows on the way stays exact to that; the gain,
+# which makes it small again, comes last.
+BITS = 256
 
-def impulse_response(family, response, order, cutoffs, samplerate, ripple_db, attenuation_db,
-                     count):
-    """The first `count` samples, from roots in closed form, in 50 digits.
 
-    One root after the other: y[n] = x[n] - zero x[n-1] + pole y[n-1].
+def fixed(value):
+    return int(mp.nint(mp.ldexp(value, BITS)))
+
+
+def product(a, b):
+    return (a * b) >> BITS
+
+
+def quadratics(roots):
+    """The real polynomials 1 + p d + q d^2 that conjugate and real roots multiply to."""
+    pairs = [(root, mp.conj(root)) for root in roots if root.imag > 0]
+    real = [root.real for root in roots if root.imag == 0]
+    if 2 * len(pairs) + len(real) != len(roots):
+        raise ValueError("a root is without its conjugate")
+    if len(real) % 2:
+        real.append(mpf(0))
+    pairs += zip(real[::2], real[1::2])
+    return [(fixed(-mp.re(a + b)), fixed(mp.re(a * b))) for a, b in pairs]
+
+
+def response(signal, family, form, order, cutoffs, samplerate, ripple_db=0.5, attenuation_db=60):
+    """As many samples as the signal has, from roots in closed form, in 50 digits or more.
+
+    The signal's samples are floats, whose bits are taken as they are.
     """
-    with mp.workdps(50):
+    with mp.workdps(DIGITS + 40):
         edges = [mpf(2) * mpf(f) / samplerate for f in cutoffs]
         zeros, poles, gain = closed_form.design(
-            family, response, order, *edges, ripple_db=mpf(ripple_db),
+            family, form, order, *edges, ripple_db=mpf(ripple_db),
             attenuation_db=mpf(attenuation_db))
         if len(zeros) != len(poles):
             raise ValueError("a digital filter here has as many zeros as poles")
-        signal = [gain] + [mpf(0)] * (count - 1)
-        for zero, pole in zip(zeros, poles):
-            x_before = y_before = mpf(0)
-            for n, x in enumerate(signal):
-                y_before = x - zero * x_before + pole * y_before
-                x_before = x
-                signal[n] = y_before
-        return [float(mp.re(y)) for y in signal]
+        samples = [fixed(mpf(float(x))) for x in signal]
+        for p, q in quadratics(zeros):
+            before, older = 0, 0
+            for n, x in enumerate(samples):
+                samples[n] = x + product(p, before) + product(q, older)
+                before, older = x, before
+        for p, q in quadratics(poles):
+            before, older = 0, 0
+            for n, x in enumerate(samples):
+                before, older = x - product(p, before) - product(q, older), before
+                samples[n] = before
+        gain = mp.re(gain)
+        return [float(mp.ldexp(gain * y, -BITS)) for y in samples]
+
+
+def impulse_response(count, *filter_and_rate, **ripples):
+    """The first `count` samples of what `response` makes of an impulse."""
+    return response([1.0] + [0.0] * (count - 1), *filter_and_rate, **ripples)

@@ -2,6 +2,7 @@
 
 import functools
 import pathlib
+import re
 import shutil
 import subprocess
 
@@ -21,14 +22,14 @@ class Missing(Exception):
     """A program is not installed."""
 
 
-def run(*command, **options):
-    """What a program prints on standard output. Raises what it wrote when it failed."""
+def run(*command, text="", **options):
+    """What a program prints when it reads a text. Raises what it wrote when it failed."""
     words = [str(word) for word in command]
     if shutil.which(words[0]) is None:
         raise Missing(f"{words[0]} is missing, which tries the export: "
                       "'script/setup export' installs it")
-    done = subprocess.run(words, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                          stderr=subprocess.PIPE, text=True, timeout=300, check=False, **options)
+    done = subprocess.run(words, input=text, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                          text=True, timeout=300, check=False, **options)
     if done.returncode != 0:
         raise RuntimeError(f"{' '.join(words)} ended with {done.returncode}:\n"
                            f"{done.stdout}{done.stderr}")
@@ -61,8 +62,33 @@ STRICT = ("-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Wconversion", "-Werror
           "-ffp-contract=off")
 
 
-def compiled(compiler, standard, source, file, count, **macros):
+def build(compiler, standard, source, file, **macros):
+    """The program that a source and an exported header make."""
     program = file.with_suffix(".program")
     run(compiler, standard, *STRICT, f'-DHEADER="{file}"',
         *(f"-D{key}={value}" for key, value in macros.items()), TARGETS / source, "-o", program)
-    return samples(run(program, count))
+    return program
+
+
+def compiled(compiler, standard, source, file, count, **macros):
+    return samples(run(build(compiler, standard, source, file, **macros), count))
+
+
+class Header:
+    """An exported header for C or C++, in the smallest program that filters with it."""
+
+    def __init__(self, file, name, number):
+        text = file.read_text(encoding="utf-8")
+        if file.suffix == ".hpp":
+            self.program = build("c++", "-std=c++17", "cpp_filter.cpp", file, NAME=name, TYPE=number)
+        else:
+            # As the comment says.
+            zeros = re.search(f"Use: {name}_state state = (.*?);", text)[1]
+            self.program = build("cc", "-std=c99", "c_filter.c", file, NAME=name, TYPE=number,
+                                 ZEROS=zeros)
+        noise = re.search("Rounding: (?:noise ([0-9]+) dB below|as much noise as signal)", text)
+        self.noise_db = -float(noise[1] or 0)
+
+    def filter(self, signal):
+        text = "".join(f"{float(x)!r}\n" for x in signal)
+        return numpy.array(samples(run(self.program, text=text)))

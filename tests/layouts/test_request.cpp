@@ -44,3 +44,24 @@ TEST(Check, NamesATargetThatHasSections) {
     EXPECT_EQ(layouts::target_named("webaudio-sections").form, layouts::Form::sections);
   }
 }
+
+TEST(Check, TheStructureIsForFilesThatFilterThemselves) {
+  layouts::Request request;
+  request.structure = analysis::Structure::direct_1;
+  int selectable = 0;
+  for (const layouts::Target &target : layouts::targets()) {
+    if (!target.structure) {
+      EXPECT_NO_THROW(layouts::check(request, target)) << target.name;
+      ++selectable;
+      continue;
+    }
+    try {
+      layouts::check(request, target);
+      FAIL() << target.name;
+    } catch (const designer::Refusal &refusal) {
+      EXPECT_THAT(refusal.what(),
+                  testing::HasSubstr("has its own; these leave one: c, c-float, cpp, cpp-float"));
+    }
+  }
+  EXPECT_EQ(selectable, 4);
+}

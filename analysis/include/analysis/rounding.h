@@ -4,6 +4,7 @@
 
 #include "analysis/filter.h"
 #include "analysis/level_difference.h"
+#include "analysis/realization.h"
 #include "analysis/stability.h"
 
 namespace analysis {
@@ -13,6 +14,9 @@ namespace analysis {
  * becomes 0, one above 3.4e38 infinite. Cost: proportional to n.
  */
 Sections rounded_to_float(const Sections &filter);
+
+/** The same of a state-variable section. */
+StateVariable rounded_to_float(const StateVariable &section);
 
 /** What rounded coefficients do to a filter. */
 struct RoundingEffect {
@@ -39,6 +43,12 @@ RoundingEffect rounding_effect(const Sections &before, const Sections &after, do
 
 /** The effect of `rounded_to_float`, as above. */
 RoundingEffect float_rounding_effect(const Sections &filter, double floor_db);
+
+/** The same of state-variable sections: of what they compute, as `section_of` has it. */
+RoundingEffect float_rounding_effect(const std::vector<StateVariable> &forms, double floor_db);
+
+/** The same of a filter that is ready to run. */
+RoundingEffect float_rounding_effect(const Realization &filter, double floor_db);
 
 }  // namespace analysis
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/filter.h"
+#include "analysis/structure.h"
 #include "designer/designer.h"
 #include "layouts/request.h"
 #include "layouts/target.h"
@@ -19,12 +20,16 @@ struct ExportedFilter {
   std::string identifier;           /**< as in Request */
   std::vector<std::string> command; /**< as in Request */
   std::vector<std::string> scaling; /**< sentences that say what level it has, how its sections are
-                                         arranged and what noise they make, each with its full
-                                         stop */
+                                         arranged and run and what noise they make, each with its
+                                         full stop */
   std::vector<std::string>
       remarks;                 /**< what a user of the file needs to know, without full stops */
   analysis::Sections sections; /**< finite, at least one, none silent; for a target with floats
-                                         each coefficient is a float's value */
+                                         each coefficient is a float's value, or that of `forms` is */
+  analysis::Structure structure =
+      analysis::Structure::direct_2_transposed; /**< in which they are run */
+  std::vector<analysis::StateVariable> forms;   /**< of each section, if that is state variable,
+                                                     rounded as the sections; otherwise empty */
 };
 
 /**

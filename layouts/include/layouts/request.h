@@ -2,10 +2,12 @@
 #ifndef LAYOUTS_REQUEST_H
 #define LAYOUTS_REQUEST_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "analysis/structure.h"
 #include "layouts/target.h"
 
 namespace layouts {
@@ -35,6 +37,10 @@ struct Request {
   Level level = Level::as_designed;
   Arrangement arrangement = Arrangement::quiet;
   Noisy noisy = Noisy::refused;
+  std::optional<analysis::Structure> structure =
+      std::nullopt; /**< for targets that have none of their own: by default the one that
+                       `analysis::chosen_realization` takes, and direct form II transposed for
+                       published sections, whose coefficients are to be seen in the file */
 };
 
 /** @param stem  the name of a file without folder and ending; empty if there is no file

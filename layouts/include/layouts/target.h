@@ -2,9 +2,12 @@
 #ifndef LAYOUTS_TARGET_H
 #define LAYOUTS_TARGET_H
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "analysis/structure.h"
 
 namespace layouts {
 
@@ -28,6 +31,9 @@ struct Target {
 
   /** @return the whole file. Raises designer::Refusal when this layout cannot hold the filter. */
   std::string (*write)(const ExportedFilter &filter);
+
+  /** The structure in which sections are run there; none if the file itself runs them, in any. */
+  std::optional<analysis::Structure> structure = analysis::Structure::direct_2_transposed;
 };
 
 /** @return all targets, in the order in which help lists them. */

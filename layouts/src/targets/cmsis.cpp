@@ -37,7 +37,11 @@ std::string write(const ExportedFilter &filter) {
 }  // namespace
 
 constinit const Target cmsis_target{
-    "cmsis", "a C header for CMSIS-DSP's arm_biquad_cascade_df1_f32, in floats", Arithmetic::floats,
-    Form::sections, write};
+    "cmsis",
+    "a C header for CMSIS-DSP's arm_biquad_cascade_df1_f32, in floats",
+    Arithmetic::floats,
+    Form::sections,
+    write,
+    analysis::Structure::direct_1};
 
 }  // namespace layouts

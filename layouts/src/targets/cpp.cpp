@@ -1,5 +1,6 @@
-// A header for C++17: the coefficients, and a routine in direct form II transposed
-// (Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.3).
+// A header for C++17: the coefficients, and a class that filters.
+
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -22,22 +23,18 @@ namespace @NAME@ {
 inline constexpr std::size_t section_count = @COUNT@;
 inline constexpr double samplerate = @RATE@;
 
-/** Of each section: b0, b1, b2, a1, a2. */
-inline constexpr @TYPE@ coefficients[section_count][5] = {
+/** Of each section: @COLUMNS@. */
+inline constexpr @TYPE@ coefficients[section_count][@COLUMN_COUNT@] = {
 @ROWS@};
 
-/** Filters one signal: direct form II transposed, one section after the other. */
+/** Filters one signal: @STRUCTURE@, one section after the other. */
 class Filter {
  public:
   /** Takes one sample and gives one. */
   @TYPE@ operator()(@TYPE@ x) {
     for (std::size_t i = 0; i < section_count; ++i) {
       const auto &c = coefficients[i];
-      const @TYPE@ y = c[0] * x + s1_[i];
-      s1_[i] = c[1] * x - c[3] * y + s2_[i];
-      s2_[i] = c[2] * x - c[4] * y;
-      x = y;
-    }
+@STATEMENTS@    }
     return x;
   }
 
@@ -45,17 +42,20 @@ class Filter {
   void reset() { *this = Filter(); }
 
  private:
-  std::array<@TYPE@, section_count> s1_{};
-  std::array<@TYPE@, section_count> s2_{};
-};
+@STATE@};
 
 }  // namespace @NAME@
 
 #endif
 )";
 
+constexpr HeaderLanguage language{.blank = blank,
+                                  .member = "  std::array<@TYPE@, section_count> @MEMBER@_{};\n",
+                                  .use = "@MEMBER@_[i]",
+                                  .statement = "      @STATEMENT@\n"};
+
 std::string header(const ExportedFilter &filter, Arithmetic arithmetic) {
-  return c_header(filter, arithmetic, blank,
+  return c_header(filter, arithmetic, language,
                   fmt::format("Use: {}::Filter filter; then for each sample: y = filter(x);",
                               filter.identifier));
 }
@@ -70,10 +70,18 @@ std::string write_floats(const ExportedFilter &filter) {
 
 }  // namespace
 
-constinit const Target cpp_target{"cpp", "a C++17 header in doubles, with a class that filters",
-                                  Arithmetic::doubles, Form::sections, write_doubles};
+constinit const Target cpp_target{.name = "cpp",
+                                  .summary = "a C++17 header in doubles, with a class that filters",
+                                  .arithmetic = Arithmetic::doubles,
+                                  .form = Form::sections,
+                                  .write = write_doubles,
+                                  .structure = std::nullopt};
 
-constinit const Target cpp_float_target{"cpp-float", "the same in floats", Arithmetic::floats,
-                                        Form::sections, write_floats};
+constinit const Target cpp_float_target{.name = "cpp-float",
+                                        .summary = "the same in floats",
+                                        .arithmetic = Arithmetic::floats,
+                                        .form = Form::sections,
+                                        .write = write_floats,
+                                        .structure = std::nullopt};
 
 }  // namespace layouts
