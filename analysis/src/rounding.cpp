@@ -72,19 +72,15 @@ RoundingEffect float_rounding_effect(const Sections &filter, double floor_db) {
   return rounding_effect(filter, rounded_to_float(filter), floor_db);
 }
 
-RoundingEffect float_rounding_effect(const std::vector<StateVariable> &forms, double floor_db) {
+RoundingEffect float_rounding_effect(const Realization &filter, double floor_db) {
+  if (filter.structure != Structure::state_variable)
+    return float_rounding_effect(filter.sections, floor_db);
   Sections before, after;
-  for (const StateVariable &form : forms) {
+  for (const StateVariable &form : filter.forms) {
     before.push_back(section_of(form));
     after.push_back(section_of(rounded_to_float(form)));
   }
   return rounding_effect(before, after, floor_db);
-}
-
-RoundingEffect float_rounding_effect(const Realization &filter, double floor_db) {
-  return filter.structure == Structure::state_variable
-             ? float_rounding_effect(filter.forms, floor_db)
-             : float_rounding_effect(filter.sections, floor_db);
 }
 
 }  // namespace analysis

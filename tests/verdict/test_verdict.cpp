@@ -91,8 +91,9 @@ TEST(Verdict, TheOrderIsThatOfTheChecks) {
                   "roots_to_sections_db", "pairs_intact", "transfer_function_db",
                   "transfer_function_poles_outside", "transfer_function_safe", "noise_db",
                   "noise_exported_db", "between_sections_lowest_db", "between_sections_highest_db",
-                  "gain_in_first_section", "float_safe", "float_db", "float_stable",
-                  "float_pole_movement", "float_noise_db", "float_noise_exported_db"));
+                  "gain_in_first_section", "float_safe", "float_structure", "float_db",
+                  "float_stable", "float_pole_movement", "float_noise_db",
+                  "float_noise_exported_db", "float_noise_direct_db"));
 }
 
 TEST(Verdict, WithoutLevelsThereIsNothingToCompare) {

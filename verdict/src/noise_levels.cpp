@@ -1,22 +1,13 @@
 #include "noise_levels.h"
 
-#include "analysis/arrangement.h"
 #include "analysis/noise.h"
 
 namespace verdict {
-namespace {
 
-using analysis::Arithmetic;
-using analysis::Structure;
-
-constexpr Structure structure = Structure::direct_2_transposed;
-
-}  // namespace
-
-NoiseLevels noise_levels(const analysis::Sections &sections, Arithmetic arithmetic) {
-  return {
-      analysis::noise(sections, structure, arithmetic).worst_db(),
-      analysis::noise(analysis::arranged(sections, structure), structure, arithmetic).worst_db()};
+NoiseLevels noise_levels(const Forms &forms, analysis::Arithmetic arithmetic) {
+  return {analysis::noise(forms.sections, analysis::Structure::direct_2_transposed, arithmetic)
+              .worst_db(),
+          analysis::chosen_realization(forms.sections, forms.roots, arithmetic)};
 }
 
 }  // namespace verdict

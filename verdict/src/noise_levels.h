@@ -2,8 +2,8 @@
 #ifndef VERDICT_NOISE_LEVELS_H
 #define VERDICT_NOISE_LEVELS_H
 
-#include "analysis/filter.h"
-#include "analysis/structure.h"
+#include "analysis/realization.h"
+#include "verdict/filter_under_test.h"
 
 namespace verdict {
 
@@ -11,14 +11,14 @@ namespace verdict {
  *  white noise and for the worst sine. Infinite where the signal overflows or the filter cannot be
  *  run. */
 struct NoiseLevels {
-  double published_db; /**< the sections as they are */
-  double exported_db;  /**< arranged, as `veltane export` writes them */
+  double published_db; /**< the sections as they are, in direct form II transposed */
+  analysis::ChosenRealization exported; /**< arranged and in the structure in which `veltane export`
+                                             writes them for C and C++ */
 };
 
-/** In direct form II transposed.
- *  @param sections  stable and finite
+/** @param forms  stable and finite
  *  @param arithmetic  doubles or floats */
-NoiseLevels noise_levels(const analysis::Sections &sections, analysis::Arithmetic arithmetic);
+NoiseLevels noise_levels(const Forms &forms, analysis::Arithmetic arithmetic);
 
 }  // namespace verdict
 

@@ -44,10 +44,8 @@ RoundingEffect rounding_effect(const Sections &before, const Sections &after, do
 /** The effect of `rounded_to_float`, as above. */
 RoundingEffect float_rounding_effect(const Sections &filter, double floor_db);
 
-/** The same of state-variable sections: of what they compute, as `section_of` has it. */
-RoundingEffect float_rounding_effect(const std::vector<StateVariable> &forms, double floor_db);
-
-/** The same of a filter that is ready to run. */
+/** The same of a filter that is ready to run: of what its coefficients compute, as `section_of` has
+ *  it. */
 RoundingEffect float_rounding_effect(const Realization &filter, double floor_db);
 
 }  // namespace analysis
