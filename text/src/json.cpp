@@ -1,52 +1,69 @@
 #include "text/json.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <utility>
 
 #include <fmt/format.h>
 
-#include "text/numbers.h"
 #include "text/printable.h"
 
 namespace text {
 namespace {
 
-// Neither escaped nor part of what `printable` changes.
-bool is_plain(char c) { return c >= 0x20 && c < 0x7f && c != '"' && c != '\\' && c != '>'; }
+// What is neither escaped nor part of what `printable` changes.
+constexpr auto plain = [] {
+  std::array<bool, 256> table{};
+  for (std::size_t c = 0x20; c < 0x7f; ++c) table[c] = c != '"' && c != '\\' && c != '>';
+  return table;
+}();
+
+bool is_plain(char c) { return plain[static_cast<unsigned char>(c)]; }
 
 std::string as_code(const Hidden &hidden) {
   return fmt::format("\\u{:04x}", static_cast<std::uint32_t>(hidden.character.value()));
 }
 
-void append_string(std::string &out, std::string_view value) {
-  if (std::all_of(value.begin(), value.end(), is_plain)) {
-    out += '"';
-    out += value;
-    out += '"';
-    return;
-  }
-  out += with_hidden(Json(value).dump(-1, ' ', false, Json::error_handler_t::replace), as_code);
+}  // namespace
+
+void JsonWriter::grow(std::size_t count) {
+  constexpr std::size_t first = 2048;  // a filter of usual order fits
+  out_.resize(std::max({first, end_ + count, 2 * out_.size()}));
 }
 
-}  // namespace
+void JsonWriter::append(std::string_view characters) {
+  end_ += characters.copy(room(characters.size()), characters.size());
+}
+
+void JsonWriter::append_string(std::string_view value) {
+  if (!std::all_of(value.begin(), value.end(), is_plain))
+    return append(
+        with_hidden(Json(value).dump(-1, ' ', false, Json::error_handler_t::replace), as_code));
+  char *at = room(value.size() + 2);
+  *at++ = '"';
+  at += value.copy(at, value.size());
+  *at = '"';
+  end_ += value.size() + 2;
+}
 
 void JsonWriter::new_line() {
   if (layout_ == JsonLayout::line) return;
-  out_ += '\n';
-  out_.append(2 * objects_, ' ');
+  append('\n');
+  append(std::string(2 * objects_, ' '));
 }
 
 void JsonWriter::separate() {
   if (std::exchange(after_key_, false) || levels_.empty()) return;
-  if (!std::exchange(levels_.back().empty, false))
-    out_ += levels_.back().object && layout_ == JsonLayout::page ? "," : ", ";
+  if (std::exchange(levels_.back().empty, false)) return;
+  append(',');
+  if (!levels_.back().object || layout_ == JsonLayout::line) append(' ');
 }
 
 void JsonWriter::begin(char bracket, Level level) {
   separate();
-  out_ += bracket;
+  append(bracket);
   levels_.push_back(level);
   objects_ += level.object ? 1 : 0;
 }
@@ -57,7 +74,7 @@ void JsonWriter::end(char bracket) {
     new_line();
   }
   levels_.pop_back();
-  out_ += bracket;
+  append(bracket);
 }
 
 void JsonWriter::begin_object() { begin('{', {true, true}); }
@@ -68,8 +85,9 @@ void JsonWriter::end_list() { end(']'); }
 void JsonWriter::key(std::string_view name) {
   separate();
   new_line();
-  append_string(out_, name);
-  out_ += ": ";
+  append_string(name);
+  append(':');
+  append(' ');
   after_key_ = true;
 }
 
@@ -78,33 +96,33 @@ void JsonWriter::number(double value) {
   if (std::isfinite(value))
     append_finite(value);
   else
-    out_ += "null";
+    append("null");
 }
 
 void JsonWriter::append_finite(double value) {
   const double magnitude = std::abs(value);
   constexpr std::uint64_t odd = 0x9E3779B97F4A7C15U;  // spreads the bits: Knuth, volume 3, 6.4
   Written &last = written_[(std::bit_cast<std::uint64_t>(magnitude) * odd) >> 59U];
-  if (std::signbit(value)) out_ += '-';
   if (last.magnitude != magnitude) {
-    const std::size_t start = out_.size();
-    append_double(out_, magnitude);
     last.magnitude = magnitude;
-    last.length =
-        static_cast<std::uint8_t>(out_.copy(last.characters.data(), last.characters.size(), start));
-    return;
+    char *const begin = last.characters.data();
+    last.length = static_cast<std::uint8_t>(write_double(begin, magnitude) - begin);
   }
-  out_.append(last.characters.data(), last.length);
+  if (std::signbit(value)) append('-');
+  // All of them, since a number of characters that is known is copied at once.
+  std::copy(last.characters.begin(), last.characters.end(), room(last.characters.size()));
+  end_ += last.length;
 }
 
 void JsonWriter::integer(std::int64_t value) {
   separate();
-  out_ += fmt::format_int(value).c_str();
+  const fmt::format_int digits(value);
+  append({digits.data(), digits.size()});
 }
 
 void JsonWriter::text(std::string_view value) {
   separate();
-  append_string(out_, value);
+  append_string(value);
 }
 
 void JsonWriter::texts(const std::vector<std::string> &values) {
@@ -131,7 +149,7 @@ void JsonWriter::value(const Json &tree) {
     text(tree.get_ref<const std::string &>());
   } else {
     separate();
-    out_ += tree.dump();
+    append(tree.dump());
   }
 }
 
@@ -139,6 +157,7 @@ std::string JsonWriter::take() {
   levels_.clear();
   objects_ = 0;
   after_key_ = false;
+  out_.resize(std::exchange(end_, 0));
   return std::exchange(out_, {});
 }
 
@@ -149,9 +168,9 @@ std::string json_page(const Json &document) {
 }
 
 std::string json_string(std::string_view value) {
-  std::string out;
-  append_string(out, value);
-  return out;
+  JsonWriter writer(JsonLayout::line);
+  writer.text(value);
+  return writer.take();
 }
 
 }  // namespace text

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/numbers.h"
+
 namespace text {
 
 /** A document as a tree, its keys in the order in which they were given. */
@@ -57,13 +59,27 @@ class JsonWriter {
   void separate();
   void new_line();
   void append_finite(double value);
+  void append(std::string_view characters);
+  void append_string(std::string_view value);
+  void grow(std::size_t count);
+
+  // Where `count` characters can be written. Most texts are so short that to append them to a
+  // string would take longer than to make them.
+  char *room(std::size_t count) {
+    if (out_.size() - end_ < count) grow(count);
+    return &out_[end_];
+  }
+  void append(char character) {
+    *room(1) = character;
+    ++end_;
+  }
 
   // A number as it was written last, at a place that its bits choose: of conjugates, and of most
   // coefficients, one in two comes again.
   struct Written {
     double magnitude = -1.0;
     std::uint8_t length = 0;
-    std::array<char, 31> characters;
+    std::array<char, most_number_characters> characters{};
   };
 
   JsonLayout layout_;
@@ -71,7 +87,8 @@ class JsonWriter {
   std::vector<Level> levels_;
   std::size_t objects_ = 0;  // of the levels: lists do not indent
   std::array<Written, 32> written_;
-  std::string out_;
+  std::string out_;      // with room behind what has been written
+  std::size_t end_ = 0;  // of what has been written
 };
 
 /** @return a document as a page, with a newline at its end. */
