@@ -4,6 +4,22 @@
 #include <cmath>
 
 namespace filtermath {
+namespace {
+
+// The standard library's asks for memory, which takes longer than to sort a few.
+template <typename Iterator, typename Before>
+void sort_stably(Iterator begin, Iterator end, Before before) {
+  constexpr std::ptrdiff_t few = 16;
+  if (end - begin > few) return std::stable_sort(begin, end, before);
+  for (auto next = begin; next != end; ++next) {
+    const auto value = *next;
+    auto place = next;
+    for (; place != begin && before(value, *(place - 1)); --place) *place = *(place - 1);
+    *place = value;
+  }
+}
+
+}  // namespace
 
 // NaNs have no order, and a sort with an inconsistent ordering may run out of its
 // range; so they are put aside first. A stable sort makes the result the same with
@@ -16,7 +32,7 @@ void sort_roots(t_complex64list &roots) {
     return !std::isnan(root.real()) && !std::isnan(root.imag());
   };
   const auto end = std::stable_partition(roots.begin(), roots.end(), ordered);
-  std::stable_sort(roots.begin(), end, complex64_cmp);
+  sort_stably(roots.begin(), end, complex64_cmp);
 }
 
 // A run of equal real parts is sorted by descending imaginary part, so that
@@ -57,7 +73,7 @@ t_complex64list in_expanding_order(t_complex64list roots) {
 void sort_pairs(std::vector<t_complex64pair> &pairs) {
   const auto ordered = [](const t_complex64pair &pair) { return !std::isnan(pair.key); };
   const auto end = std::stable_partition(pairs.begin(), pairs.end(), ordered);
-  std::stable_sort(pairs.begin(), end, complex64pair_cmp);
+  sort_stably(pairs.begin(), end, complex64pair_cmp);
 }
 
 }  // namespace filtermath

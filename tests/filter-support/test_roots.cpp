@@ -44,6 +44,25 @@ TEST(SortedRoots, EndWithThoseThatHaveNoOrder) {
   EXPECT_EQ(roots[5].real(), 0.0);
 }
 
+TEST(SortedPairs, KeepTheOrderOfEqualKeysHoweverManyThereAre) {
+  for (int count = 0; count < 50; ++count) {
+    std::vector<t_complex64pair> pairs;
+    for (int i = 0; i < count; ++i)
+      pairs.push_back(
+          {Complex(i, 0), Complex(), i % 7 == 6 ? NAN : static_cast<double>(i * 5 % 4)});
+    filtermath::sort_pairs(pairs);
+    for (int i = 1; i < count; ++i) {
+      const t_complex64pair &before = pairs[static_cast<std::size_t>(i) - 1];
+      const t_complex64pair &pair = pairs[static_cast<std::size_t>(i)];
+      if (before.key == pair.key || std::isnan(before.key)) {
+        EXPECT_LT(before.first.real(), pair.first.real()) << count;
+      }
+      EXPECT_FALSE(pair.key < before.key) << count;
+      EXPECT_TRUE(std::isnan(pair.key) || !std::isnan(before.key)) << count;
+    }
+  }
+}
+
 TEST(JoinedConjugates, EndWithNaNs) {
   t_complex64list roots{{1, 1}, {1, -1}, {NAN, NAN}, {NAN, NAN}};
   filtermath::join_conjugates(roots);
