@@ -5,8 +5,10 @@
 
 #include "owners.h"
 #include "series.h"
+#include "shaped.h"
 
 using filtermath::Matrix;
+using filtermath::Shaped;
 
 namespace {
 
@@ -19,26 +21,29 @@ void identity_plus(_matrix64 *sum, double factor, const _matrix64 *a) {
 
 // With M = I - (T/2) A and P = I + (T/2) A the digital model is M^-1 P,
 // (T / sqrt T) M^-1 B, sqrt(T) C M^-1, D + (T/2) C M^-1 B.
-//
-// One object serves all sections of a series: its matrices keep their storage.
 class Discretisation {
  public:
   explicit Discretisation(double t) : t_(t) {}
 
-  void operator()(_statespace *ss) {
+  void operator()(_statespace *ss) const {
     const double r = std::sqrt(t_);
-    identity_plus(p_, 0.5 * t_, ss->a);
-    identity_plus(m_, -0.5 * t_, ss->a);
-    matrix64_inverse(m_, m_);
+    const int32_t n = ss->a->cols;
+    Shaped p(n, n);
+    Shaped m(n, n);
+    Shaped h(1, n);
+    Shaped k(n, 1);
+    identity_plus(p, 0.5 * t_, ss->a);
+    identity_plus(m, -0.5 * t_, ss->a);
+    matrix64_inverse(m, m);
 
-    matrix64_scale(h_, ss->b, 0.5 * t_);
-    matrix64_multiply(k_, ss->c, m_, false);
-    ss->d->data[0] = fed_through(ss);
-    matrix64_scale(ss->c, k_, r);
+    matrix64_scale(h, ss->b, 0.5 * t_);
+    matrix64_multiply(k, ss->c, m, false);
+    ss->d->data[0] = fed_through(ss, k, h);
+    matrix64_scale(ss->c, k, r);
 
-    matrix64_multiply(h_, m_, ss->b, true);
-    matrix64_scale(ss->b, h_, t_ / r);
-    matrix64_multiply(ss->a, m_, p_, false);
+    matrix64_multiply(h, m, ss->b, true);
+    matrix64_scale(ss->b, h, t_ / r);
+    matrix64_multiply(ss->a, m, p, false);
   }
 
  private:
@@ -46,10 +51,11 @@ class Discretisation {
   // nothing may be left of its digits; the inverse system has a large feed-through there,
   // in which nothing cancels. With N = A - B C / D, its state matrix, it is
   // (1 - C (I - (T/2) N)^-1 H / D) / D ([Kai] 2.2, and the matrix inversion lemma).
-  double fed_through(const _statespace *ss) {
-    matrix64_multiply(product_, k_, h_, false);
+  double fed_through(const _statespace *ss, const _matrix64 *k, const _matrix64 *h) const {
+    Shaped product(1, 1);
+    matrix64_multiply(product, k, h, false);
     const double d = ss->d->data[0];
-    const double sum = d + product_->data[0];
+    const double sum = d + product->data[0];
     if (!(2.0 * std::abs(sum) < std::abs(d))) return sum;
 
     Matrix m;
@@ -61,17 +67,12 @@ class Discretisation {
     identity_plus(m, -0.5 * t_, m);
     matrix64_inverse(m, m);
     matrix64_multiply(row, ss->c, m, false);
-    matrix64_multiply(product_, row, h_, false);
-    const double restored = d / (1.0 - product_->data[0] / d);
+    matrix64_multiply(product, row, h, false);
+    const double restored = d / (1.0 - product->data[0] / d);
     return std::isfinite(restored) ? restored : sum;
   }
 
   double t_;
-  Matrix p_;
-  Matrix m_;
-  Matrix h_;
-  Matrix k_;
-  Matrix product_;
 };
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <new>
 
 #include "brontal/memory.h"
-#include "filtermath/statespace.h"
+#include "filtermath/matrix64.h"
 
 namespace filtermath {
 
@@ -27,19 +27,6 @@ class Matrix {
 
  private:
   _matrix64 matrix_{};
-};
-
-/** A model of empty matrices, likewise. */
-class Statespace {
- public:
-  operator _statespace *() { return &model_; }
-
- private:
-  Matrix a_;
-  Matrix b_;
-  Matrix c_;
-  Matrix d_;
-  _statespace model_{a_, b_, c_, d_};
 };
 
 /** A block of doubles from the host, its contents undefined. */

@@ -7,7 +7,7 @@
 
 #include "components.h"
 #include "filtermath/statespace.h"
-#include "owners.h"
+#include "shaped.h"
 
 namespace filtermath {
 
@@ -65,14 +65,14 @@ void store(const _statespace *ss, const Section &section);
  * Transforms a model in place: each section by itself if it is a series, which keeps
  * digits that the whole loses.
  * @param transform  of a `_statespace *`; the same to a series as to its sections, and
- *                   leaves the number of states as it is
+ *                   leaves the shape of each matrix as it is
  */
 template <typename Transform>
 void transform_sections(_statespace *ss, Transform &&transform) {
   const Series series = sections_of(ss);
   if (series.sections().empty()) return transform(ss);
-  Statespace part;
   for (const Section &section : series.sections()) {
+    ShapedModel part(section.n);
     load(section, part);
     transform(part);
     store(part, section);

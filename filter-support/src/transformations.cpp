@@ -5,8 +5,10 @@
 #include "filtermath/known_symbol.h"
 #include "owners.h"
 #include "series.h"
+#include "shaped.h"
 
 using filtermath::Matrix;
+using filtermath::Shaped;
 
 namespace {
 
@@ -40,15 +42,18 @@ void tie_states(_matrix64 *a, const _matrix64 *block, double wo) {
 
 // A = wo A^-1, B = -wo A^-1 B, C = C A^-1, D = D - C A^-1 B
 void invert_frequencies(_statespace *ss, double wo) {
-  Matrix inverse;
-  Matrix product;
+  const int32_t n = ss->a->cols;
+  Shaped inverse(n, n);
+  Shaped row(n, 1);
+  Shaped column(1, n);
+  Shaped product(1, 1);
   matrix64_inverse(inverse, ss->a);
-  matrix64_multiply_correctly(product, inverse, ss->c);
-  matrix64_copy(ss->c, product);
+  matrix64_multiply_correctly(row, inverse, ss->c);
+  matrix64_copy(ss->c, row);
   matrix64_multiply_correctly(product, ss->b, ss->c);
   ss->d->data[0] -= product->data[0];
-  matrix64_multiply_correctly(product, ss->b, inverse);
-  matrix64_scale(ss->b, product, -wo);
+  matrix64_multiply_correctly(column, ss->b, inverse);
+  matrix64_scale(ss->b, column, -wo);
   matrix64_scale(ss->a, inverse, wo);
 }
 

@@ -272,7 +272,7 @@ TEST(Memory, AFailedDesignAnnouncesNothingAndKeepsTheFilterThatIsThere) {
       if (Test::HasFailure()) return;
     }
   }
-  EXPECT_GT(kept, 20U) << "the mathematics asks for memory, and nothing is lost when there is none";
+  EXPECT_GT(kept, 10U) << "the mathematics asks for memory, and nothing is lost when there is none";
   EXPECT_GT(emptied, 20U) << "publishing can fail half way";
 }
 
@@ -319,6 +319,6 @@ TEST(Memory, TheBoxOutlivesExhaustedMemoryAtAnyAllocation) {
       EXPECT_EQ(host.run_deferred(), 1U);
       EXPECT_THAT(host.close(), IsEmpty());
     } while (failed && !Test::HasFailure());
-    EXPECT_GT(successes, 20) << "the module allocates, and the test has seen it";
+    EXPECT_GT(successes, 5) << "the module allocates, and the test has seen it";
   }
 }
