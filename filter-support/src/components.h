@@ -3,14 +3,15 @@
 #define FILTERMATH_SRC_COMPONENTS_H
 
 #include <cstdint>
+#include <memory_resource>
 #include <vector>
 
 namespace filtermath {
 
 /** Sets of states: set k is states[begins[k]] to states[begins[k + 1] - 1], ascending. */
 struct Components {
-  std::vector<int32_t> states;
-  std::vector<int32_t> begins;
+  std::pmr::vector<int32_t> states;
+  std::pmr::vector<int32_t> begins;
 };
 
 /**
@@ -18,8 +19,10 @@ struct Components {
  * where element (row i, column j) is not 0, in an order in which each leads to
  * itself and to earlier ones only.
  * @param matrix  n x n, row after row
+ * @param memory  of the sets, and of what it takes to find them
  */
-Components components(const double *matrix, int32_t n);
+Components components(const double *matrix, int32_t n,
+                      std::pmr::memory_resource *memory = std::pmr::get_default_resource());
 
 }  // namespace filtermath
 

@@ -17,6 +17,7 @@
 
 #include "components.h"
 #include "roots.h"
+#include "scratch.h"
 
 namespace filtermath {
 namespace {
@@ -59,7 +60,8 @@ bool append_eigenvalues(const Matrix &matrix, t_complex64list &values) {
 
 bool append_block_eigenvalues(const Eigen::Map<const RowMajor> &matrix, t_complex64list &values) {
   if (!matrix.allFinite()) return false;
-  const Components parts = components(matrix.data(), static_cast<int32_t>(matrix.rows()));
+  Scratch scratch;
+  const Components parts = components(matrix.data(), static_cast<int32_t>(matrix.rows()), scratch);
   for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {
     const States states(parts.states.data() + parts.begins[k],
                         parts.begins[k + 1] - parts.begins[k]);
@@ -110,7 +112,8 @@ bool is_full(const Eigen::Map<const RowMajor> &matrix) { return (matrix.array() 
 void inverse(_matrix64 *dst, const _matrix64 *src) {
   const int32_t n = src->cols;
   if (is_full(mapped(src))) return store_whole_inverse(dst, mapped(src));
-  const Components parts = components(src->data, n);
+  Scratch scratch;
+  const Components parts = components(src->data, n, scratch);
   if (parts.begins.size() == 2) return store_whole_inverse(dst, mapped(src));
   const RowMajor blocks = reordered(mapped(src), parts);
   RowMajor result = RowMajor::Zero(n, n);

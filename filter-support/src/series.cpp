@@ -30,7 +30,8 @@ std::size_t at(int32_t index) { return static_cast<std::size_t>(index); }
 // part k component k, and the last one the output.
 class SystemMatrix {
  public:
-  SystemMatrix(const _statespace *ss, const Components &parts) : n_(ss->a->rows), parts_(parts) {
+  SystemMatrix(const _statespace *ss, const Components &parts, std::pmr::memory_resource *memory)
+      : n_(ss->a->rows), parts_(parts), elements_(memory) {
     elements_.reserve(at(n_ + 1) * at(n_ + 1));
     for (const int32_t row : parts_.states) {
       elements_.push_back(ss->b->data[row]);
@@ -53,18 +54,18 @@ class SystemMatrix {
  private:
   int32_t n_;
   const Components &parts_;
-  std::vector<double> elements_;
+  std::pmr::vector<double> elements_;
 };
 
 // What each part contributes to the products: the b of each row, the c of each column and
 // the d of each part. Of the input only c is used, of the output only b.
 struct Factors {
-  explicit Factors(std::size_t states, std::size_t parts)
-      : b(states + 1), c(states + 1), d(parts, 1.0) {}
+  Factors(std::size_t states, std::size_t parts, std::pmr::memory_resource *memory)
+      : b(states + 1, memory), c(states + 1, memory), d(parts, 1.0, memory) {}
 
-  std::vector<double> b;
-  std::vector<double> c;
-  std::vector<double> d;
+  std::pmr::vector<double> b;
+  std::pmr::vector<double> c;
+  std::pmr::vector<double> d;
 };
 
 struct Position {
@@ -83,9 +84,9 @@ Position strongest_link(const SystemMatrix &s, int32_t k) {
 }
 
 // The factors as neighbours show them. A series has them everywhere else, too.
-Factors factors_of(const SystemMatrix &s) {
+Factors factors_of(const SystemMatrix &s, std::pmr::memory_resource *memory) {
   const int32_t output = s.sections() + 1;
-  Factors factors(at(s.rows_begin(output)), at(output + 1));
+  Factors factors(at(s.rows_begin(output)), at(output + 1), memory);
   factors.c[0] = 1.0;
   for (int32_t row = 0; row < s.rows_begin(2); ++row) factors.b[at(row)] = s(row, 0);
   Position before{0, 0};
@@ -164,7 +165,8 @@ void reshape(_statespace *ss, int32_t n) {
 
 }  // namespace
 
-Series::Series(Components parts) : parts_(std::move(parts)) {
+Series::Series(Components parts, std::pmr::memory_resource *memory)
+    : parts_(std::move(parts)), numbers_(memory), sections_(memory) {
   const std::size_t count = parts_.begins.size() - 1;
   std::size_t size = count;
   for (std::size_t k = 0; k < count; ++k) {
@@ -183,11 +185,12 @@ Series::Series(Components parts) : parts_(std::move(parts)) {
   }
 }
 
-Series sections_of(const _statespace *ss) {
-  Series series(components(ss->a->data, ss->a->rows));
+Series sections_of(const _statespace *ss, std::pmr::memory_resource *memory) {
+  Series series(components(ss->a->data, ss->a->rows, memory), memory);
   if (series.sections().size() < 2) return {};
-  const SystemMatrix s(ss, series.components());
-  const Factors factors = factors_of(s);
+  Scratch scratch;
+  const SystemMatrix s(ss, series.components(), scratch);
+  const Factors factors = factors_of(s, scratch);
   if (!is_series(s, factors)) return {};
   int32_t k = 0;
   for (const Section &section : series.sections()) fill(section, s, ++k, factors);
@@ -210,7 +213,7 @@ void store(const _statespace *ss, const Section &section) {
 }
 
 void connect(const Series &series, _statespace *ss) {
-  const std::vector<Section> &sections = series.sections();
+  const std::pmr::vector<Section> &sections = series.sections();
   int32_t n = 0;
   for (const Section &section : sections) n += section.n;
   reshape(ss, n);

@@ -3,10 +3,12 @@
 #define FILTERMATH_SRC_SERIES_H
 
 #include <cstdint>
+#include <memory_resource>
 #include <vector>
 
 #include "components.h"
 #include "filtermath/statespace.h"
+#include "scratch.h"
 #include "shaped.h"
 
 namespace filtermath {
@@ -29,17 +31,17 @@ class Series {
  public:
   Series() = default;
   /** Sections without numbers, for the states of each set. */
-  explicit Series(Components parts);
+  Series(Components parts, std::pmr::memory_resource *memory);
   Series(Series &&) = default;
-  Series &operator=(Series &&) = default;
+  Series &operator=(Series &&) = delete;
 
   const Components &components() const { return parts_; }
-  const std::vector<Section> &sections() const { return sections_; }
+  const std::pmr::vector<Section> &sections() const { return sections_; }
 
  private:
   Components parts_;
-  std::vector<double> numbers_;
-  std::vector<Section> sections_;
+  std::pmr::vector<double> numbers_;
+  std::pmr::vector<Section> sections_;
 };
 
 /**
@@ -47,10 +49,12 @@ class Series {
  * Every number of the model is held against the product that a series has there, to
  * within a few roundings for each of its factors. Time grows with the square of the
  * number of states.
- * @param ss  a one-input, one-output model
+ * @param ss      a one-input, one-output model
+ * @param memory  of the series, for as long as it lives
  * @return no sections if A is a single component or the model not such a series
  */
-Series sections_of(const _statespace *ss);
+Series sections_of(const _statespace *ss,
+                   std::pmr::memory_resource *memory = std::pmr::get_default_resource());
 
 /** Makes `ss` the model of a series, reshaping it: the inverse of `sections_of`. */
 void connect(const Series &series, _statespace *ss);
@@ -69,7 +73,8 @@ void store(const _statespace *ss, const Section &section);
  */
 template <typename Transform>
 void transform_sections(_statespace *ss, Transform &&transform) {
-  const Series series = sections_of(ss);
+  Scratch scratch;
+  const Series series = sections_of(ss, scratch);
   if (series.sections().empty()) return transform(ss);
   for (const Section &section : series.sections()) {
     ShapedModel part(section.n);

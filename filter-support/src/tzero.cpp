@@ -9,6 +9,7 @@
 #include "filtermath/poly.h"
 #include "irreducible.h"
 #include "owners.h"
+#include "scratch.h"
 #include "series.h"
 
 using filtermath::Matrix;
@@ -141,7 +142,8 @@ t_complex64list zeros_of_pencil(const _statespace *ss) {
 // The zeros of a series are those of its sections: the eigenvalues of A - B C / D, the
 // state matrix of the inverse system ([Kai] 2.2). Nothing if the model is not a series.
 std::optional<t_complex64list> zeros_of_sections(const _statespace *ss) {
-  const filtermath::Series series = filtermath::sections_of(ss);
+  filtermath::Scratch scratch;
+  const filtermath::Series series = filtermath::sections_of(ss, scratch);
   if (series.sections().empty()) return std::nullopt;
   Matrix quotient;
   matrix64_resize(quotient, ss->a->cols, ss->a->rows);
