@@ -96,9 +96,10 @@ void store(const Instance &x, const t_attr &attr, const std::vector<t_atom> &ato
 void set_attribute(State &s, Instance &x, t_attr &attr, const Values &values) {
   if (values.empty()) throw Error(fmt::format("'{}' needs a value", attr.name->name));
   const auto room = static_cast<std::size_t>(attr.maximum);
+  const std::size_t count = std::min(values.size(), room);
   std::vector<t_atom> atoms;
-  for (std::size_t i = 0; i < std::min(values.size(), room); ++i)
-    atoms.push_back(to_atom(converted(values[i], attr)));
+  atoms.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) atoms.push_back(to_atom(converted(values[i], attr)));
   const auto alive = x.shared_from_this();  // a listener may free the box
   if (attr.setter != nullptr) {
     t_result result = RESULT_FAILED;
@@ -118,6 +119,7 @@ Values get_attribute(const Instance &x, const t_attr &attr) {
       attr.count_offset ? std::clamp<t_long>(take<t_long>(x, *attr.count_offset), 0, attr.maximum)
                         : attr.maximum;
   Values values;
+  values.reserve(static_cast<std::size_t>(count));
   for (t_long i = 0; i < count; ++i) {
     const t_long offset = attr.offset + 8 * i;
     if (attr.type == words().integer)

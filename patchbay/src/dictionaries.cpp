@@ -60,6 +60,7 @@ Dictionary contents(const t_dictionary &d) {
     }
   };
   Dictionary dictionary;
+  dictionary.reserve(d.entries.size());
   for (const auto &[key, stored] : d.entries)
     dictionary.emplace_back(as_text(key), std::visit(ToEntry{}, stored));
   return dictionary;

@@ -103,13 +103,16 @@ Value from_atom(const t_atom &atom) {
 
 std::vector<t_atom> to_atoms(const Values &values) {
   std::vector<t_atom> atoms;
+  atoms.reserve(values.size());
   for (const Value &value : values) atoms.push_back(to_atom(value));
   return atoms;
 }
 
 Values from_atoms(t_long argc, const t_atom *argv) {
   Values values;
-  for (t_long i = 0; argv != nullptr && i < argc; ++i) values.push_back(from_atom(argv[i]));
+  if (argv == nullptr || argc <= 0) return values;
+  values.reserve(static_cast<std::size_t>(argc));
+  for (t_long i = 0; i < argc; ++i) values.push_back(from_atom(argv[i]));
   return values;
 }
 
