@@ -26,14 +26,14 @@ namespace patchbay {
 bool destroy(State &s, void *object, Op by) {
   const Ledger::Entry *entry = find_entry(s, by, object);
   if (entry == nullptr) return false;
-  std::string problem = Ledger::describe(*entry) + ", which is not the module's to free";
+  const char *problem = "which is not the module's to free";
   if (entry->kind == Kind::instance) {
     auto *instance = static_cast<Instance *>(entry->record.get());
     if (!instance->dying) {
       destroy_instance(s, *instance, by);
       return true;
     }
-    problem = Ledger::describe(*entry) + ", which is being freed";
+    problem = "which is being freed";
   } else if (entry->kind == Kind::dictionary) {
     destroy_dictionary(s, static_cast<t_dictionary *>(object), by);
     return true;
@@ -41,7 +41,7 @@ bool destroy(State &s, void *object, Op by) {
     s.ledger.release(object, by);
     return true;
   }
-  report_given(s, by, problem);
+  report_given(s, by, Ledger::describe(*entry) + ", " + problem);
   return false;
 }
 

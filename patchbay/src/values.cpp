@@ -50,6 +50,7 @@ Value parse_word(const std::string &word) {
 }
 
 std::string to_text(const Value &value) {
+  if (const auto *text = std::get_if<std::string>(&value)) return *text;
   return std::visit([](const auto &held) { return fmt::format("{}", held); }, value);
 }
 
