@@ -46,14 +46,16 @@ class BatchOutput {
     text_ += '\n';
     ++lines_;
     if (result.outcome == Outcome::failed) ++errors_;
+    if (text_.size() >= enough) flush();
+  }
+
+  void flush() {
+    if (is_read_) is_read_ = file_ != nullptr ? file_->write(text_) : print(text_);
+    text_.clear();
   }
 
   // @return false when nobody reads it any more
-  bool flush() {
-    const bool read = file_ != nullptr ? file_->write(text_) : print(text_);
-    text_.clear();
-    return read;
-  }
+  bool is_read() const { return is_read_; }
 
   void finish() {
     if (file_ != nullptr) file_->finish();
@@ -63,8 +65,12 @@ class BatchOutput {
   std::size_t errors() const { return errors_; }
 
  private:
+  // Few pages: each fork makes those that are used again be copied.
+  static constexpr std::size_t enough = std::size_t{1} << 16U;
+
   std::unique_ptr<OutputFile> file_;
   std::string text_;
+  bool is_read_ = true;
   std::size_t lines_ = 0;
   std::size_t errors_ = 0;
 };
@@ -112,7 +118,8 @@ int run_batch(designer::Designer &designer, const designer::Settings &common,
       if (wait_for(workers, wants_input ? &reader : nullptr)) reader.read();
       workers.collect([&](const Result &result) { out.add(result); });
       while (!reader.empty() && workers.room() > 0) workers.start(reader.take(workers.room()));
-      if (!out.flush()) return 0;
+      out.flush();
+      if (!out.is_read()) return 0;
       progress.show(static_cast<double>(out.lines()), reader.fraction());
     }
     out.finish();

@@ -166,10 +166,12 @@ void Workers::end(Batch &batch) {
 
 void Workers::use_arrived(Batch &batch, const std::function<void(const Result &)> &use) const {
   std::size_t at = 0;
+  Result result;
   for (std::size_t end = batch.arrived.find('\n'); end != std::string::npos;
        end = batch.arrived.find('\n', at)) {
-    use({batch.arrived[at] == good_mark ? Outcome::designed : Outcome::failed,
-         batch.arrived.substr(at + 1, end - at - 1)});
+    result.outcome = batch.arrived[at] == good_mark ? Outcome::designed : Outcome::failed;
+    result.text.assign(batch.arrived, at + 1, end - at - 1);
+    use(result);
     ++batch.done;
     at = end + 1;
   }
