@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace pictures {
 namespace {
@@ -54,6 +55,74 @@ class Column {
   Place first_{}, low_{}, high_{}, last_{};
 };
 
+// The points of a curve that a line needs to pass all of them closely.
+class Straightener {
+ public:
+  explicit Straightener(const Canvas &canvas) : canvas_(canvas) {}
+
+  Curve operator()(const Curve &curve) {
+    for (std::size_t i = 0; i < curve.x.size(); ++i) {
+      if (std::isnan(curve.y[i])) {
+        end();
+        out_.add(curve.x[i], curve.y[i]);
+      } else {
+        add({curve.x[i], curve.y[i], canvas_.width * fraction_along(canvas_.x, curve.x[i]),
+             canvas_.height * fraction_along(canvas_.y, curve.y[i])});
+      }
+    }
+    end();
+    return out_;
+  }
+
+ private:
+  struct Place {
+    double x, y;
+    double across, up;  // in pixels
+  };
+
+  void add(const Place &next) {
+    if (!begun_) {
+      begin(next);
+      return;
+    }
+    if (!follows_line(next)) begin(last_);
+    narrow(next);
+    last_ = next;
+  }
+
+  void begin(const Place &place) {
+    out_.add(place.x, place.y);
+    from_ = last_ = place;
+    least_ = -std::numeric_limits<double>::infinity();
+    most_ = -least_;
+    begun_ = true;
+  }
+
+  void end() {
+    if (begun_ && (last_.x != from_.x || last_.y != from_.y)) out_.add(last_.x, last_.y);
+    begun_ = false;
+  }
+
+  // Whether a line from the last point that was kept meets all since then.
+  bool follows_line(const Place &next) const {
+    const double slope = (next.up - from_.up) / (next.across - from_.across);
+    return slope >= least_ && slope <= most_;
+  }
+
+  void narrow(const Place &next) {
+    constexpr double tolerance = 0.05;  // pixels
+    const double across = next.across - from_.across, up = next.up - from_.up;
+    least_ = std::max(least_, (up - tolerance) / across);
+    most_ = std::min(most_, (up + tolerance) / across);
+  }
+
+  const Canvas &canvas_;
+  Curve out_;
+  bool begun_ = false;
+  Place from_{}, last_{};
+  double least_ = 0.0, most_ = 0.0;  // slopes that all points since from_ allow
+};
+
 }  // namespace
 
 Curve thinned(const Curve &curve, const Canvas &canvas) {
@@ -73,7 +142,7 @@ Curve thinned(const Curve &curve, const Canvas &canvas) {
     column.add(curve.x[i], std::clamp(curve.y[i], lowest, levels.high + beyond));
   }
   column.flush();
-  return column.curve();
+  return Straightener(canvas)(column.curve());
 }
 
 }  // namespace pictures

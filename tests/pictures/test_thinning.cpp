@@ -18,7 +18,7 @@ using testing::Le;
 
 namespace {
 
-const Canvas canvas{{0.0, 10.0}, {-1.0, 1.0}, 10.0};
+const Canvas canvas{{0.0, 10.0}, {-1.0, 1.0}, 10.0, 100.0};
 
 }  // namespace
 
@@ -48,10 +48,32 @@ TEST(Thinning, InterruptionsStay) {
   EXPECT_EQ(few.x[1], 1.2);
 }
 
+// Rounded to a twentieth of a pixel, each of its points would be a step up or down.
+TEST(Thinning, ALineThatIsLevelToTheEyeHasTwoPoints) {
+  Curve level;
+  for (int i = 0; i <= 1000; ++i) level.add(i / 100.0, i % 3 == 0 ? 4e-4 : -4e-4);
+  EXPECT_THAT(thinned(level, canvas).x, ElementsAre(0.0, 10.0));
+}
+
+TEST(Thinning, NoPointLeftOutIsFurtherFromTheLineThanATwentiethOfAPixel) {
+  Curve wave;
+  for (int i = 0; i <= 5000; ++i) wave.add(i / 500.0, 0.8 * std::sin(i / 500.0));
+  const Canvas fine{{0.0, 10.0}, {-1.0, 1.0}, 5000.0, 300.0};
+  const Curve few = thinned(wave, fine);
+  EXPECT_LT(few.x.size(), 400U);
+  std::size_t next = 1;
+  for (std::size_t i = 0; i < wave.x.size(); ++i) {
+    while (few.x[next] < wave.x[i]) ++next;
+    const double part = (wave.x[i] - few.x[next - 1]) / (few.x[next] - few.x[next - 1]);
+    const double drawn = few.y[next - 1] + part * (few.y[next] - few.y[next - 1]);
+    EXPECT_NEAR(drawn, wave.y[i], 0.0501 / 150.0) << wave.x[i];
+  }
+}
+
 TEST(Thinning, WhatIsFarOutsideIsFiniteAndStillOutside) {
   const double inf = std::numeric_limits<double>::infinity();
   const Curve few = thinned({{0.0, 1.0, 2.0}, {-inf, inf, 1e300}}, canvas);
   EXPECT_THAT(few.y, ElementsAre(-5.0, 5.0, 5.0));
-  const Canvas logarithmic{{0.0, 10.0}, {1.0, 100.0, pictures::Scale::logarithmic}, 10.0};
+  const Canvas logarithmic{{0.0, 10.0}, {1.0, 100.0, pictures::Scale::logarithmic}, 10.0, 100.0};
   EXPECT_THAT(thinned({{0.0}, {-3.0}}, logarithmic).y, ElementsAre(0.1));
 }

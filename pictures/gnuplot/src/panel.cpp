@@ -82,7 +82,8 @@ void Panel::horizontal(double y, const std::string &style) {
 }
 
 void Panel::curve(const Curve &curve, const std::string &style) {
-  line(pictures::thinned(curve, {x_, y_, box_.right - box_.left}), style);
+  const pictures::Canvas canvas{x_, y_, box_.right - box_.left, box_.bottom - box_.top};
+  line(pictures::thinned(curve, canvas), style);
 }
 
 void Panel::symbols(const Curve &places, const std::string &style) {
