@@ -5,17 +5,13 @@
 #include <fmt/format.h>
 
 #include "pictures/filter_names.h"
+#include "pictures/frequency_text.h"
 #include "pictures/response_panels.h"
-#include "pictures/ticks.h"
 
 namespace pictures {
 namespace {
 
-std::string list_text(const std::vector<double> &frequencies) {
-  std::string text;
-  for (const double hz : frequencies) text += (text.empty() ? "" : " and ") + frequency_text(hz);
-  return text;
-}
+constexpr int digits_asked_for = 7, digits_found = 5;
 
 std::string cutoff_meaning(const DrawnFilter &filter) {
   const std::string end = filter.cutoffs.size() == 2 ? "s" : "";
@@ -29,8 +25,9 @@ std::string cutoff_meaning(const DrawnFilter &filter) {
 
 FigureKey key_of(const DrawnFilter &filter) {
   FigureKey key;
-  key.cutoffs = cutoff_meaning(filter) + ' ' + list_text(filter.cutoffs);
-  if (!filter.half_power.empty()) key.half_power = "\u22123 dB at " + list_text(filter.half_power);
+  key.cutoffs = cutoff_meaning(filter) + ' ' + frequencies_text(filter.cutoffs, digits_asked_for);
+  if (!filter.half_power.empty())
+    key.half_power = "\u22123 dB at " + frequencies_text(filter.half_power, digits_found);
   if (filter.ripple) key.limits = fmt::format("ripple asked for: {} dB", *filter.ripple);
   if (filter.attenuation)
     key.limits = fmt::format("attenuation asked for: {} dB", *filter.attenuation);

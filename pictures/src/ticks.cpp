@@ -104,9 +104,4 @@ std::vector<Tick> ticks(const Axis &axis, TickStyle style, int most) {
   return list;
 }
 
-std::string frequency_text(double hz) {
-  if (hz >= 999.995) return fmt::format("{:.5g} kHz", hz / 1000.0);
-  return fmt::format("{:.5g} Hz", hz);
-}
-
 }  // namespace pictures

@@ -49,8 +49,8 @@ TEST(Figure, FollowsItsOptions) {
 
 TEST(FigureKey, OfOneFilterSaysWhereItsMarksAre) {
   const auto key = figure_key({drawn("butterworth", "bandpass", 2, {1000, 3000})});
-  EXPECT_EQ(key.cutoffs, "cutoffs 1 kHz and 3 kHz");
-  EXPECT_EQ(key.half_power, "\u22123 dB at 1 kHz and 3 kHz");
+  EXPECT_EQ(key.cutoffs, "cutoffs 1000 and 3000 Hz");
+  EXPECT_EQ(key.half_power, "\u22123 dB at 1000 and 3000 Hz");
   EXPECT_EQ(key.limits, "");
   DrawnFilter without = drawn("butterworth", "bandpass", 2, {1000, 3000});
   without.half_power.clear();
@@ -59,10 +59,10 @@ TEST(FigureKey, OfOneFilterSaysWhereItsMarksAre) {
 
 TEST(FigureKey, CallsCutoffsWhatTheyAreInTheFamily) {
   const auto one = figure_key({drawn("chebyshev-1", "lowpass", 3, {3000})});
-  EXPECT_EQ(one.cutoffs, "passband edge 3 kHz");
+  EXPECT_EQ(one.cutoffs, "passband edge 3000 Hz");
   EXPECT_EQ(one.limits, "ripple asked for: 0.5 dB");
   const auto two = figure_key({drawn("chebyshev-2", "bandstop", 3, {3000, 5000})});
-  EXPECT_EQ(two.cutoffs, "stopband edges 3 kHz and 5 kHz");
+  EXPECT_EQ(two.cutoffs, "stopband edges 3000 and 5000 Hz");
   EXPECT_EQ(two.limits, "attenuation asked for: 96 dB");
 }
 

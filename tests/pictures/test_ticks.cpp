@@ -8,7 +8,6 @@
 #include "pictures/ticks.h"
 
 using pictures::Axis;
-using pictures::frequency_text;
 using pictures::Scale;
 using pictures::ticks;
 using pictures::TickStyle;
@@ -34,9 +33,6 @@ TEST(Ticks, FrequenciesAreLabelledAsInPapers) {
   EXPECT_THAT(labels({0.0, 3750.0}, TickStyle::magnitudes, 4), ElementsAre("0", "1k", "2k", "3k"));
   EXPECT_THAT(labels({2999.75, 3001.25}, TickStyle::magnitudes, 4),
               ElementsAre("3000.0", "3000.5", "3001.0"));
-  EXPECT_EQ(frequency_text(812.43), "812.43 Hz");
-  EXPECT_EQ(frequency_text(3000), "3 kHz");
-  EXPECT_EQ(frequency_text(999.9999999), "1 kHz");
 }
 
 TEST(Ticks, WhereThereIsLittleRoomOnlyPowersOfTenAreLabelled) {

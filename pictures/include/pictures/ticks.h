@@ -31,9 +31,6 @@ enum class TickStyle {
  */
 std::vector<Tick> ticks(const Axis &axis, TickStyle style, int most);
 
-/** @return a frequency with its unit and up to five digits: "812.4 Hz", "3 kHz". */
-std::string frequency_text(double hz);
-
 }  // namespace pictures
 
 #endif

@@ -96,7 +96,7 @@ TEST_F(PlotCommand, AnSvgIsWholeAndSaysWhatItIs) {
   EXPECT_THAT(svg, HasSubstr("<desc>veltane plot --topology butterworth --order 4 --frequency 1000 "
                              "-o a.svg</desc>"));
   for (const char *part : {"Passband enlarged", "Phase", "Group delay", "Zeros and poles",
-                           "cutoff 1 kHz", "\u22123 dB at 1 kHz", "frequency in Hz", ">20k<"})
+                           "cutoff 1000 Hz", "\u22123 dB at 1000 Hz", "frequency in Hz", ">20k<"})
     EXPECT_THAT(svg, HasSubstr(part));
   EXPECT_THAT(files(), ElementsAre("a.svg"));
 }
