@@ -1,6 +1,7 @@
 #include "pictures/root_panels.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 #include "pictures/root_marks.h"
@@ -79,14 +80,40 @@ RootPanel root_panel(std::string title, const Square &square,
   return panel;
 }
 
+// In the units of the z plane, which are those of the whole circle.
+Curve frame_of(const Square &enlarged, const Square &whole) {
+  constexpr double least_part = 0.045;
+  const double half = std::max(enlarged.half, least_part * whole.half);
+  Curve frame;
+  for (const Complex &corner : {Complex(-1, -1), Complex(1, -1), Complex(1, 1), Complex(-1, 1)}) {
+    const Complex at = enlarged.centre + half * corner;
+    frame.add(at.real(), at.imag());
+  }
+  frame.add(frame.x.front(), frame.y.front());
+  return frame;
+}
+
+bool holds_upper_poles(const Square &square, const std::vector<DrawnFilter> &filters) {
+  for (const DrawnFilter &filter : filters)
+    for (const Complex &pole : filter.roots.poles)
+      if (!square.contains({pole.real(), std::fabs(pole.imag())})) return false;
+  return true;
+}
+
 }  // namespace
 
 RootPanel zeros_and_poles_panel(const std::vector<DrawnFilter> &filters) {
-  return root_panel("Zeros and poles", around_circle(filters), filters);
+  const Square whole = around_circle(filters);
+  RootPanel panel = root_panel("Zeros and poles", whole, filters);
+  panel.frame = frame_of(around_poles(filters), whole);
+  return panel;
 }
 
 RootPanel poles_panel(const std::vector<DrawnFilter> &filters) {
-  return root_panel("Poles enlarged, upper half plane", around_poles(filters), filters);
+  const Square square = around_poles(filters);
+  return root_panel(holds_upper_poles(square, filters) ? "Poles enlarged, upper half plane"
+                                                       : "Poles enlarged where they crowd",
+                    square, filters);
 }
 
 }  // namespace pictures

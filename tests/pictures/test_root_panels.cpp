@@ -41,3 +41,24 @@ TEST(RootPanels, MultiplicitiesOfAllFiltersShareALabelOutsideTheCircle) {
     EXPECT_EQ(label.counts, zeros_there);
   }
 }
+
+TEST(RootPanels, AFrameShowsWhatIsEnlarged) {
+  const pictures::DrawnFilter filter = drawn("butterworth", "lowpass", 6, {3000});
+  const RootPanel whole = zeros_and_poles_panel({filter}), enlarged = poles_panel({filter});
+  EXPECT_THAT(enlarged.frame.x, IsEmpty());
+  ASSERT_THAT(whole.frame.x, SizeIs(5));
+  EXPECT_NEAR(whole.frame.x[0], enlarged.real.axis.low, 1e-12);
+  EXPECT_NEAR(whole.frame.x[1], enlarged.real.axis.high, 1e-12);
+  EXPECT_NEAR(whole.frame.y[0], enlarged.imaginary.axis.low, 1e-12);
+  EXPECT_NEAR(whole.frame.y[2], enlarged.imaginary.axis.high, 1e-12);
+  // Of a narrow band it would be a dot.
+  const RootPanel narrow = zeros_and_poles_panel({drawn("butterworth", "bandpass", 4, {59, 61})});
+  EXPECT_GT(narrow.frame.x[1] - narrow.frame.x[0], 0.1);
+}
+
+TEST(RootPanels, TheTitleSaysWhichPolesAreEnlarged) {
+  EXPECT_EQ(poles_panel({drawn("butterworth", "lowpass", 6, {3000})}).title,
+            "Poles enlarged, upper half plane");
+  EXPECT_EQ(poles_panel({drawn("butterworth", "bandpass", 8, {20, 20000})}).title,
+            "Poles enlarged where they crowd");
+}

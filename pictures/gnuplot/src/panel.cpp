@@ -70,6 +70,7 @@ void Panel::label_right(const LabelledAxis &axis, int most) {
 }
 
 void Panel::line(const Curve &ends, const std::string &style) {
+  if (ends.x.empty()) return;
   drawn_.push_back(fmt::format("{} with lines {}", script_.block(ends), style));
 }
 

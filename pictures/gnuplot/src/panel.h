@@ -32,7 +32,10 @@ class Panel {
   void vertical(double x, const std::string &style);
   void horizontal(double y, const std::string &style);
 
-  /** Draws a curve with the fewest points that look the same. */
+  /** Draws a curve as it is, whose x need not ascend. */
+  void outline(const pictures::Curve &curve, const std::string &style) { line(curve, style); }
+
+  /** Draws a curve with the fewest points that look the same; its x ascends. */
   void curve(const pictures::Curve &curve, const std::string &style);
 
   /** Draws a symbol at each point, and nothing if there are none. */

@@ -2,20 +2,21 @@
 
 #include <fmt/format.h>
 
+#include "pictures/label_places.h"
 #include "styles.h"
 
 namespace gnuplot {
 namespace {
 
-// Outwards of the place; one under the other.
-void draw_multiplicities(Panel &panel, const pictures::MultiplicityLabel &label) {
-  constexpr double distance = 15, line = 12;
-  const double half = (static_cast<double>(label.counts.size()) - 1) / 2;
-  double up = label.outward.imag() * distance + line * half;
+constexpr double mark_width = 9, digit_width = 8, line_height = 13;
+
+// One count under the other, around the middle of the text.
+void draw_multiplicities(Panel &panel, const pictures::MultiplicityLabel &label,
+                         const pictures::LabelOffset &offset) {
+  double up = offset.up + line_height * (static_cast<double>(label.counts.size()) - 1) / 2;
   for (const std::size_t count : label.counts) {
-    panel.text_beside({label.x, label.y}, {label.outward.real() * (distance + 3), up},
-                      fmt::format("{}", count));
-    up -= line;
+    panel.text_beside({label.x, label.y}, {offset.right, up}, fmt::format("{}", count));
+    up -= line_height;
   }
 }
 
@@ -27,14 +28,17 @@ void draw_roots(Script &script, const Box &box, const pictures::RootPanel &shown
   Panel panel(script, box, shown.title, shown.real.axis, shown.imaginary.axis);
   panel.label_x(shown.real, most_ticks, Numbering::shown);
   panel.label_y(shown.imaginary, most_ticks, label_distance);
-  panel.curve(shown.unit_circle, unit_circle_style);
+  panel.outline(shown.unit_circle, unit_circle_style);
+  panel.outline(shown.frame, frame_style);
   // The first filter's come last, on top of the others'.
   for (std::size_t i = shown.filters.size(); i-- > 0;) {
     panel.symbols(shown.filters[i].zeros, zero_style(i));
     panel.symbols(shown.filters[i].poles, pole_style(i));
   }
-  for (const pictures::MultiplicityLabel &label : shown.multiplicities)
-    draw_multiplicities(panel, label);
+  const auto offsets =
+      label_offsets(shown, {box.right - box.left, mark_width, digit_width, line_height});
+  for (std::size_t i = 0; i < offsets.size(); ++i)
+    draw_multiplicities(panel, shown.multiplicities[i], offsets[i]);
   panel.finish();
 }
 

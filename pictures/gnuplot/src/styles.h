@@ -19,6 +19,8 @@ std::string zero_style(std::size_t i);
 inline constexpr char cutoff_style[] = "lw 1 lc rgb '#606060' dt (2,4)";
 inline constexpr char limit_style[] = "lw 1 lc rgb '#585858' dt (14,4,2,4)";
 
+inline constexpr char frame_style[] = "lw 0.8 lc rgb '#808080' dt (6,4)";
+
 inline constexpr char unit_circle_style[] = "lw 0.8 lc rgb '#707070' dt solid";
 
 }  // namespace gnuplot

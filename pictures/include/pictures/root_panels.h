@@ -21,7 +21,7 @@ struct ShownRoots {
 /** The multiplicities of roots that lie at one place to the eye. */
 struct MultiplicityLabel {
   double x, y;                  /**< the place */
-  analysis::Complex outward;    /**< the direction, of length 1, away from the poles */
+  analysis::Complex outward;    /**< the direction, of length 1, away from the circle's centre */
   std::set<std::size_t> counts; /**< of zeros and poles of all filters there, 2 or more each */
 };
 
@@ -30,14 +30,17 @@ struct RootPanel {
   std::string title;
   LabelledAxis real, imaginary;
   Curve unit_circle;
+  Curve frame;                     /**< around what the other panel enlarges; empty in that one */
   std::vector<ShownRoots> filters; /**< as many as were given, in their order */
   std::vector<MultiplicityLabel> multiplicities;
 };
 
-/** @return the unit circle with all zeros and poles. */
+/** @return the unit circle with all zeros and poles, and a frame around what `poles_panel` shows. A
+ *  frame that would be too small to be seen is drawn larger. */
 RootPanel zeros_and_poles_panel(const std::vector<DrawnFilter> &filters);
 
-/** @return the poles of the upper half plane, enlarged. */
+/** @return the poles of `around_poles`, enlarged; the title says whether these are all of the upper
+ *  half plane. */
 RootPanel poles_panel(const std::vector<DrawnFilter> &filters);
 
 }  // namespace pictures

@@ -22,8 +22,13 @@ struct Square {
 /** @return the square around the unit circle and all zeros and poles. */
 Square around_circle(const std::vector<DrawnFilter> &filters);
 
-/** @return the square around the poles on and above the real axis, or mirrored to there, and the
- *  point of the unit circle that is next to one. */
+/**
+ * The square that shows poles apart: around all on and above the real axis, or mirrored to there, and
+ * the point of the unit circle that is next to one. Where that is so large that it shows little
+ * more than the whole circle, or that poles of one filter cover one another, it is the part in which
+ * they are nearest to one another, up to the next wide gap.
+ * Time grows with the square of the number of poles.
+ */
 Square around_poles(const std::vector<DrawnFilter> &filters);
 
 /** A square, in units in which its numbers are short: a small one counts powers of ten from a round
