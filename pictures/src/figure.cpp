@@ -17,6 +17,7 @@ std::string usual_title(const std::vector<DrawnFilter> &filters) {
 
 Figure figure_of(const std::vector<DrawnFilter> &filters, const FigureOptions &options) {
   const Axis passband = passband_axis(filters);
+  const TimePanels over_time = time_panels(filters);
   const double floor_db = options.floor_db ? *options.floor_db : usual_floor(filters);
   return {figure_title(options.title ? *options.title : usual_title(filters)),
           figure_key(filters),
@@ -26,7 +27,9 @@ Figure figure_of(const std::vector<DrawnFilter> &filters, const FigureOptions &o
           phase_panel(filters, passband),
           delay_panel(filters, passband),
           zeros_and_poles_panel(filters),
-          poles_panel(filters)};
+          poles_panel(filters),
+          over_time.impulse,
+          over_time.step};
 }
 
 }  // namespace pictures

@@ -7,7 +7,9 @@
 #include <fmt/format.h>
 
 #include "ascending.h"
+#include "filter_numbers.h"
 #include "pictures/ranges.h"
+#include "time_unit.h"
 
 namespace pictures {
 namespace {
@@ -67,20 +69,13 @@ ResponsePanel panel_of_levels(std::string title, const std::vector<DrawnFilter> 
   return panel;
 }
 
-// The numbers of the filters of which something is true.
-std::string numbers_of(const std::vector<DrawnFilter> &filters,
-                       bool (DrawnFilter::*is_so)() const) {
-  std::string text;
-  for (std::size_t i = 0; i < filters.size(); ++i)
-    if ((filters[i].*is_so)()) text += fmt::format("{}{}", text.empty() ? "" : ", ", i + 1);
-  return text;
-}
-
 // What one must know to read the levels rightly.
 std::string level_title(const std::vector<DrawnFilter> &filters) {
   const bool several = filters.size() > 1;
-  const std::string silent = numbers_of(filters, &DrawnFilter::is_silent);
-  const std::string unstable = numbers_of(filters, &DrawnFilter::is_unstable);
+  const std::string silent =
+      numbers_of(filters, [](const DrawnFilter &filter) { return filter.is_silent(); });
+  const std::string unstable =
+      numbers_of(filters, [](const DrawnFilter &filter) { return filter.is_unstable(); });
   std::string title = "Level";
   if (!silent.empty())
     title += several ? "; silent, drawn without the gain, which is 0: " + silent
@@ -89,19 +84,6 @@ std::string level_title(const std::vector<DrawnFilter> &filters) {
     title += several ? "; unstable: " + unstable
                      : "; the filter is unstable, with poles outside the unit circle";
   return title;
-}
-
-/** A unit of time in which delays have few digits. */
-struct TimeUnit {
-  const char *name;
-  double seconds;
-};
-
-TimeUnit unit_for(const Axis &seconds) {
-  const double most = std::max(std::fabs(seconds.low), std::fabs(seconds.high));
-  if (most >= 1.0) return {"s", 1.0};
-  if (most >= 1e-3) return {"ms", 1e-3};
-  return {"\u00b5s", 1e-6};
 }
 
 bool have_one_samplerate(const std::vector<DrawnFilter> &filters) {
@@ -140,7 +122,7 @@ ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &f
   ResponsePanel panel = panel_over(frequencies, "Group delay", filters);
   panel.curves = curves_of(filters, frequencies, delay_curve);
   const Axis seconds = delay_axis(filters, frequencies, panel.curves);
-  const TimeUnit unit = unit_for(seconds);
+  const TimeUnit unit = time_unit(std::max(std::fabs(seconds.low), std::fabs(seconds.high)));
   for (Curve &curve : panel.curves)
     for (double &y : curve.y) y /= unit.seconds;
   panel.value = {seconds.scaled(1 / unit.seconds), TickStyle::magnitudes,

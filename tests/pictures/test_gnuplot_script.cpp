@@ -47,9 +47,9 @@ TEST(GnuplotScript, ThePageGrowsWithTheNamesInTheKey) {
   const auto page = [&](std::size_t count, const gnuplot::PictureType &type) {
     return gnuplot::script(figure_of(std::vector(count, filter)), type);
   };
-  EXPECT_THAT(page(1, {}), HasSubstr("set terminal svg size 1000,1198 "));
-  EXPECT_THAT(page(2, {}), HasSubstr("set terminal svg size 1000,1238 "));
-  EXPECT_THAT(page(6, {}), HasSubstr("set terminal svg size 1000,1318 "));
-  EXPECT_THAT(page(1, {Format::png, 500}), HasSubstr("set terminal pngcairo size 500,599 "));
-  EXPECT_THAT(page(1, {Format::svg, 500}), HasSubstr("set terminal svg size 1000,1198 "));
+  EXPECT_THAT(page(1, {}), HasSubstr("set terminal svg size 1000,1478 "));
+  EXPECT_THAT(page(2, {}), HasSubstr("set terminal svg size 1000,1518 "));
+  EXPECT_THAT(page(6, {}), HasSubstr("set terminal svg size 1000,1598 "));
+  EXPECT_THAT(page(1, {Format::png, 500}), HasSubstr("set terminal pngcairo size 500,739 "));
+  EXPECT_THAT(page(1, {Format::svg, 500}), HasSubstr("set terminal svg size 1000,1478 "));
 }

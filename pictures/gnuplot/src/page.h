@@ -25,10 +25,15 @@ struct Page {
   Place key;   /**< likewise, of its first row */
   Box level, passband, phase, delay;
   Box zeros_and_poles, poles;
+  Box impulse, step;
 };
 
 /** From one row of the key to the next. */
 inline constexpr double key_row = 20;
+
+/** @return whether the passband and the phase below it share one axis, which has its numbers at the
+ *  delay alone. */
+bool has_one_axis_for_details(const pictures::Figure &figure);
 
 Page page_for(const pictures::Figure &figure);
 

@@ -101,6 +101,7 @@ void Panel::text_beside(const Place &values, const Place &offset, const std::str
 }
 
 void Panel::finish() {
+  if (drawn_.empty()) drawn_.emplace_back("NaN notitle");  // axes alone
   script_.line(fmt::format("plot {}", fmt::join(drawn_, ", \\\n  ")));
   script_.line("unset label; unset arrow");
 }

@@ -7,6 +7,7 @@
 #include "response_panels.h"
 #include "root_panels.h"
 #include "styles.h"
+#include "time_panels.h"
 
 namespace gnuplot {
 namespace {
@@ -52,6 +53,8 @@ std::string script(const Figure &figure, const PictureType &type) {
   draw_root_key(out, page.zeros_and_poles, figure.filter_count());
   draw_roots(out, page.zeros_and_poles, figure.zeros_and_poles);
   draw_roots(out, page.poles, figure.poles);
+  draw_over_time(out, page.impulse, figure.impulse);
+  draw_over_time(out, page.step, figure.step);
   return out.text();
 }
 

@@ -40,4 +40,9 @@ std::string pole_style(std::size_t i) { return symbol_style(styles.at(i), styles
 
 std::string zero_style(std::size_t i) { return symbol_style(styles.at(i), styles.at(i).zero, 0.9); }
 
+std::string sample_style(std::size_t i) {
+  constexpr int dot = 7;
+  return symbol_style(styles.at(i), dot, 0.4);
+}
+
 }  // namespace gnuplot

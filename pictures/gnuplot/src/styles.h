@@ -13,6 +13,7 @@ std::string line_style(std::size_t i);
 std::string half_power_style(std::size_t i);
 std::string pole_style(std::size_t i);
 std::string zero_style(std::size_t i);
+std::string sample_style(std::size_t i);
 
 /** The style of a cutoff's line, and of a level that was asked for. Their greys differ because
  *  gnuplot's SVG treats two dash patterns of one colour as the same. */

@@ -11,6 +11,7 @@
 #include "pictures/figure_key.h"
 #include "pictures/response_panels.h"
 #include "pictures/root_panels.h"
+#include "pictures/time_panels.h"
 
 namespace pictures {
 
@@ -30,6 +31,7 @@ struct Figure {
   FigureKey key;
   ResponsePanel level, passband, phase, delay;
   RootPanel zeros_and_poles, poles;
+  TimePanel impulse, step;
 
   std::size_t filter_count() const { return level.curves.size(); }
 };
