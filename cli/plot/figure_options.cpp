@@ -39,6 +39,11 @@ int width_in(const Arguments &arguments) {
   return static_cast<int>(width);
 }
 
+pictures::Scale scale_in(const Arguments &arguments) {
+  return arguments.given(linear_axis_option) ? pictures::Scale::linear
+                                             : pictures::Scale::logarithmic;
+}
+
 std::optional<pictures::Axis> frequencies_in(const Arguments &arguments) {
   const Words words = arguments.values(range_option);
   if (words.empty()) return std::nullopt;
@@ -47,11 +52,14 @@ std::optional<pictures::Axis> frequencies_in(const Arguments &arguments) {
         "--range takes two frequencies in Hz, the lowest and the highest, and one was given");
   const double low = number(range_option, words[0]);
   const double high = number(range_option, words[1]);
-  if (!(low >= lowest_frequency && low * 1.0001 < high && high <= highest_frequency))
-    throw designer::Refusal(fmt::format(
-        "--range takes two frequencies in Hz above 0, the lower one first, not '{}' and '{}'",
-        words[0], words[1]));
-  return pictures::Axis{low, high, pictures::Scale::logarithmic};
+  const pictures::Scale scale = scale_in(arguments);
+  const bool linear = scale == pictures::Scale::linear;
+  if (!(low >= (linear ? 0.0 : lowest_frequency) && low * 1.0001 < high &&
+        high <= highest_frequency && high >= lowest_frequency))
+    throw designer::Refusal(
+        fmt::format("--range takes two frequencies in Hz{}, the lower one first, not '{}' and '{}'",
+                    linear ? "" : " above 0", words[0], words[1]));
+  return pictures::Axis{low, high, scale};
 }
 
 std::optional<double> floor_in(const Arguments &arguments,

@@ -30,9 +30,12 @@ inline constexpr Option range_option{
     .names = "--range",
     .value = "NUMBER NUMBER",
     .help =
-        "The frequency range of the level, in Hz [from a tenth of the cutoff or lower, to half "
-        "the sample rate]",
+        "The frequencies of all panels, in Hz; the passband is enlarged within them [level: from a "
+        "tenth of the cutoff or lower to half the sample rate, or around a narrow band; phase and "
+        "delay: the passband]",
     .most = 2};
+inline constexpr Option linear_axis_option{
+    .names = "--linear", .help = "Linear frequency axes, which may begin with 0 Hz [off]"};
 inline constexpr Option floor_option{
     .names = "--floor",
     .value = "NUMBER",
@@ -48,7 +51,10 @@ inline constexpr Option width_option{.names = "--width",
 /** @return the width in pixels. */
 int width_in(const Arguments &arguments);
 
-/** @return the frequencies of the level's panel; none where they were not given. */
+/** @return how frequencies lie along their axes. */
+pictures::Scale scale_in(const Arguments &arguments);
+
+/** @return the frequencies of the panels; none where they were not given. */
 std::optional<pictures::Axis> frequencies_in(const Arguments &arguments);
 
 /** @return the lowest level in dB, below the peak of these filters; none where it was not given. */

@@ -24,8 +24,8 @@
 namespace cli {
 namespace {
 
-constexpr std::array options{&picture_option, &compare_option, &title_option,
-                             &range_option,   &floor_option,   &width_option};
+constexpr std::array options{&picture_option,     &compare_option, &title_option, &range_option,
+                             &linear_axis_option, &floor_option,   &width_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane plot --topology butterworth --order 4 --frequency 1000 -o lowpass.svg",
@@ -116,6 +116,7 @@ int run(const Request &request) {
   pictures::FigureOptions wanted;
   wanted.title = arguments.value(title_option);
   wanted.frequencies = frequencies_in(arguments);
+  wanted.scale = scale_in(arguments);
   const std::vector<pictures::DrawnFilter> filters = drawn_filters(request);
   wanted.floor_db = floor_in(arguments, filters);
   const pictures::Figure figure = pictures::figure_of(filters, wanted);

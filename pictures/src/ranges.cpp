@@ -26,24 +26,47 @@ Edges edges(const DrawnFilter &filter) {
   return {*low, *high};
 }
 
+bool is_band(const DrawnFilter &filter) {
+  return filter.response == Response::bandpass || filter.response == Response::bandstop;
+}
+
+// Where one filter is seen as a whole.
+Axis surroundings(const DrawnFilter &filter, Scale scale) {
+  constexpr double widths = 8.0, least_ratio = 1.0 + 1e-9;
+  const Edges at = edges(filter);
+  const double top = filter.nyquist();
+  const bool logarithmic = scale == Scale::logarithmic;
+  const double bottom = logarithmic ? std::min(at.low / 10.0, top / 1000.0) : 0.0;
+  const double ratio = at.high / at.low;
+  if (!is_band(filter) || ratio < least_ratio) return {bottom, top, scale};
+  const double width = at.high - at.low;
+  const double low = logarithmic ? at.low / std::pow(ratio, widths) : at.low - widths * width;
+  const double high = logarithmic ? at.high * std::pow(ratio, widths) : at.high + widths * width;
+  return {std::max(low, bottom), std::min(high, top), scale};
+}
+
 // Where the passband of one filter is looked at.
-Axis neighbourhood(const DrawnFilter &filter) {
+Axis neighbourhood(const DrawnFilter &filter, Scale scale) {
   constexpr double wide = 4.0;
+  const bool linear = scale == Scale::linear;
   const Edges at = edges(filter);
   const double width = std::max(at.high - at.low, 1e-9 * at.high);
   const double top = filter.nyquist();
   switch (filter.response) {
     case Response::lowpass: return {0.0, std::min(1.25 * at.high, top), Scale::linear};
     case Response::highpass:
-      return {0.8 * at.low, top, top > wide * at.low ? Scale::logarithmic : Scale::linear};
+      return {0.8 * at.low, top,
+              top > wide * at.low && !linear ? Scale::logarithmic : Scale::linear};
     case Response::bandpass:
-      if (at.high > wide * at.low)
+      if (at.high > wide * at.low && !linear)
         return {at.low / 1.4, std::min(1.4 * at.high, top), Scale::logarithmic};
-      return {at.low - width / 4, std::min(at.high + width / 4, top), Scale::linear};
+      return {std::max(at.low - width / 4, 0.0), std::min(at.high + width / 4, top), Scale::linear};
     case Response::bandstop: break;
   }
-  if (at.high > 2 * at.low) return {at.low / 3, std::min(3 * at.high, top), Scale::logarithmic};
-  return {at.low - 0.75 * width, std::min(at.high + 0.75 * width, top), Scale::linear};
+  if (at.high > 2 * at.low && !linear)
+    return {at.low / 3, std::min(3 * at.high, top), Scale::logarithmic};
+  return {std::max(at.low - 0.75 * width, 0.0), std::min(at.high + 0.75 * width, top),
+          Scale::linear};
 }
 
 double least_edge(const std::vector<DrawnFilter> &filters) {
@@ -52,28 +75,39 @@ double least_edge(const std::vector<DrawnFilter> &filters) {
   return least;
 }
 
-}  // namespace
-
-Axis whole_axis(const std::vector<DrawnFilter> &filters) {
-  double low = infinity;
-  double high = 0.0;
-  for (const DrawnFilter &filter : filters) {
-    low = std::min({low, edges(filter).low / 10.0, filter.nyquist() / 1000.0});
-    high = std::max(high, filter.nyquist());
-  }
-  return {rounded_down(low), high, Scale::logarithmic};
+double least_above_zero(const std::vector<Curve> &curves) {
+  double least = infinity;
+  for (const Curve &curve : curves)
+    for (const double y : curve.y)
+      if (y > 0.0) least = std::min(least, y);
+  return least;
 }
 
-Axis passband_axis(const std::vector<DrawnFilter> &filters) {
-  Axis all = neighbourhood(filters.front());
+}  // namespace
+
+Axis whole_axis(const std::vector<DrawnFilter> &filters, Scale scale) {
+  Axis all = surroundings(filters.front(), scale);
+  for (const DrawnFilter &filter : filters) {
+    const Axis one = surroundings(filter, scale);
+    all.low = std::min(all.low, one.low);
+    all.high = std::max(all.high, one.high);
+  }
+  // A round number is a labelled tick, where there is one nearby.
+  if (all.is_logarithmic() && all.high > 100.0 * all.low) all.low = rounded_down(all.low);
+  return all;
+}
+
+Axis passband_axis(const std::vector<DrawnFilter> &filters, Scale scale) {
+  Axis all = neighbourhood(filters.front(), scale);
   double least_high = all.high;
   for (const DrawnFilter &filter : filters) {
-    const Axis one = neighbourhood(filter);
+    const Axis one = neighbourhood(filter, scale);
     all.low = std::min(all.low, one.low);
     all.high = std::max(all.high, one.high);
     if (one.is_logarithmic()) all.scale = Scale::logarithmic;
     least_high = std::min(least_high, one.high);
   }
+  if (scale == Scale::linear) return all;
   // Filters whose bands lie decades apart are seen on a logarithmic axis only.
   if (all.high > 5.0 * least_high || (all.low > 0.0 && all.high > 8.0 * all.low))
     all.scale = Scale::logarithmic;
@@ -124,13 +158,15 @@ Axis range_of(const std::vector<Curve> &curves) {
 
 Axis delay_axis(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
                 const std::vector<Curve> &delays) {
-  constexpr double steep = 25;
+  constexpr double steep = 25.0, most_ratio = 1e4;
   Axis seconds = range_of(delays);
   double usual = seconds.high;
   for (const DrawnFilter &filter : filters)
     usual = std::min(usual, median_delay(filter, frequencies));
-  if (usual > 0.0 && seconds.high > steep * usual)
-    return {usual / 5, 1.5 * seconds.high, Scale::logarithmic};
+  if (usual > 0.0 && seconds.high > steep * usual) {
+    const double least = std::min(least_above_zero(delays) / 1.3, usual / 2.0);
+    return {std::max(least, seconds.high / most_ratio), 1.5 * seconds.high, Scale::logarithmic};
+  }
   seconds.low = std::min(seconds.low, 0.0);
   seconds.high = std::max(seconds.high, 0.0);
   return seconds;

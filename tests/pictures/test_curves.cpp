@@ -41,7 +41,8 @@ double highest(const Curve &curve) { return *std::max_element(curve.y.begin(), c
 TEST(Curves, LevelAtAButterworthsCutoffsIsHalfThePower) {
   for (const t_long order : {2, 5, 200}) {
     const DrawnFilter lowpass = drawn("butterworth", "lowpass", order, {3000});
-    for (const Axis &axis : {whole_axis({lowpass}), passband_axis({lowpass})})
+    for (const Axis &axis :
+         {whole_axis({lowpass}, Scale::logarithmic), passband_axis({lowpass}, Scale::logarithmic)})
       EXPECT_NEAR(level_in(level_curve(lowpass, axis), 3000), half_power_level, 1e-6);
     ASSERT_THAT(lowpass.half_power, SizeIs(1));
     EXPECT_NEAR(lowpass.half_power[0], 3000, 1e-5);
@@ -50,7 +51,7 @@ TEST(Curves, LevelAtAButterworthsCutoffsIsHalfThePower) {
 
 TEST(Curves, ANarrowBandAtTwentyHertzIsMetWholly) {
   const DrawnFilter band = drawn("butterworth", "bandpass", 5, {20, 21});
-  const Curve curve = level_curve(band, whole_axis({band}));
+  const Curve curve = level_curve(band, whole_axis({band}, Scale::logarithmic));
   EXPECT_NEAR(highest(curve), 0.0, 1e-3);
   EXPECT_NEAR(level_in(curve, 20), half_power_level, 1e-6);
   EXPECT_NEAR(level_in(curve, 21), half_power_level, 1e-6);

@@ -7,10 +7,12 @@
 #include "pictures/filter_names.h"
 #include "pictures/warnings.h"
 
+using pictures::Axis;
 using pictures::DrawnFilter;
 using pictures::Figure;
 using pictures::figure_key;
 using pictures::figure_of;
+using pictures::Scale;
 using pictures::warnings;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -39,12 +41,47 @@ TEST(Figure, OfSeveralNamesThemInItsKey) {
 TEST(Figure, FollowsItsOptions) {
   const Figure figure =
       figure_of({drawn("butterworth", "lowpass", 4, {1000})},
-                {.title = "my own", .frequencies = pictures::Axis{50.0, 60.0}, .floor_db = -33.0});
+                {.title = "my own", .frequencies = Axis{50.0, 60.0}, .floor_db = -33.0});
   EXPECT_EQ(figure.title, "my own");
   EXPECT_EQ(figure.level.frequency.axis.low, 50.0);
   EXPECT_EQ(figure.level.curves.front().x.back(), 60.0);
   EXPECT_EQ(figure.level.value.axis.low, -33.0);
-  EXPECT_LT(figure.passband.frequency.axis.low, 50.0);
+}
+
+TEST(Figure, PanelsOverFrequencyFollowOneRange) {
+  const Figure figure = figure_of({drawn("butterworth", "bandpass", 4, {1000, 2000})},
+                                  {.frequencies = Axis{500.0, 6000.0, Scale::logarithmic}});
+  for (const auto *panel : {&figure.level, &figure.phase, &figure.delay}) {
+    EXPECT_EQ(panel->frequency.axis.low, 500.0);
+    EXPECT_EQ(panel->frequency.axis.high, 6000.0);
+    EXPECT_TRUE(panel->frequency.axis.is_logarithmic());
+    EXPECT_NEAR(panel->curves.front().x.front(), 500.0, 1e-9);
+    EXPECT_NEAR(panel->curves.front().x.back(), 6000.0, 1e-9);
+  }
+  EXPECT_NEAR(figure.passband.frequency.axis.low, 750.0, 1e-6);
+  EXPECT_NEAR(figure.passband.frequency.axis.high, 2250.0, 1e-6);
+}
+
+TEST(Figure, ThePassbandStaysWithinTheRange) {
+  const DrawnFilter filter = drawn("butterworth", "bandpass", 4, {1000, 2000});
+  const auto passband = [&](const Axis &range) {
+    return figure_of({filter}, {.frequencies = range}).passband.frequency.axis;
+  };
+  EXPECT_EQ(passband({1500.0, 6000.0, Scale::logarithmic}).low, 1500.0);
+  EXPECT_NEAR(passband({1500.0, 6000.0, Scale::logarithmic}).high, 2250.0, 1e-6);
+  const Axis within{1500.0, 1600.0, Scale::logarithmic};
+  EXPECT_EQ(passband(within).low, 1500.0);
+  EXPECT_EQ(passband(within).high, 1600.0);
+  EXPECT_TRUE(passband(within).is_logarithmic());
+  EXPECT_NEAR(passband({5000.0, 6000.0, Scale::logarithmic}).low, 750.0, 1e-6);
+}
+
+TEST(Figure, MayBeLinearThroughout) {
+  const Figure figure =
+      figure_of({drawn("butterworth", "bandpass", 4, {20, 20000})}, {.scale = Scale::linear});
+  for (const auto *panel : {&figure.level, &figure.passband, &figure.phase, &figure.delay})
+    EXPECT_FALSE(panel->frequency.axis.is_logarithmic());
+  EXPECT_EQ(figure.level.frequency.axis.low, 0.0);
 }
 
 TEST(FigureKey, OfOneFilterSaysWhereItsMarksAre) {

@@ -13,6 +13,7 @@ using pictures::level_panel;
 using pictures::passband_axis;
 using pictures::passband_panel;
 using pictures::ResponsePanel;
+using pictures::Scale;
 using pictures::whole_axis;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -22,7 +23,7 @@ using tests::drawn;
 namespace {
 
 ResponsePanel levels_of(const std::vector<DrawnFilter> &filters) {
-  return level_panel(filters, whole_axis(filters), {-99.0, 1.0});
+  return level_panel(filters, whole_axis(filters, Scale::logarithmic), {-99.0, 1.0});
 }
 
 }  // namespace
@@ -32,7 +33,8 @@ TEST(ResponsePanels, ARippleHasALineWhereItCanBeSeen) {
   DrawnFilter filter = drawn("chebyshev-1", "lowpass", 3, {3000});
   filter.ripple = 1.99;
   EXPECT_THAT(levels_of({filter}).limits, IsEmpty());
-  EXPECT_THAT(passband_panel({filter}, passband_axis({filter})).limits, ElementsAre(-1.99));
+  EXPECT_THAT(passband_panel({filter}, passband_axis({filter}, Scale::logarithmic)).limits,
+              ElementsAre(-1.99));
   filter.ripple = 2.01;
   EXPECT_THAT(levels_of({filter}).limits, ElementsAre(-2.01));
 }
@@ -76,7 +78,7 @@ TEST(ResponsePanels, TheLevelsTitleSaysWhatOneMustKnow) {
 TEST(ResponsePanels, ADelayHasAUnitThatLeavesFewDigits) {
   const auto unit = [](double cutoff) {
     const DrawnFilter filter = drawn("butterworth", "lowpass", 2, {cutoff});
-    return delay_panel({filter}, passband_axis({filter})).value.label;
+    return delay_panel({filter}, passband_axis({filter}, Scale::logarithmic)).value.label;
   };
   EXPECT_EQ(unit(5000), "delay in \u00b5s");
   EXPECT_EQ(unit(100), "delay in ms");
@@ -86,7 +88,7 @@ TEST(ResponsePanels, SamplesAreCountedWhereAllFiltersHaveOneRate) {
   const DrawnFilter filter = drawn("butterworth", "lowpass", 2, {1000});
   DrawnFilter faster = filter;
   faster.samplerate = 96000;
-  const Axis frequencies = passband_axis({filter});
+  const Axis frequencies = passband_axis({filter}, Scale::logarithmic);
   const ResponsePanel same = delay_panel({filter, filter}, frequencies);
   ASSERT_TRUE(same.right.has_value());
   EXPECT_EQ(same.right->label, "delay in samples");

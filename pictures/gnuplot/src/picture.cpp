@@ -47,7 +47,8 @@ std::string script(const Figure &figure, const PictureType &type) {
   out.title(figure.title, page.title);
   draw_key(out, page.key, figure.key);
   draw_response(out, page.level, figure.level, {18, 8, Numbering::shown});
-  draw_response(out, page.passband, figure.passband, {8, 6, Numbering::left_out});
+  const Numbering below = has_one_axis_for_details(figure) ? Numbering::left_out : Numbering::shown;
+  draw_response(out, page.passband, figure.passband, {8, 6, below});
   draw_response(out, page.phase, figure.phase, {8, 6, Numbering::left_out});
   draw_response(out, page.delay, figure.delay, {8, 6, Numbering::shown});
   draw_root_key(out, page.zeros_and_poles, figure.filter_count());

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "pictures/axis.h"
 #include "pictures/drawn_filter.h"
 #include "pictures/figure_key.h"
 #include "pictures/response_panels.h"
@@ -21,7 +22,11 @@ inline constexpr std::size_t most_filters = 6;
 /** What a figure leaves to its reader's choice. */
 struct FigureOptions {
   std::optional<std::string> title{}; /**< by default the name of the filter, or "3 filters" */
-  std::optional<Axis> frequencies{};  /**< of the level's panel, in Hz; by default `whole_axis` */
+  std::optional<Axis> frequencies{};  /**< in Hz, of all panels over frequency; that of the passband
+                                         stays within it where it can. By default `whole_axis` for
+                                         the level and `passband_axis` for the others */
+  Scale scale = Scale::logarithmic;   /**< of axes that are not given; linear ones only, or
+                                         logarithmic ones where they show more */
   std::optional<double>
       floor_db{}; /**< the lowest level, below `highest_peak`; by default `usual_floor` */
 };
@@ -29,7 +34,8 @@ struct FigureOptions {
 struct Figure {
   std::string title;
   FigureKey key;
-  ResponsePanel level, passband, phase, delay;
+  ResponsePanel level;
+  ResponsePanel passband, phase, delay; /**< the last two over the same axis */
   RootPanel zeros_and_poles, poles;
   TimePanel impulse, step;
 

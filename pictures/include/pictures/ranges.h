@@ -11,12 +11,14 @@
 
 namespace pictures {
 
-/** @return a logarithmic axis in Hz that shows all filters up to half the highest sample rate. */
-Axis whole_axis(const std::vector<DrawnFilter> &filters);
+/** @return an axis in Hz that shows all filters: up to half the highest sample rate, from 0 Hz or, on
+ *  a logarithmic one, from at least a decade below the lowest edge. Of a narrow band it shows eight
+ *  times its width on either side, which leaves it wide enough to be seen. */
+Axis whole_axis(const std::vector<DrawnFilter> &filters, Scale scale);
 
-/** @return an axis in Hz for the passbands and their edges; for a bandstop, the edges of the gap. It
- *  is logarithmic where the bands are wide or lie far apart. */
-Axis passband_axis(const std::vector<DrawnFilter> &filters);
+/** @return an axis in Hz for the passbands and their edges; for a bandstop, the edges of the gap.
+ *  Where `scale` allows, it is logarithmic if the bands are wide or lie far apart. */
+Axis passband_axis(const std::vector<DrawnFilter> &filters, Scale scale);
 
 /** @return the highest level of all filters, in dB. */
 double highest_peak(const std::vector<DrawnFilter> &filters);
@@ -37,7 +39,8 @@ Axis range_of(const std::vector<Curve> &curves);
 
 /** @param delays  the curves of the group delay over `frequencies`, in seconds
  *  @return an axis that begins with 0, or is logarithmic where a peak would leave nothing of the
- *  rest: where it is more than 25 times as high as the least of the median delays. */
+ *  rest: where it is more than 25 times as high as the least of the median delays. It then goes
+ *  down to the least delay, but by no more than four decades. */
 Axis delay_axis(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
                 const std::vector<Curve> &delays);
 

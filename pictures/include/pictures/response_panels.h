@@ -30,12 +30,11 @@ struct ResponsePanel {
 ResponsePanel level_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
                           const Axis &levels);
 
-/** The others are over the frequencies of `passband_axis`. */
 ResponsePanel passband_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies);
 
 ResponsePanel phase_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies);
 
-/** @return the group delay in s, ms or µs; and in samples on the right where all filters have the
+/** @return the group delay in s, ms, µs or ns; and in samples on the right where all filters have the
  *  same sample rate. */
 ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies);
 
