@@ -83,6 +83,7 @@ DrawnFilter lifted(DrawnFilter silent) {
   silent.sections.clear();
   silent.roots.gain = 1.0;
   silent.lift_db = -highest_level(silent);
+  silent.peak_db = 0.0;
   return silent;
 }
 
@@ -105,8 +106,8 @@ DrawnFilter drawn_filter(const designer::PublishedFilter &filter, const std::str
       std::count_if(drawn.roots.poles.begin(), drawn.roots.poles.end(), is_outside));
   if (drawn.family == Family::chebyshev_1) drawn.ripple = filter.passband_ripple;
   if (drawn.family == Family::chebyshev_2) drawn.attenuation = filter.stopband_attenuation;
-  if (!std::isfinite(highest_level(drawn))) drawn = lifted(std::move(drawn));
   drawn.peak_db = highest_level(drawn);
+  if (!std::isfinite(drawn.peak_db)) drawn = lifted(std::move(drawn));
   const std::vector<double> cutoffs = filter.ascending_cutoffs();
   drawn.half_power = half_power_frequencies(drawn, cutoffs);
   for (const double w : cutoffs) drawn.cutoffs.push_back(w * drawn.nyquist());

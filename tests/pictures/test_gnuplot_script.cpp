@@ -35,10 +35,10 @@ TEST(GnuplotScript, TextsOfOthersAreQuoted) {
   EXPECT_THAT(script, Not(HasSubstr("$(")));
 }
 
-// A curve at order 200 has tens of thousands of points, of which a panel shows fewer.
+// A curve at order 200 has thousands of points, of which a panel shows fewer.
 TEST(GnuplotScript, StaysSmallAtOrder200) {
   const Figure figure = figure_of({drawn("chebyshev-2", "bandstop", 200, {20, 20000})});
-  EXPECT_GT(figure.level.curves.front().x.size(), 10000U);
+  EXPECT_GT(figure.level.curves.front().x.size(), 4000U);
   EXPECT_LT(gnuplot::script(figure, {}).size(), 400000U);
 }
 

@@ -22,10 +22,11 @@ struct Curve {
 
 /**
  * The curves over the part of a frequency axis in Hz that lies between 0 and the Nyquist frequency,
- * ends included; empty if there is no such part. They have points at the frequencies of
- * analysis::grid and three between each two of them, at the cutoffs and half-power points, and at
- * 600 even steps of the axis, so that neither a narrow peak nor a zero is missed. Up to 160 points
- * a root, each of which costs in proportion to the order: time grows with the square of the order.
+ * ends included; empty if there is no such part. They have points at the angles of all roots, at
+ * the cutoffs and half-power points, at 1200 even steps of the axis, and at the frequencies of
+ * analysis::grid, so that neither a narrow peak nor a zero is missed. Of the grid's points only those
+ * are taken that a picture can show apart: 100,000 for the level, which has points at its extrema
+ * besides, and 4000 for the others. Each point costs in proportion to the order.
  */
 Curve level_curve(const DrawnFilter &filter, const Axis &frequencies); /**< in dB */
 
