@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 #include "analysis/stability.h"
 #include "pictures/z_plane.h"
@@ -101,17 +103,20 @@ Split split_at_widest_gap(const Poles &poles) {
   return split;
 }
 
-// The square of the largest size, around the pole that has the most others in it.
-Square densest(const Poles &poles) {
-  Square best{{0.0, 0.0}, 0.7 * largest_half};
-  std::ptrdiff_t most = 0;
+/** A square around a pole, and the poles in it. */
+struct Window {
+  Square square;
+  Poles poles;
+};
+
+// The one with the most poles.
+Window densest(const Poles &poles) {
+  Window best{};
   for (const Pole &pole : poles) {
-    const Square here{pole.at, best.half};
-    const auto count = std::count_if(poles.begin(), poles.end(),
-                                     [&](const Pole &other) { return here.contains(other.at); });
-    if (count <= most) continue;
-    most = count;
-    best.centre = pole.at;
+    Window here{{pole.at, 0.7 * largest_half}, {}};
+    std::copy_if(poles.begin(), poles.end(), std::back_inserter(here.poles),
+                 [&](const Pole &other) { return here.square.contains(other.at); });
+    if (here.poles.size() > best.poles.size()) best = std::move(here);
   }
   return best;
 }
@@ -126,8 +131,15 @@ Square around_poles(const std::vector<DrawnFilter> &filters) {
     const bool large = square.half > largest_half;
     if (!large && least_spacing(poles) >= touching * square.half) return square;
     const Split split = poles.size() > 1 ? split_at_widest_gap(poles) : Split{poles, {}, 0.0};
-    if (split.gap < wide_gap * square.half) return large ? densest(poles) : square;
-    poles = least_spacing(split.one) < least_spacing(split.other) ? split.one : split.other;
+    if (split.gap >= wide_gap * square.half) {
+      poles = least_spacing(split.one) < least_spacing(split.other) ? split.one : split.other;
+      continue;
+    }
+    if (!large) return square;
+    Window window = densest(poles);
+    // All of them are far from the circle.
+    if (window.poles.size() == poles.size()) return window.square;
+    poles = std::move(window.poles);
   }
 }
 

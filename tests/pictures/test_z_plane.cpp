@@ -54,6 +54,14 @@ TEST(ZPlane, OfTwoGroupsTheDenserIsEnlarged) {
   EXPECT_LT(std::abs(square.centre - 1.0), 0.005);
 }
 
+// No gap is wide here: the distances between poles grow step by step.
+TEST(ZPlane, ACrowdWithinAnEvenRowIsEnlarged) {
+  const Square square =
+      pictures::around_poles({drawn("chebyshev-2", "bandpass", 200, {300, 3400})});
+  EXPECT_LT(square.half, 0.05);
+  EXPECT_TRUE(square.contains({1.0, 0.02}));
+}
+
 TEST(ZPlane, AnEnlargementIsNeverTheWholeCircle) {
   for (const DrawnFilter &filter : {drawn("chebyshev-1", "bandpass", 7, {2000, 20000}),
                                     drawn("butterworth", "lowpass", 200, {12000}),

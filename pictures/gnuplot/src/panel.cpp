@@ -66,7 +66,7 @@ void Panel::label_right(const LabelledAxis &axis, int most) {
   script_.line("set border 11; set y2range " + range(axis.axis));
   if (axis.axis.is_logarithmic()) script_.line("set logscale y2");
   ticks("y2tics", axis, most, Numbering::shown);
-  script_.upright({box_.right + 54, (box_.top + box_.bottom) / 2}, axis.label);
+  script_.upright({box_.right + 60, (box_.top + box_.bottom) / 2}, axis.label);
 }
 
 void Panel::line(const Curve &ends, const std::string &style) {
