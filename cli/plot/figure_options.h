@@ -13,14 +13,20 @@
 
 namespace cli {
 
-inline constexpr Option picture_option{
-    .names = "-o,--output", .value = "FILE", .help = "The picture; its name ends in .svg or .png"};
+inline constexpr Option picture_option{.names = "-o,--output",
+                                       .value = "FILE",
+                                       .help = "The picture; its name ends in .svg, .png or .pdf"};
 inline constexpr Option compare_option{
     .names = "--compare",
     .value = "FILE...",
     .help =
         "Also draw designs saved as JSON, up to 6 filters in all; only these if no setting is "
         "given beside them",
+    .most = Option::any_number};
+inline constexpr Option names_option{
+    .names = "--names",
+    .value = "TEXT...",
+    .help = "Names of the filters in the key, in its order [settings, and names of files]",
     .most = Option::any_number};
 inline constexpr Option title_option{
     .names = "--title",
@@ -42,9 +48,10 @@ inline constexpr Option floor_option{
     .help =
         "The lowest level drawn, in dB [-120; for chebyshev-2, 5/4 of its attenuation below the "
         "peak]"};
-inline constexpr Option width_option{.names = "--width",
-                                     .value = "NUMBER",
-                                     .help = "The picture's width in pixels: 500 to 4000 [1000]"};
+inline constexpr Option width_option{
+    .names = "--width",
+    .value = "NUMBER",
+    .help = "The picture's width in pixels, in a PDF 96 to the inch: 500 to 4000 [1000]"};
 
 /** Each raises designer::Refusal with what is wrong. */
 

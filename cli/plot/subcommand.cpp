@@ -24,8 +24,8 @@
 namespace cli {
 namespace {
 
-constexpr std::array options{&picture_option,     &compare_option, &title_option, &range_option,
-                             &linear_axis_option, &floor_option,   &width_option};
+constexpr std::array options{&picture_option, &compare_option,     &names_option, &title_option,
+                             &range_option,   &linear_axis_option, &floor_option, &width_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane plot --topology butterworth --order 4 --frequency 1000 -o lowpass.svg",
@@ -34,9 +34,12 @@ constexpr std::array<std::string_view, 2> examples{
 
 std::string description() {
   return "Draws one filter, or several over one another: the level, the passband enlarged, phase,\n"
-         "group delay, zeros and poles. Cutoffs, the -3 dB points, and the ripple or attenuation\n"
-         "asked for are marked. It needs gnuplot. A setting that is not given keeps its default,\n"
-         "which is shown in brackets. 'veltane plot FILE.json -o PICTURE' draws a saved design.";
+         "group delay, zeros and poles, impulse and step responses. Cutoffs, the -3 dB points, "
+         "and\n"
+         "the ripple or attenuation asked for are marked. It needs gnuplot. A setting that is not\n"
+         "given keeps its default, which is shown in brackets. 'veltane plot FILE.json -o "
+         "PICTURE'\n"
+         "draws a saved design.";
 }
 
 std::string lower_case(std::string text) {
@@ -50,8 +53,9 @@ gnuplot::Format format_of(const std::string &file) {
   const std::string ending = lower_case(std::filesystem::path(file).extension().string());
   if (ending == ".svg") return gnuplot::Format::svg;
   if (ending == ".png") return gnuplot::Format::png;
+  if (ending == ".pdf") return gnuplot::Format::pdf;
   throw designer::Refusal(
-      fmt::format("--output takes a file whose name ends in .svg or .png, not '{}'", file));
+      fmt::format("--output takes a file whose name ends in .svg, .png or .pdf, not '{}'", file));
 }
 
 pictures::DrawnFilter designed(designer::Designer &designer, const designer::Settings &settings) {
@@ -83,6 +87,15 @@ pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedD
   return filter;
 }
 
+// The names that were given take the place of the usual ones.
+void rename(std::vector<pictures::DrawnFilter> &filters, const Words &names) {
+  if (names.empty()) return;
+  if (names.size() != filters.size())
+    throw designer::Refusal(fmt::format("--names takes a name for each filter, {} in all, not {}",
+                                        filters.size(), names.size()));
+  for (std::size_t i = 0; i < names.size(); ++i) filters[i].name = names[i];
+}
+
 // The filters that were asked for, in the order of the key.
 std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
   const Words files = request.arguments.values(compare_option);
@@ -104,6 +117,7 @@ std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
     add(saved(designer, read_operand(request.arguments, *operand), *operand), in_quotes(*operand));
   for (const std::string &file : files)
     add(saved(designer, read_compared(file), file), in_quotes(file));
+  rename(filters, request.arguments.values(names_option));
   return filters;
 }
 
@@ -111,7 +125,8 @@ int run(const Request &request) {
   const Arguments &arguments = request.arguments;
   const auto file = arguments.value(picture_option);
   if (!file)
-    throw designer::Refusal("plot needs --output with a file whose name ends in .svg or .png");
+    throw designer::Refusal(
+        "plot needs --output with a file whose name ends in .svg, .png or .pdf");
   const gnuplot::PictureType type{format_of(*file), width_in(arguments)};
   pictures::FigureOptions wanted;
   wanted.title = arguments.value(title_option);
@@ -131,7 +146,7 @@ int run(const Request &request) {
 
 const Subcommand plot_subcommand{
     .name = "plot",
-    .summary = "Draws filters: level, phase, group delay, zeros and poles",
+    .summary = "Draws filters: level, phase, delay, zeros and poles, impulse and step",
     .description = description,
     .options = options,
     .shared = SharedOptions::settings_and_module,

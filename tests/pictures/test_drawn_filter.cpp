@@ -103,6 +103,14 @@ TEST(DrawnFilter, SectionsAloneAreEnough) {
   EXPECT_EQ(level_at(filter, 5000), level_at(all, 5000));
 }
 
+TEST(DrawnFilter, WithoutSectionsTheLevelComesFromTheRoots) {
+  const DrawnFilter all = drawn("chebyshev-1", "bandpass", 5, {300, 3400});
+  DrawnFilter filter = all;
+  filter.sections.clear();
+  for (const double hz : {10.0, 300.0, 1000.0, 3400.0, 20000.0})
+    EXPECT_NEAR(level_at(filter, hz), level_at(all, hz), 1e-9) << hz;
+}
+
 TEST(DrawnFilter, WhatHasNoResponseIsRefused) {
   EXPECT_EQ(refusal(resonator()), "");
   designer::PublishedFilter empty = resonator();

@@ -16,6 +16,19 @@ constexpr char svg[] =
 // A signature and a header of the right lengths, and the end.
 std::string png() { return std::string("\x89PNG\r\n\x1a\n") + std::string(25, 'H') + "the rest"; }
 
+// The parts of a PDF that say what it is, as cairo writes them.
+std::string pdf() {
+  const std::string head =
+      "%PDF-1.5\n7 0 obj\n<< /Producer (cairo)\n   /CreationDate "
+      "(D:20240229120000Z)\n>>\nendobj\n";
+  return head + "xref\n0 8\ntrailer\n<< /Size 8\n   /Root 6 0 R\n   /Info 7 0 R\n>>\nstartxref\n" +
+         std::to_string(head.size()) + "\n%%EOF\n";
+}
+
+std::size_t number_after_last(const std::string &text, const std::string &key) {
+  return std::stoul(text.substr(text.rfind(key) + key.size()));
+}
+
 }  // namespace
 
 TEST(PictureMetadata, AnSvgHasItInItsElements) {
@@ -48,4 +61,30 @@ TEST(PictureMetadata, AnSvgIsShownAtTheSizeAskedFor) {
   const std::string out = gnuplot::resized(svg, {500, 599});
   EXPECT_THAT(out, HasSubstr("<svg \n width=\"500\" height=\"599\"\n viewBox=\"0 0 1000 1198\">"));
   EXPECT_EQ(gnuplot::resized("<svg></svg>", {500, 599}), "<svg></svg>");
+}
+
+// The last table and the objects that it lists are found where the end of the file says.
+TEST(PictureMetadata, APdfHasItInAnUpdate) {
+  const std::string out = described(pdf(), {"a \u2212 \U0001d11e", "b"});
+  const std::size_t table = number_after_last(out, "startxref\n");
+  ASSERT_EQ(out.substr(table, 11), "xref\n7 1\n00");
+  const std::size_t object = std::stoul(out.substr(table + 9, 10));
+  EXPECT_EQ(out.substr(object, 7), "7 0 obj");
+  const std::string replaced = out.substr(object, table - object);
+  EXPECT_THAT(replaced, HasSubstr("/Title <feff0061002022120020d834dd1e>"));
+  EXPECT_THAT(replaced, HasSubstr("/Subject <feff0062>"));
+  EXPECT_EQ(number_after_last(out, "/Prev "), number_after_last(pdf(), "startxref\n"));
+  EXPECT_EQ(number_after_last(out, "/Root "), 6U);
+  EXPECT_TRUE(out.ends_with("\n%%EOF\n"));
+}
+
+TEST(PictureMetadata, APdfDoesNotSayWhenItWasMade) {
+  const std::string out = described(pdf(), {"a", "b"});
+  EXPECT_THAT(out, testing::Not(HasSubstr("CreationDate")));
+  EXPECT_THAT(out, testing::Not(HasSubstr("2024")));
+  EXPECT_EQ(out.find("xref"), pdf().find("xref")) << "nothing moves";
+}
+
+TEST(PictureMetadata, APdfWithoutInformationStaysAsItIs) {
+  EXPECT_EQ(described("%PDF-1.5\n%%EOF\n", {"a", "b"}), "%PDF-1.5\n%%EOF\n");
 }

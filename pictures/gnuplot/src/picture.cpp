@@ -43,7 +43,7 @@ void draw_key(Script &script, const Place &first, const pictures::FigureKey &key
 std::string script(const Figure &figure, const PictureType &type) {
   const Page page = page_for(figure);
   // An SVG is drawn at its own size: gnuplot places its texts best there.
-  Script out(page.size, type.format, type.format == Format::png ? scale_of(page, type) : 1.0);
+  Script out(page.size, type.format, type.format == Format::svg ? 1.0 : scale_of(page, type));
   out.title(figure.title, page.title);
   draw_key(out, page.key, figure.key);
   draw_response(out, page.level, figure.level, {18, 8, Numbering::shown});
@@ -61,7 +61,7 @@ std::string script(const Figure &figure, const PictureType &type) {
 
 std::string picture(const Figure &figure, const PictureType &type, const std::string &command) {
   std::string drawn = described(run(script(figure, type)), {figure.title, command});
-  if (type.format == Format::png) return drawn;
+  if (type.format != Format::svg) return drawn;
   return resized(drawn, {type.width, height(figure, type)});
 }
 

@@ -1,6 +1,8 @@
 #include "gnuplot/picture_metadata.h"
 
 #include <cstdint>
+#include <cstdlib>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -44,6 +46,30 @@ std::string text_chunk(const std::string &keyword, const std::string &text) {
   return big_endian(static_cast<std::uint32_t>(data.size() - 4)) + data + big_endian(crc(data));
 }
 
+/** Places in a file. */
+struct Span {
+  std::size_t from, to;
+};
+
+// Of well-formed UTF-8.
+std::u16string utf16(const std::string &utf8) {
+  std::u16string out;
+  for (std::size_t i = 0; i < utf8.size();) {
+    const auto lead = static_cast<unsigned char>(utf8[i++]);
+    const int rest = lead < 0x80 ? 0 : lead < 0xe0 ? 1 : lead < 0xf0 ? 2 : 3;
+    std::uint32_t code = rest == 0 ? lead : lead & (0x3fU >> static_cast<unsigned>(rest));
+    for (int more = 0; more < rest && i < utf8.size(); ++more)
+      code = code << 6U | (static_cast<unsigned char>(utf8[i++]) & 0x3fU);
+    if (code < 0x10000) {
+      out += static_cast<char16_t>(code);
+    } else {
+      out += static_cast<char16_t>(0xd7c0U + (code >> 10U));
+      out += static_cast<char16_t>(0xdc00U + (code & 0x3ffU));
+    }
+  }
+  return out;
+}
+
 // The first element of a name with another text; an SVG without one stays as it is.
 std::string with_element(std::string svg, const std::string &name, const std::string &text) {
   const std::string opening = "<" + name + ">";
@@ -54,11 +80,60 @@ std::string with_element(std::string svg, const std::string &name, const std::st
   return svg.replace(inside, to - inside, xml_text(text));
 }
 
+// A text string of PDF: UTF-16 with a byte order mark, in hexadecimal digits (ISO 32000-1, 7.9.2).
+std::string pdf_text(const std::string &utf8) {
+  std::string out = "<feff";
+  for (const char16_t unit : utf16(utf8)) out += fmt::format("{:04x}", static_cast<unsigned>(unit));
+  return out + '>';
+}
+
+std::size_t number_after(const std::string &text, const std::string &key) {
+  const std::size_t at = text.rfind(key);
+  return at == std::string::npos ? 0 : std::strtoul(text.c_str() + at + key.size(), nullptr, 10);
+}
+
+// The bytes of an object, from its number to its end; none if there is no such object.
+std::optional<Span> pdf_object(const std::string &pdf, std::size_t number) {
+  const std::size_t before = pdf.rfind(fmt::format("\n{} 0 obj\n", number));
+  const std::size_t end = pdf.find("endobj", before);
+  if (before == std::string::npos || end == std::string::npos) return std::nullopt;
+  return Span{before + 1, end};
+}
+
+// Blanks take the place of the time, so that everything else stays where the file says it is.
+void erase_time(std::string &pdf, const Span &information) {
+  const std::size_t from = pdf.find("/CreationDate", information.from);
+  const std::size_t end = pdf.find(')', from);
+  if (end < information.to) pdf.replace(from, end + 1 - from, end + 1 - from, ' ');
+}
+
+// An incremental update (ISO 32000-1, 7.5.6) that replaces the object with what a PDF says of
+// itself; a PDF without one stays as it is.
+std::string described_pdf(std::string pdf, const std::string &title, const std::string &command) {
+  const std::size_t number = number_after(pdf, "/Info "), root = number_after(pdf, "/Root ");
+  const std::size_t size = number_after(pdf, "/Size "), table = number_after(pdf, "startxref");
+  const auto information = pdf_object(pdf, number);
+  if (number == 0 || root == 0 || size == 0 || table == 0 || !information) return pdf;
+  erase_time(pdf, *information);
+  const std::size_t object = pdf.size();
+  pdf += fmt::format(
+      "{} 0 obj\n<< /Producer (gnuplot, cairo)\n   /Title {}\n   /Subject {}\n>>\nendobj\n", number,
+      pdf_text(title), pdf_text(command));
+  const std::size_t new_table = pdf.size();
+  pdf += fmt::format("xref\n{} 1\n{:010} 00000 n \n", number, object);
+  pdf += fmt::format(
+      "trailer\n<< /Size {}\n   /Root {} 0 R\n   /Info {} 0 R\n   /Prev {}\n>>\n"
+      "startxref\n{}\n%%EOF\n",
+      size, root, number, table, new_table);
+  return pdf;
+}
+
 }  // namespace
 
 std::string described(const std::string &picture, const Description &description) {
   const std::string title = text::printable(description.title);
   const std::string command = text::printable(description.command);
+  if (picture.starts_with("%PDF-")) return described_pdf(picture, title, command);
   if (!picture.starts_with("\x89PNG"))
     return with_element(with_element(picture, "title", title), "desc", command);
   constexpr std::size_t header = 8 + 25;  // the signature and the chunk that comes first

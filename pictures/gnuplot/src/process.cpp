@@ -152,7 +152,7 @@ class Process {
 bool is_complete(const std::string &picture) {
   constexpr char png_end[] = "IEND\xae\x42\x60\x82";
   return picture.ends_with("</svg>\n") || picture.ends_with("</svg>\n\n") ||
-         picture.ends_with(png_end);
+         picture.ends_with(png_end) || picture.ends_with("\n%%EOF\n");
 }
 
 // Its last line that is not blank.

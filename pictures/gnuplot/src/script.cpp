@@ -13,18 +13,27 @@ namespace {
  *  unit of a dash, and a symbol of size 1. */
 struct Terminal {
   const char *name;
-  int font_size, title_size;
-  int dash_length;
+  double font_size, title_size;
+  double line_width, dash_length;
   double symbol_size;
   bool scales_symbols;
 };
 
 Terminal terminal_for(Format format, double scale) {
   switch (format) {
-    case Format::svg: return {"svg", 12, 15, 1, 0.7 * scale, false};
-    case Format::png: break;
+    case Format::svg: return {"svg", 12, 15, 1, 1, 0.7 * scale, false};
+    case Format::png: return {"pngcairo", 9, 11, 1, 2, 1.0, true};
+    case Format::pdf: break;
   }
-  return {"pngcairo", 9, 11, 2, 1.0, true};
+  return {"pdfcairo", 6.75, 8.25, 1.5, 1.6, 0.75, true};
+}
+
+std::string size_for(const PageSize &page, Format format, double scale) {
+  const double width = page.width * scale, height = page.height * scale;
+  if (format != Format::pdf) return fmt::format("{},{}", std::lround(width), std::lround(height));
+  // gnuplot takes inches and cuts off fractions of a point, of which an inch has 72.
+  const auto inches = [](double pixels) { return (std::round(pixels * 0.75) + 0.01) / 72; };
+  return fmt::format("{:.6f}in,{:.6f}in", inches(width), inches(height));
 }
 
 }  // namespace
@@ -34,11 +43,11 @@ Script::Script(const PageSize &page, Format format, double scale) : page_(page) 
   title_size_ = terminal.title_size;
   head_ = fmt::format(
       "set encoding utf8\n"
-      "set terminal {0} size {1},{2} noenhanced font 'sans-serif,{3}' fontscale {4} linewidth {4} "
+      "set terminal {0} size {1} noenhanced font 'sans-serif,{2}' fontscale {3} linewidth {4} "
       "dashlength {5} rounded background rgb 'white'\n"
       "S = {6}\n",
-      terminal.name, std::lround(page.width * scale), std::lround(page.height * scale),
-      terminal.font_size, scale, terminal.dash_length, terminal.symbol_size);
+      terminal.name, size_for(page, format, scale), terminal.font_size, scale,
+      terminal.line_width * scale, terminal.dash_length, terminal.symbol_size);
   if (terminal.scales_symbols) head_ += fmt::format("set termoption pointscale {}\n", scale);
   line("set multiplot; unset key; set clip two");
   line("set border 3 lw 0.8 lc rgb '#404040'");

@@ -12,7 +12,7 @@ namespace gnuplot {
 
 class Script {
  public:
-  /** @param scale  how many pixels of the picture are one of the page */
+  /** @param scale  how many pixels of the picture are one of the page; of a PDF, 96 to the inch */
   Script(const PageSize &page, Format format, double scale);
 
   /** The line over all panels. */
@@ -44,7 +44,7 @@ class Script {
   std::string at(const Place &place) const;
 
   PageSize page_;
-  int title_size_;
+  double title_size_;
   std::string head_, blocks_, commands_;
   int block_count_ = 0;
 };

@@ -107,7 +107,7 @@ TEST_F(PlotCommand, APngIsWholeAndOfTheWidthAskedFor) {
     ASSERT_GT(png.size(), 10000U);
     EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1a\n");
     EXPECT_EQ(number_at(png, 16), static_cast<std::uint32_t>(width));
-    EXPECT_NEAR(number_at(png, 20), 1.198 * width, 1.0);
+    EXPECT_NEAR(number_at(png, 20), 1.478 * width, 1.0);
     const std::vector<std::string> kinds = chunks(png);
     EXPECT_EQ(kinds.front(), "IHDR");
     EXPECT_EQ(kinds.back(), "IEND");
@@ -133,7 +133,21 @@ TEST_F(PlotCommand, ThePngsChunksCarryRightChecksums) {
 TEST_F(PlotCommand, AnSvgKeepsItsLayoutAtAnyWidth) {
   const std::string wide = drawn("a.svg", "--width 2000");
   EXPECT_THAT(wide, HasSubstr("width=\"2000\""));
-  EXPECT_THAT(wide, HasSubstr("viewBox=\"0 0 1000 1198\""));
+  EXPECT_THAT(wide, HasSubstr("viewBox=\"0 0 1000 1478\""));
+}
+
+// As wide as asked for at 96 pixels to the inch, and the same whenever it is made.
+TEST_F(PlotCommand, APdfIsWholeAndReproducible) {
+  const std::string pdf = drawn("a.pdf", "--width 500 --title abc");
+  EXPECT_TRUE(pdf.starts_with("%PDF-"));
+  EXPECT_TRUE(pdf.ends_with("\n%%EOF\n"));
+  EXPECT_THAT(pdf, HasSubstr("/MediaBox [ 0 0 375 "));
+  EXPECT_THAT(pdf, HasSubstr("/Title <feff006100620063>"));
+  EXPECT_THAT(pdf, HasSubstr("/Subject <feff00760065006c00740061006e0065"));
+  EXPECT_THAT(pdf, Not(HasSubstr("CreationDate")));
+  // Times have seconds.
+  run("sleep 1.1");
+  EXPECT_EQ(drawn("a.pdf", "--width 500 --title abc"), pdf);
 }
 
 TEST_F(PlotCommand, TheEndingMayBeInCapitals) {
@@ -191,6 +205,28 @@ TEST_F(PlotCommand, ComparesSavedDesigns) {
   EXPECT_THAT(all, HasSubstr("3  two.json"));
 }
 
+TEST_F(PlotCommand, ComparedFiltersHaveTheNamesThatTheyAreGiven) {
+  save("one.json", "--order 3");
+  const std::string svg =
+      drawn("a.svg", "--order 6 --compare one.json --names 'the steep one' flat --title both");
+  EXPECT_THAT(svg, HasSubstr(">1  the steep one<"));
+  EXPECT_THAT(svg, HasSubstr(">2  flat<"));
+  EXPECT_THAT(svg, Not(HasSubstr("one.json:")));
+  EXPECT_THAT(drawn("b.svg", "--names 'only one'"), HasSubstr("<title>only one</title>"));
+}
+
+TEST_F(PlotCommand, LinearAxesMayBeginWithNothing) {
+  const std::string svg = drawn("a.svg", "--linear --range 0 6000");
+  for (const char *label : {">1k<", ">3k<", ">6k<"}) EXPECT_THAT(svg, HasSubstr(label));
+  EXPECT_THAT(drawn("b.svg", "--linear"), HasSubstr(">14k<"));
+}
+
+TEST_F(PlotCommand, ResponsesOverTimeAreDrawn) {
+  const std::string svg = drawn("a.svg", "--topology butterworth --order 2");
+  for (const char *part : {">Impulse response<", ">Step response<", "time in \u00b5s", "amplitude"})
+    EXPECT_THAT(svg, HasSubstr(part));
+}
+
 TEST_F(PlotCommand, DrawsTheFilterThatWasSavedAndNotItsSettings) {
   save("a.json", "--topology butterworth --order 3");
   std::string text = read_file(path("a.json"));
@@ -244,6 +280,15 @@ TEST_F(PlotCommand, RangeAndFloorAreThoseAskedFor) {
   EXPECT_THAT(svg, Not(HasSubstr(">\u221240<")));
 }
 
+// The level's and the delay's, which has the numbers for the phase as well.
+TEST_F(PlotCommand, EveryPanelOverFrequencyFollowsTheRange) {
+  const std::string svg = drawn("a.svg", "--range 7000 23000 --frequency 3000");
+  std::size_t count = 0;
+  for (std::size_t at = svg.find(">20k<"); at != std::string::npos; at = svg.find(">20k<", at + 1))
+    ++count;
+  EXPECT_EQ(count, 2U);
+}
+
 TEST_F(PlotCommand, ASavedDesignIsDrawnAsItIs) {
   save("saved.json", "--topology butterworth --order 4 --frequency 1000");
   EXPECT_THAT(drawn("a.svg", "saved.json"), HasSubstr("butterworth lowpass of order 4"));
@@ -264,10 +309,10 @@ TEST_F(PlotCommand, TellsOfSilentAndUnstableFilters) {
   EXPECT_THAT(read_file(path("b.svg")), HasSubstr("the filter is unstable"));
 }
 
-TEST_F(PlotCommand, WithoutSectionsTheLevelComesFromTheRoots) {
-  const auto curves = [](const std::string &svg) { return svg.substr(svg.find("</desc>")); };
-  EXPECT_EQ(curves(drawn("a.svg", "--topology butterworth --order 2 --sos-output off")).size(),
-            curves(drawn("b.svg", "--topology butterworth --order 2")).size());
+TEST_F(PlotCommand, WithoutSectionsThereIsNothingToRun) {
+  const std::string svg = drawn("a.svg", "--topology butterworth --order 2 --sos-output off");
+  EXPECT_THAT(svg, HasSubstr(">Impulse response: none without sections<"));
+  EXPECT_THAT(svg, HasSubstr(">Step response: none without sections<"));
 }
 
 TEST_F(PlotCommand, WithoutGnuplotSaysWhatToInstall) {
@@ -321,8 +366,8 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
         R"( {"topology": "chebyshev-2", "response": "lowpass", "gain": 1, "poles": [1, 0]}})");
   const auto before = files();
   const std::vector<std::array<const char *, 2>> cases{
-      {"", "plot needs --output with a file whose name ends in .svg or .png"},
-      {"-o a.gif", "ends in .svg or .png, not 'a.gif'"},
+      {"", "plot needs --output with a file whose name ends in .svg, .png or .pdf"},
+      {"-o a.gif", "ends in .svg, .png or .pdf, not 'a.gif'"},
       {"-o svg", "not 'svg'"},
       {"-o -", "not '-'"},
       {"-o nowhere/a.svg", "there is no folder 'nowhere'"},
@@ -334,6 +379,10 @@ TEST_F(PlotCommand, WrongRequestsGetOneSentenceAndNoPicture) {
       {"-o a.svg --range 200 20", "the lower one first, not '200' and '20'"},
       {"-o a.svg --range 0 20", "above 0"},
       {"-o a.svg --range 20 inf", "--range takes numbers, not 'inf'"},
+      {"-o a.svg --linear --range -1 20", "two frequencies in Hz, the lower one first"},
+      {"-o a.svg --names one two", "--names takes a name for each filter, 1 in all, not 2"},
+      {"-o a.svg --compare good.json good.json --names one", "2 in all, not 1"},
+      {"-o a.svg --names", "--names takes at least one value"},
       {"-o a.svg --floor 0", "below the peak"},
       {"-o a.svg --floor -1e9", "from -100000"},
       {"-o a.svg --order five", "'order' takes an integer"},

@@ -8,12 +8,12 @@
 
 namespace gnuplot {
 
-enum class Format { svg, png };
+enum class Format { svg, png, pdf };
 
 /** What a picture is made as. Its height follows from its width and the number of filters. */
 struct PictureType {
   Format format = Format::svg;
-  int width = 1000; /**< in pixels */
+  int width = 1000; /**< in pixels; of a PDF, 96 to the inch */
 };
 
 /** @return the commands and the data that draw a figure, all panels on one page. */

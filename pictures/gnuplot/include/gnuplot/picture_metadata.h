@@ -13,9 +13,10 @@ struct Description {
 };
 
 /**
- * @param picture  a whole SVG or PNG file, as gnuplot writes it
+ * @param picture  a whole SVG, PNG or PDF file, as gnuplot writes it
  * @return the picture with its description: the elements `title` and `desc` of an SVG, the text
- *         chunks "Title" and "Description" of a PNG
+ *         chunks "Title" and "Description" of a PNG, "Title" and "Subject" of a PDF. A PDF loses
+ *         the time at which it was made, so that the same figure is the same file.
  */
 std::string described(const std::string &picture, const Description &description);
 
