@@ -62,6 +62,8 @@ void Panel::label_y(const LabelledAxis &axis, int most, double distance) {
   script_.upright({box_.left - distance, (box_.top + box_.bottom) / 2}, axis.label);
 }
 
+void Panel::leave_axes_blank() { script_.line("set xtics (); set ytics (); set xlabel ''"); }
+
 void Panel::label_right(const LabelledAxis &axis, int most) {
   script_.line("set border 11; set y2range " + range(axis.axis));
   if (axis.axis.is_logarithmic()) script_.line("set logscale y2");

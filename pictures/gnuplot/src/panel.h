@@ -25,6 +25,8 @@ class Panel {
   void label_x(const pictures::LabelledAxis &axis, int most, Numbering numbering);
   /** @param distance  of the label from the axis, in pixels */
   void label_y(const pictures::LabelledAxis &axis, int most, double distance);
+  /** Both axes without ticks and labels, where there is nothing to read. */
+  void leave_axes_blank();
   /** A third axis on the right. */
   void label_right(const pictures::LabelledAxis &axis, int most);
 

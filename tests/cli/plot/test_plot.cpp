@@ -313,6 +313,7 @@ TEST_F(PlotCommand, WithoutSectionsThereIsNothingToRun) {
   const std::string svg = drawn("a.svg", "--topology butterworth --order 2 --sos-output off");
   EXPECT_THAT(svg, HasSubstr(">Impulse response: none without sections<"));
   EXPECT_THAT(svg, HasSubstr(">Step response: none without sections<"));
+  EXPECT_THAT(svg, Not(HasSubstr("time in")));
 }
 
 TEST_F(PlotCommand, WithoutGnuplotSaysWhatToInstall) {
