@@ -38,6 +38,14 @@ TEST(PictureMetadata, AnSvgHasItInItsElements) {
   EXPECT_TRUE(out.ends_with("</svg>\n"));
 }
 
+TEST(PictureMetadata, PartsOfAnSvgHaveNoTitles) {
+  const std::string out = described(
+      "<svg><title>Gnuplot</title><g><title>$d0</title><path/></g>"
+      "<g><title>$d1</title></g></svg>\n",
+      {"a", "b"});
+  EXPECT_EQ(out, "<svg><title>a</title><g><path/></g><g></g></svg>\n");
+}
+
 TEST(PictureMetadata, AnSvgWithoutTheElementsStaysAsItIs) {
   EXPECT_EQ(described("<svg></svg>\n", {"title", "command"}), "<svg></svg>\n");
 }

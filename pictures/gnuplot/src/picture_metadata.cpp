@@ -70,6 +70,17 @@ std::u16string utf16(const std::string &utf8) {
   return out;
 }
 
+// Without the titles of its parts, which browsers show at the pointer: they name gnuplot's data.
+std::string with_one_title(std::string svg) {
+  const std::string opening = "<title>", closing = "</title>";
+  for (std::size_t at = svg.find(closing); (at = svg.find(opening, at)) != std::string::npos;) {
+    const std::size_t end = svg.find(closing, at);
+    if (end == std::string::npos) break;
+    svg.erase(at, end + closing.size() - at);
+  }
+  return svg;
+}
+
 // The first element of a name with another text; an SVG without one stays as it is.
 std::string with_element(std::string svg, const std::string &name, const std::string &text) {
   const std::string opening = "<" + name + ">";
@@ -135,7 +146,7 @@ std::string described(const std::string &picture, const Description &description
   const std::string command = text::printable(description.command);
   if (picture.starts_with("%PDF-")) return described_pdf(picture, title, command);
   if (!picture.starts_with("\x89PNG"))
-    return with_element(with_element(picture, "title", title), "desc", command);
+    return with_element(with_element(with_one_title(picture), "title", title), "desc", command);
   constexpr std::size_t header = 8 + 25;  // the signature and the chunk that comes first
   std::string png = picture;
   return png.insert(header, text_chunk("Title", title) + text_chunk("Description", command));

@@ -16,7 +16,8 @@ struct Description {
  * @param picture  a whole SVG, PNG or PDF file, as gnuplot writes it
  * @return the picture with its description: the elements `title` and `desc` of an SVG, the text
  *         chunks "Title" and "Description" of a PNG, "Title" and "Subject" of a PDF. A PDF loses
- *         the time at which it was made, so that the same figure is the same file.
+ *         the time at which it was made, so that the same figure is the same file; an SVG the
+ *         titles of its parts.
  */
 std::string described(const std::string &picture, const Description &description);
 
