@@ -89,7 +89,7 @@ void expect_readable(const RootPanel &panel) {
 TEST(LabelPlaces, AreWithinThePanelAndBesideAllMarks) {
   for (const char *response : {"lowpass", "highpass", "bandpass"})
     for (const char *topology : {"butterworth", "chebyshev-1"})
-      for (const t_long order : {2, 7, 8, 40, 200})
+      for (const t_long order : {2, 7, 40})
         for (const double low : {20.0, 300.0, 5000.0}) {
           const bool band = std::string(response) == "bandpass";
           const std::vector<DrawnFilter> filters{

@@ -54,6 +54,15 @@ TEST(ZPlane, OfTwoGroupsTheDenserIsEnlarged) {
   EXPECT_LT(std::abs(square.centre - 1.0), 0.005);
 }
 
+// Here one square would show all poles, and those at 1 as a single blot.
+TEST(ZPlane, PolesThatCoverOneAnotherAreEnlarged) {
+  designer::Settings eeg = tests::settings("butterworth", "bandpass", 10, {0.5, 40.0});
+  eeg.set("samplerate", {t_long{250}});
+  const Square square = pictures::around_poles({drawn(eeg)});
+  EXPECT_LT(square.half, 0.02);
+  EXPECT_LT(std::abs(square.centre - 1.0), 0.03);
+}
+
 // No gap is wide here: the distances between poles grow step by step.
 TEST(ZPlane, ACrowdWithinAnEvenRowIsEnlarged) {
   const Square square =
