@@ -87,7 +87,7 @@ std::vector<LabelOffset> candidates(const MultiplicityLabel &label, const Box &b
                                     const RootPanelMeasures &measures) {
   constexpr std::array turns{0, 1, -1, 2, -2, 3, -3, 4};  // eighths of a turn
   std::vector<LabelOffset> list;
-  for (double gap = 0.5; gap < 8.0; gap *= 1.4)
+  for (const double gap : {0.5, 0.7, 1.0, 1.4, 2.0, 2.8, 4.0, 5.6, 8.0})
     for (const int turn : turns) {
       const analysis::Complex towards = label.outward * std::polar(1.0, turn * std::acos(0.0) / 2);
       const double distance = measures.mark * (0.5 + gap);
