@@ -80,7 +80,8 @@ pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedD
                             const std::string &file) {
   const std::string what = in_quotes(file);
   const designer::Design design = designer::opened(designer, stored, what);
-  pictures::DrawnFilter filter = pictures::drawn_filter(designer::filter_in_file(design, what), what);
+  pictures::DrawnFilter filter =
+      pictures::drawn_filter(designer::filter_in_file(design, what), what);
   for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
   const std::string name = std::filesystem::path(file).filename().string();
   filter.name = pictures::saved_filter_name(name, designer::title(design));
