@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "args/given_sections.h"
 #include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
@@ -19,13 +20,15 @@
 #include "pictures/filter_names.h"
 #include "pictures/warnings.h"
 #include "plot/figure_options.h"
+#include "text/letters.h"
 #include "text/shell.h"
 
 namespace cli {
 namespace {
 
-constexpr std::array options{&picture_option, &compare_option,     &names_option, &title_option,
-                             &range_option,   &linear_axis_option, &floor_option, &width_option};
+constexpr std::array options{&picture_option,     &compare_option, &sections_option,
+                             &names_option,       &title_option,   &range_option,
+                             &linear_axis_option, &floor_option,   &width_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane plot --topology butterworth --order 4 --frequency 1000 -o lowpass.svg",
@@ -39,18 +42,11 @@ std::string description() {
          "the ripple or attenuation asked for are marked. It needs gnuplot. A setting that is not\n"
          "given keeps its default, which is shown in brackets. 'veltane plot FILE.json -o "
          "PICTURE'\n"
-         "draws a saved design.";
-}
-
-std::string lower_case(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
-    return c < 0x80 ? static_cast<char>(std::tolower(c)) : static_cast<char>(c);
-  });
-  return text;
+         "draws a saved design, and --sections FILE a filter of another program.";
 }
 
 gnuplot::Format format_of(const std::string &file) {
-  const std::string ending = lower_case(std::filesystem::path(file).extension().string());
+  const std::string ending = text::lower_case(std::filesystem::path(file).extension().string());
   if (ending == ".svg") return gnuplot::Format::svg;
   if (ending == ".png") return gnuplot::Format::png;
   if (ending == ".pdf") return gnuplot::Format::pdf;
@@ -88,6 +84,12 @@ pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedD
   return filter;
 }
 
+pictures::DrawnFilter foreign(const GivenSections &given) {
+  pictures::DrawnFilter filter = pictures::drawn_without_settings(given.filter, "the filter");
+  filter.name = given.title;
+  return filter;
+}
+
 // The names that were given take the place of the usual ones.
 void rename(std::vector<pictures::DrawnFilter> &filters, const Words &names) {
   if (names.empty()) return;
@@ -101,9 +103,11 @@ void rename(std::vector<pictures::DrawnFilter> &filters, const Words &names) {
 std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
   const Words files = request.arguments.values(compare_option);
   const auto operand = request.arguments.operand();
+  const auto given = given_sections(request.arguments);
+  if (given && operand) throw designer::Refusal(two_filters);
   const designer::Settings settings = requested_settings(request.arguments);
-  const bool designs = !operand && (files.empty() || !settings.empty());
-  const std::size_t count = files.size() + (designs || operand ? 1 : 0);
+  const bool designs = !operand && !given && (files.empty() || !settings.empty());
+  const std::size_t count = files.size() + (designs || operand || given ? 1 : 0);
   if (count > pictures::most_filters)
     throw designer::Refusal(fmt::format("a picture takes up to {} filters, and {} were given",
                                         pictures::most_filters, count));
@@ -114,6 +118,7 @@ std::vector<pictures::DrawnFilter> drawn_filters(const Request &request) {
     filters.push_back(filter);
   };
   if (designs) add(designed(designer, settings), "the filter");
+  if (given) add(foreign(*given), "the filter");
   if (operand)
     add(saved(designer, read_operand(request.arguments, *operand), *operand), in_quotes(*operand));
   for (const std::string &file : files)

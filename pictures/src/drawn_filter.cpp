@@ -87,6 +87,27 @@ DrawnFilter lifted(DrawnFilter silent) {
   return silent;
 }
 
+// All that does not depend on settings.
+DrawnFilter with_peak(const designer::FilterForms &filter, const std::string &subject) {
+  DrawnFilter drawn{};
+  drawn.samplerate = filter.samplerate;
+  drawn.sections = filter.sections;
+  drawn.roots = roots_of(filter).value_or(analysis::Roots{});
+  require_response(drawn, subject);
+  drawn.poles_outside = static_cast<std::size_t>(
+      std::count_if(drawn.roots.poles.begin(), drawn.roots.poles.end(), is_outside));
+  drawn.peak_db = highest_level(drawn);
+  if (!std::isfinite(drawn.peak_db)) drawn = lifted(std::move(drawn));
+  return drawn;
+}
+
+// The response that has such a passband.
+designer::Response response_passing(bool at_dc, bool at_nyquist) {
+  using designer::Response;
+  if (at_dc) return at_nyquist ? Response::bandstop : Response::lowpass;
+  return at_nyquist ? Response::highpass : Response::bandpass;
+}
+
 }  // namespace
 
 double DrawnFilter::level_db(double w) const {
@@ -95,22 +116,35 @@ double DrawnFilter::level_db(double w) const {
 }
 
 DrawnFilter drawn_filter(const designer::PublishedFilter &filter, const std::string &subject) {
-  DrawnFilter drawn{};
+  DrawnFilter drawn = with_peak(filter, subject);
   drawn.family = filter.family;
   drawn.response = filter.response;
-  drawn.samplerate = filter.samplerate;
-  drawn.sections = filter.sections;
-  drawn.roots = roots_of(filter).value_or(analysis::Roots{});
-  require_response(drawn, subject);
-  drawn.poles_outside = static_cast<std::size_t>(
-      std::count_if(drawn.roots.poles.begin(), drawn.roots.poles.end(), is_outside));
   if (drawn.family == Family::chebyshev_1) drawn.ripple = filter.passband_ripple;
   if (drawn.family == Family::chebyshev_2) drawn.attenuation = filter.stopband_attenuation;
-  drawn.peak_db = highest_level(drawn);
-  if (!std::isfinite(drawn.peak_db)) drawn = lifted(std::move(drawn));
   const std::vector<double> cutoffs = filter.ascending_cutoffs();
   drawn.half_power = half_power_frequencies(drawn, cutoffs);
   for (const double w : cutoffs) drawn.cutoffs.push_back(w * drawn.nyquist());
+  return drawn;
+}
+
+DrawnFilter drawn_without_settings(const designer::FilterForms &filter,
+                                   const std::string &subject) {
+  DrawnFilter drawn = with_peak(filter, subject);
+  const double half_power = drawn.peak_db - analysis::half_power_db;
+  drawn.response =
+      response_passing(drawn.level_db(0.0) >= half_power, drawn.level_db(1.0) >= half_power);
+  const double unlifted = half_power - drawn.lift_db.value_or(0.0);
+  const std::vector<double> found = drawn.sections.empty()
+                                        ? analysis::crossings(drawn.roots, unlifted, {0.0, 1.0})
+                                        : analysis::crossings(drawn.sections, unlifted, {0.0, 1.0});
+  if (found.empty()) return drawn;
+  const double lowest = found.front() * drawn.nyquist(), highest = found.back() * drawn.nyquist();
+  switch (drawn.response) {
+    case designer::Response::lowpass: drawn.half_power = {highest}; break;
+    case designer::Response::highpass: drawn.half_power = {lowest}; break;
+    case designer::Response::bandpass:
+    case designer::Response::bandstop: drawn.half_power = {lowest, highest}; break;
+  }
   return drawn;
 }
 

@@ -25,7 +25,8 @@ std::string cutoff_meaning(const DrawnFilter &filter) {
 
 FigureKey key_of(const DrawnFilter &filter) {
   FigureKey key;
-  key.cutoffs = cutoff_meaning(filter) + ' ' + frequencies_text(filter.cutoffs, digits_asked_for);
+  if (!filter.cutoffs.empty())
+    key.cutoffs = cutoff_meaning(filter) + ' ' + frequencies_text(filter.cutoffs, digits_asked_for);
   if (!filter.half_power.empty())
     key.half_power = "\u22123 dB at " + frequencies_text(filter.half_power, digits_found);
   if (filter.ripple) key.limits = fmt::format("ripple asked for: {} dB", *filter.ripple);
@@ -41,9 +42,12 @@ FigureKey figure_key(const std::vector<DrawnFilter> &filters) {
   FigureKey key;
   for (const DrawnFilter &filter : filters)
     key.names.push_back(numbered_name(key.names.size() + 1, filter.name));
-  key.cutoffs = "cutoffs";
-  if (std::any_of(filters.begin(), filters.end(),
-                  [](const DrawnFilter &filter) { return !filter.half_power.empty(); }))
+  const auto any_has = [&](std::vector<double> DrawnFilter::*places) {
+    return std::any_of(filters.begin(), filters.end(),
+                       [&](const DrawnFilter &filter) { return !(filter.*places).empty(); });
+  };
+  if (any_has(&DrawnFilter::cutoffs)) key.cutoffs = "cutoffs";
+  if (any_has(&DrawnFilter::half_power))
     key.half_power = "symbols on the curves: \u22123 dB from the peak";
   if (!levels_asked_for(filters).empty()) key.limits = "ripple and attenuation asked for";
   return key;

@@ -22,6 +22,8 @@ Edges edges(const DrawnFilter &filter) {
   // Cutoffs of a chebyshev-2 lie in its stopband.
   if (filter.family != Family::chebyshev_2 || all.empty())
     all.insert(all.end(), filter.cutoffs.begin(), filter.cutoffs.end());
+  // An allpass has none.
+  if (all.empty()) return {filter.nyquist() / 100.0, filter.nyquist() / 2.0};
   const auto [low, high] = std::minmax_element(all.begin(), all.end());
   return {*low, *high};
 }

@@ -128,3 +128,28 @@ TEST(DrawnFilter, WhatHasNoResponseIsRefused) {
   ringing.roots->poles = {{0.6, 0.8}, {0.6, -0.8}};
   EXPECT_EQ(refusal(ringing), "the filter has a pole on the unit circle: it has no response");
 }
+
+TEST(DrawnFilter, WithoutSettingsItsLevelsSayWhatItIs) {
+  for (const designer::Response response :
+       {designer::Response::lowpass, designer::Response::highpass, designer::Response::bandpass,
+        designer::Response::bandstop}) {
+    const bool band = analysis::has_two_edges(response);
+    const auto published = designer::published_filter(tests::design(
+        tests::settings("butterworth", std::string(designer::name_of(response)), 3,
+                        band ? std::vector<double>{1000, 2000} : std::vector<double>{1000})));
+    const DrawnFilter known = pictures::drawn_filter(published, "the filter");
+    const DrawnFilter found = pictures::drawn_without_settings(published, "the filter");
+    EXPECT_EQ(found.response, response);
+    EXPECT_THAT(found.cutoffs, SizeIs(0));
+    EXPECT_THAT(found.half_power, testing::Pointwise(testing::DoubleNear(1e-6), known.half_power));
+  }
+}
+
+TEST(DrawnFilter, AnAllpassHasNoHalfPower) {
+  designer::FilterForms forms{};
+  forms.samplerate = 48000.0;
+  forms.sections = {{0.5, -1.2, 1.0, -1.2, 0.5}};
+  const DrawnFilter filter = pictures::drawn_without_settings(forms, "the filter");
+  EXPECT_THAT(filter.half_power, SizeIs(0));
+  EXPECT_NEAR(level_at(filter, 5000), 0.0, 1e-9);
+}

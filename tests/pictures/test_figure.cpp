@@ -136,3 +136,18 @@ TEST(Warnings, SayWhatThePictureCannot) {
   EXPECT_THAT(warnings(drawn("butterworth", "bandpass", 3, {3000, 1000}), "the filter"),
               ElementsAre("the filter is unstable: 6 of its poles lie outside the unit circle"));
 }
+
+TEST(Figure, WithoutSettingsHasNoCutoffsInItsKey) {
+  designer::FilterForms forms{};
+  forms.samplerate = 48000.0;
+  forms.sections = {{0.5, -1.2, 1.0, -1.2, 0.5}};
+  const Figure allpass = figure_of({pictures::drawn_without_settings(forms, "the filter")});
+  EXPECT_EQ(allpass.key.cutoffs, "");
+  EXPECT_EQ(allpass.key.half_power, "");
+  EXPECT_EQ(allpass.level.frequency.axis.high, 24000.0);
+  EXPECT_GT(allpass.level.frequency.axis.low, 0.0);
+  forms.sections = {{0.25, 0.5, 0.25, 0.0, 0.0}};
+  const Figure lowpass = figure_of({pictures::drawn_without_settings(forms, "the filter")});
+  EXPECT_EQ(lowpass.key.cutoffs, "");
+  EXPECT_THAT(lowpass.key.half_power, testing::HasSubstr("at 8737.4 Hz"));
+}

@@ -29,7 +29,7 @@ void draw_key(Script &script, const Place &first, const pictures::FigureKey &key
     script.key_line(row, line_style(i), key.names[i]);
     script.key_symbol({row.left + 22, row.top}, half_power_style(i), "");
   }
-  script.key_line(row, cutoff_style, key.cutoffs);
+  if (!key.cutoffs.empty()) script.key_line(row, cutoff_style, key.cutoffs);
   const Place second{row.left + column, row.top}, third{row.left + 2 * column, row.top};
   // With several filters, the symbol is different for each and stands at its name.
   if (!key.names.empty() && !key.half_power.empty()) script.key_text(second, key.half_power);

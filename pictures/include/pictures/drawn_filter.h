@@ -21,7 +21,7 @@ struct DrawnFilter {
   analysis::Roots roots;          /**< what everything else is computed from; without sections, the
                                        level as well */
   double samplerate;              /**< in Hz */
-  std::vector<double> cutoffs;    /**< ascending */
+  std::vector<double> cutoffs;    /**< ascending; empty if they are not known */
   std::vector<double> half_power; /**< where the level is 3.01 dB below the peak, ascending; one for
                                        each cutoff or fewer */
   std::optional<double> ripple;   /**< asked for, in dB; of a chebyshev-1 alone */
@@ -55,6 +55,13 @@ struct DrawnFilter {
  * that is not finite, or a pole on the unit circle.
  */
 DrawnFilter drawn_filter(const designer::PublishedFilter &filter, const std::string &subject);
+
+/**
+ * The same for a filter of which no settings are known. It has no cutoffs; what it passes at 0 and
+ * at the Nyquist frequency says which response it is drawn as, and the half-power points are the
+ * outermost places where its level crosses 3.01 dB below the peak.
+ */
+DrawnFilter drawn_without_settings(const designer::FilterForms &filter, const std::string &subject);
 
 }  // namespace pictures
 

@@ -441,3 +441,16 @@ TEST_F(PlotCommand, TheExamplesInTheHelpWork) {
   EXPECT_EQ(count, 2);
   EXPECT_THAT(files(), ElementsAre("both.png", "five.json", "lowpass.svg"));
 }
+
+TEST_F(PlotCommand, SectionsOfAnotherProgramAreDrawn) {
+  write("sos.csv", "0.25,0.5,0.25,0,0\n");
+  const std::string svg = drawn("a.svg", "--sections sos.csv --samplerate 8k");
+  EXPECT_THAT(svg, HasSubstr("1 section of 'sos.csv', at 8000 Hz"));
+  EXPECT_THAT(svg, Not(HasSubstr("cutoff")));
+  save("saved.json", "--topology butterworth");
+  const std::string both = drawn("b.svg", "--sections sos.csv --compare saved.json");
+  EXPECT_THAT(both, HasSubstr("2 filters"));
+  EXPECT_THAT(plot("saved.json --sections sos.csv -o c.svg").err, HasSubstr("exclude each other"));
+  EXPECT_THAT(plot("--sections sos.csv --order 3 -o c.svg").err,
+              HasSubstr("so --order would change nothing"));
+}
