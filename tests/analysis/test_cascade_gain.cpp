@@ -5,6 +5,7 @@
 
 #include "analysis/band.h"
 #include "analysis/cascade_peaks.h"
+#include "analysis/impulse_norms.h"
 #include "analysis/response.h"
 #include "data.h"
 
@@ -70,6 +71,30 @@ TEST(GainSpread, StaysAsGivenFromASectionWithoutAFinitePeakOn) {
   EXPECT_EQ(spread[2].b0, 2.0);
   EXPECT_EQ(with_gain_spread({{0, 0, 0, 0, 0}, {3, 0, 0, 0, 0}})[1].b0, 3.0);
   EXPECT_TRUE(with_gain_spread({}).empty());
+}
+
+TEST(GainWithinFullScale, NoInputLeavesFullScaleBetweenTheSections) {
+  std::size_t checked = 0;
+  for (const data::Case &one : data::cases()) {
+    const auto scaled = with_gain_within_full_scale(one.sections);
+    if (!scaled) continue;
+    ++checked;
+    const std::vector<Norms> norms = norms_from_input(*scaled);
+    for (std::size_t i = 0; i + 1 < norms.size(); ++i) {
+      EXPECT_LT(norms[i].l1, 1.0) << one.name << i;
+      EXPECT_GE(norms[i].l1, 0.4999) << one.name << i;
+    }
+    for (const double w : {0.1, 0.3, 0.77})
+      EXPECT_EQ(response(*scaled, w), response(one.sections, w)) << one.name << " at " << w;
+  }
+  EXPECT_GE(checked, 10U);
+}
+
+TEST(GainWithinFullScale, GivesUpWhereNoSumEndsOrDigitsAreLost) {
+  EXPECT_FALSE(with_gain_within_full_scale({{1, 0, 0, -1, 0}, {1, 0, 0, 0, 0}}));
+  EXPECT_FALSE(with_gain_within_full_scale({{1e-200, 0, 0, 0, 0}, {1e-150, 0, 0, 0, 0}}));
+  EXPECT_TRUE(with_gain_within_full_scale({{1e-200, 0, 0, 0, 0}, {1e-100, 0, 0, 0, 0}}));
+  EXPECT_EQ(with_gain_within_full_scale({})->size(), 0U);
 }
 
 TEST(ReferenceLevel, IsTheBottomOfTheRippleForAChebyshevOfEvenOrder) {

@@ -37,6 +37,19 @@ Sections scaled(Sections filter, double factor);
  */
 Sections with_gain_spread(Sections filter);
 
+/**
+ * The filter with its gain distributed so that no signal within -1 to 1 leaves that range between
+ * its sections: the sum of the magnitudes of the impulse response from the input to the output of
+ * each section but the last becomes more than a half and at most 1. Numerators are multiplied by
+ * powers of two as above; the last one makes up for them, and its output is what it was.
+ *
+ * Cost: proportional to the number of sections times the time constant of the slowest pole.
+ * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.8 (scaling by
+ * the sum of the magnitudes of the impulse response).
+ * @return none if a gain leaves the range of normal doubles, or if `norms_from_input` does not end
+ */
+std::optional<Sections> with_gain_within_full_scale(const Sections &filter);
+
 }  // namespace analysis
 
 #endif
