@@ -1,0 +1,101 @@
+#include "analysis/fixed_measures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+
+#include "analysis/run.h"
+#include "analysis/stability.h"
+
+namespace analysis {
+namespace {
+
+constexpr double most_work = 0x1p25;  // samples times sections, of a run
+constexpr double shortest = 4096;
+
+/** A run in parts, in samples. */
+struct Parts {
+  std::size_t settling, measured, dying_away, cycling;
+
+  std::size_t sound() const { return settling + measured; }
+  std::size_t silence_heard() const { return sound() + dying_away; }
+  std::size_t whole() const { return silence_heard() + cycling; }
+};
+
+Parts parts(double time_constant, int bits, std::size_t sections) {
+  const auto samples = [&](double time_constants, double least) {
+    return static_cast<std::size_t>(std::max(least, time_constants * time_constant));
+  };
+  // To far below a unit, with two time constants for each section: neighbouring poles fade later.
+  const double fading = bits * std::numbers::ln2 + 2.0 * static_cast<double>(sections) + 10.0;
+  return {samples(8, shortest), samples(20, 8 * shortest), samples(fading, shortest),
+          samples(4, 4 * shortest)};
+}
+
+/** Samples of any value, all equally probable. */
+std::vector<double> white_noise(std::size_t count, int bits) {
+  std::uint64_t state = 1;
+  std::vector<double> signal(count);
+  for (double &sample : signal) {
+    // A linear congruential generator (Knuth's MMIX), whose high bits are random enough.
+    state = state * 6364136223846793005U + 1442695040888963407U;
+    sample =
+        std::ldexp(std::floor(std::ldexp(static_cast<double>(state >> 32U), bits - 32)), 1 - bits) -
+        1.0;
+  }
+  return signal;
+}
+
+double root_of_mean_square(const std::vector<double> &values) {
+  double sum = 0.0;
+  for (const double value : values) sum += value * value;
+  return std::sqrt(sum / static_cast<double>(values.size()));
+}
+
+double largest_after(const std::vector<double> &signal, std::size_t start) {
+  double largest = 0.0;
+  for (std::size_t i = start; i < signal.size(); ++i)
+    largest = std::max(largest, std::fabs(signal[i]));
+  return largest;
+}
+
+}  // namespace
+
+std::optional<FixedMeasures> fixed_measures(const FixedCascade &cascade) {
+  const Sections sections = sections_of(cascade);
+  const Stability slowest = stability(sections);
+  if (!slowest.stable) return std::nullopt;
+  const Parts run = parts(1 / slowest.margin, cascade.bits, sections.size());
+  if (static_cast<double>(run.whole()) * static_cast<double>(sections.size()) > most_work)
+    return std::nullopt;
+
+  std::vector<double> input = white_noise(run.sound(), cascade.bits);
+  const std::vector<long double> wanted =
+      run_direct_1(sections, std::vector<long double>(input.begin(), input.end()));
+  input.resize(run.whole(), 0.0);
+  const std::vector<double> found = run_fixed(cascade, input).output;
+  std::vector<double> output, error;
+  double sum = 0.0;
+  for (std::size_t i = run.settling; i < run.sound(); ++i) {
+    output.push_back(static_cast<double>(wanted[i]));
+    error.push_back(static_cast<double>(static_cast<long double>(found[i]) - wanted[i]));
+    sum += error.back();
+  }
+  const double peak = 4.0 * root_of_mean_square(output);
+  if (!(peak > 0.0)) return std::nullopt;
+
+  const double units = std::ldexp(1.0, cascade.bits - 1);
+  FixedMeasures measures{20.0 * std::log10(root_of_mean_square(error) / peak),
+                         units * sum / static_cast<double>(error.size()),
+                         units * largest_after(found, run.silence_heard())};
+  for (const double extreme : {1.0, -1.0}) {
+    std::fill_n(input.begin(), run.sound(), extreme);
+    measures.limit_cycle =
+        std::max(measures.limit_cycle,
+                 units * largest_after(run_fixed(cascade, input).output, run.silence_heard()));
+  }
+  return measures;
+}
+
+}  // namespace analysis
