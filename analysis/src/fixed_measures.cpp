@@ -13,24 +13,24 @@ namespace {
 
 constexpr double most_work = 0x1p25;  // samples times sections, of a run
 constexpr double shortest = 4096;
+constexpr std::size_t noises = 8;  // that a limit cycle is looked for after
 
-/** A run in parts, in samples. */
-struct Parts {
-  std::size_t settling, measured, dying_away, cycling;
+/** Lengths in samples. */
+struct Lengths {
+  std::size_t settling, measured, fading, cycling;
 
-  std::size_t sound() const { return settling + measured; }
-  std::size_t silence_heard() const { return sound() + dying_away; }
-  std::size_t whole() const { return silence_heard() + cycling; }
+  std::size_t silence() const { return fading + cycling; }
+  std::size_t most() const { return settling + measured + silence(); }
 };
 
-Parts parts(double time_constant, int bits, std::size_t sections) {
+Lengths lengths(double time_constant, int bits, std::size_t sections) {
   const auto samples = [&](double time_constants, double least) {
     return static_cast<std::size_t>(std::max(least, time_constants * time_constant));
   };
   // To far below a unit, with two time constants for each section: neighbouring poles fade later.
   const double fading = bits * std::numbers::ln2 + 2.0 * static_cast<double>(sections) + 10.0;
   return {samples(8, shortest), samples(20, 8 * shortest), samples(fading, shortest),
-          samples(4, 4 * shortest)};
+          samples(4, shortest)};
 }
 
 /** Samples of any value, all equally probable. */
@@ -53,10 +53,28 @@ double root_of_mean_square(const std::vector<double> &values) {
   return std::sqrt(sum / static_cast<double>(values.size()));
 }
 
-double largest_after(const std::vector<double> &signal, std::size_t start) {
+// What is left at the end of the silence after a sound.
+double left_after(const FixedCascade &cascade, std::vector<double> sound, const Lengths &length) {
+  sound.resize(sound.size() + length.silence(), 0.0);
+  const std::vector<double> output = run_fixed(cascade, sound).output;
   double largest = 0.0;
-  for (std::size_t i = start; i < signal.size(); ++i)
-    largest = std::max(largest, std::fabs(signal[i]));
+  for (std::size_t i = output.size() - length.cycling; i < output.size(); ++i)
+    largest = std::max(largest, std::fabs(output[i]));
+  return largest;
+}
+
+// The largest of those after constants and after noise that stops at different moments.
+double limit_cycle(const FixedCascade &cascade, const std::vector<double> &noise,
+                   const Lengths &length) {
+  double largest = 0.0;
+  for (const double extreme : {1.0, -1.0})
+    largest = std::max(largest,
+                       left_after(cascade, std::vector<double>(length.settling, extreme), length));
+  for (std::size_t i = 0; i < noises; ++i) {
+    const auto start = noise.begin() + static_cast<std::ptrdiff_t>(i * length.measured / noises);
+    const auto end = start + static_cast<std::ptrdiff_t>(length.settling);
+    largest = std::max(largest, left_after(cascade, {start, end}, length));
+  }
   return largest;
 }
 
@@ -66,18 +84,17 @@ std::optional<FixedMeasures> fixed_measures(const FixedCascade &cascade) {
   const Sections sections = sections_of(cascade);
   const Stability slowest = stability(sections);
   if (!slowest.stable) return std::nullopt;
-  const Parts run = parts(1 / slowest.margin, cascade.bits, sections.size());
-  if (static_cast<double>(run.whole()) * static_cast<double>(sections.size()) > most_work)
+  const Lengths length = lengths(1 / slowest.margin, cascade.bits, sections.size());
+  if (static_cast<double>(length.most()) * static_cast<double>(sections.size()) > most_work)
     return std::nullopt;
 
-  std::vector<double> input = white_noise(run.sound(), cascade.bits);
+  const std::vector<double> input = white_noise(length.settling + length.measured, cascade.bits);
   const std::vector<long double> wanted =
       run_direct_1(sections, std::vector<long double>(input.begin(), input.end()));
-  input.resize(run.whole(), 0.0);
   const std::vector<double> found = run_fixed(cascade, input).output;
   std::vector<double> output, error;
   double sum = 0.0;
-  for (std::size_t i = run.settling; i < run.sound(); ++i) {
+  for (std::size_t i = length.settling; i < input.size(); ++i) {
     output.push_back(static_cast<double>(wanted[i]));
     error.push_back(static_cast<double>(static_cast<long double>(found[i]) - wanted[i]));
     sum += error.back();
@@ -86,16 +103,9 @@ std::optional<FixedMeasures> fixed_measures(const FixedCascade &cascade) {
   if (!(peak > 0.0)) return std::nullopt;
 
   const double units = std::ldexp(1.0, cascade.bits - 1);
-  FixedMeasures measures{20.0 * std::log10(root_of_mean_square(error) / peak),
-                         units * sum / static_cast<double>(error.size()),
-                         units * largest_after(found, run.silence_heard())};
-  for (const double extreme : {1.0, -1.0}) {
-    std::fill_n(input.begin(), run.sound(), extreme);
-    measures.limit_cycle =
-        std::max(measures.limit_cycle,
-                 units * largest_after(run_fixed(cascade, input).output, run.silence_heard()));
-  }
-  return measures;
+  return FixedMeasures{20.0 * std::log10(root_of_mean_square(error) / peak),
+                       units * sum / static_cast<double>(error.size()),
+                       units * limit_cycle(cascade, input, length)};
 }
 
 }  // namespace analysis

@@ -17,14 +17,15 @@ struct FixedMeasures {
 };
 
 /**
- * Runs the cascade, see `run_fixed`, beside the same sections in long double. The input is noise
- * spread evenly over full scale, the same each time, then silence; and the largest sample and the
- * smallest one, for as long as the slowest pole needs, then silence.
+ * Runs the cascade, see `run_fixed`, beside the same sections in long double, with noise spread
+ * evenly over full scale, the same each time. Limit cycles are looked for in the silence after the
+ * largest sample and after the smallest one, each held for as long as the slowest pole needs, and
+ * after noise that stops at eight moments.
  *
  * A limit cycle depends on the signal before it. Another one may leave a larger one;
  * `ScaledCascade::error` bounds them all.
  *
- * Cost: that of three runs of some hundred time constants of the slowest pole each.
+ * Cost: that of eleven runs of some fifty time constants of the slowest pole each.
  * Accuracy: the noise varies by some tenths of a decibel from one noise to another.
  * Source: Oppenheim & Schafer, Discrete-Time Signal Processing, 2nd ed., section 6.10 (zero-input
  * limit cycles).
