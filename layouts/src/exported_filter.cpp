@@ -10,6 +10,7 @@
 #include "designer/refusal.h"
 #include "designer/title.h"
 #include "floats.h"
+#include "integer_filter.h"
 #include "level.h"
 #include "noise.h"
 #include "soundness.h"
@@ -69,6 +70,14 @@ void add_sections(ExportedFilter &filter, const ScaledFilter &scaled, const Targ
   add_noise(filter, structured.realization, scaled, target, request);
 }
 
+void add_integers(ExportedFilter &filter, IntegerFilter integers) {
+  filter.structure = analysis::Structure::direct_1;
+  filter.sections = std::move(integers.sections);
+  filter.shift = integers.shift;
+  filter.scaling.insert(filter.scaling.end(), integers.sentences.begin(), integers.sentences.end());
+  filter.remarks = std::move(integers.remarks);
+}
+
 }  // namespace
 
 ExportedFilter exported_filter(const designer::Design &design, const Target &target,
@@ -83,6 +92,10 @@ ExportedFilter exported_filter(const designer::Design &design, const Target &tar
   filter.command = request.command;
   LevelledFilter levelled = at_level(published, request.level);
   filter.scaling.push_back(levelled.sentence);
+  if (has_integer_signals(target)) {
+    add_integers(filter, integer_filter(levelled.sections, target, request, filter.samplerate));
+    return filter;
+  }
   if (target.form == Form::sections) {
     add_sections(filter,
                  {std::move(levelled.sections), published.roots.value_or(analysis::Roots{})},

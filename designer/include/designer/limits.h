@@ -23,6 +23,14 @@ inline constexpr double most_noise_db = -80.0;
 /** The same in floats. */
 inline constexpr double most_float_noise_db = -60.0;
 
+/** The same in fixed point of 32 bits. */
+inline constexpr double most_fixed_32_noise_db = -60.0;
+
+/** The same in fixed point of 16 bits, where few filters reach -60 dB. At -40 dB the error is a
+ *  hundredth of the output's peak: less than seven of the sixteen bits are left of the signal, and a
+ *  wider type is the better choice. */
+inline constexpr double most_fixed_16_noise_db = -40.0;
+
 }  // namespace designer
 
 #endif

@@ -25,11 +25,15 @@ struct ExportedFilter {
   std::vector<std::string>
       remarks;                 /**< what a user of the file needs to know, without full stops */
   analysis::Sections sections; /**< finite, at least one, none silent; for a target with floats
-                                         each coefficient is a float's value, or that of `forms` is */
+                                         each coefficient is a float's value, or that of `forms` is,
+                                         and in fixed point a multiple of the unit that one postshift
+                                         has for all */
   analysis::Structure structure =
       analysis::Structure::direct_2_transposed; /**< in which they are run */
   std::vector<analysis::StateVariable> forms;   /**< of each section, if that is state variable,
                                                      rounded as the sections; otherwise empty */
+  int shift = 0; /**< the output is 2^-shift times the filter's; above
+                                                     0 only in fixed point */
 };
 
 /**

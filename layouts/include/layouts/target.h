@@ -14,7 +14,14 @@ namespace layouts {
 struct ExportedFilter;
 
 /** What a target holds coefficients in, and computes with. */
-enum class Arithmetic { doubles, floats };
+enum class Arithmetic {
+  doubles,
+  floats,
+  integers_between, /**< doubles within a section, and integers of 32 bits from one to the next, which
+                         clip */
+  fixed_32,         /**< fixed point, see `analysis::fixed_cascade` */
+  fixed_16
+};
 
 /** What a target takes of a filter. */
 enum class Form {
