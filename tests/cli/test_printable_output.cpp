@@ -44,7 +44,7 @@ TEST_F(HiddenTexts, NoneIsInAnExportedFile) {
   for (const std::string &text : hidden_texts()) all += text + " ";
   for (const layouts::Target &target : layouts::targets()) {
     const Outcome outcome = veltane(std::string("export --for ") + target.name + " --name " +
-                                    shell_word(all) + " --order 3");
+                                    shell_word(all) + " --topology butterworth --order 3");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::string lines = outcome.out;
     lines.erase(std::remove(lines.begin(), lines.end(), '\n'), lines.end());
