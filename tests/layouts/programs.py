@@ -40,6 +40,11 @@ def samples(text):
     return [float(line) for line in text.split()]
 
 
+def graph_of(file):
+    """What a file of effects holds without its comment, as its comment says to take it."""
+    return run("grep", "-v", "^#", file)
+
+
 def impulse(count):
     return numpy.eye(1, count)[0]
 

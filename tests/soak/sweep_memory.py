@@ -53,8 +53,8 @@ INPUTS = {
 }
 
 BAND = "--response bandpass --frequency 300 3400"
-TARGETS = ("scipy octave c c-float cpp cpp-float cmsis webaudio webaudio-sections faust csound "
-           "supercollider csv json").split()
+TARGETS = ("scipy octave c c-float cpp cpp-float cmsis cmsis-q31 cmsis-q15 webaudio "
+           "webaudio-sections faust csound supercollider sox ffmpeg csv json").split()
 
 
 def cases():
