@@ -54,7 +54,8 @@ constexpr Option structure_option{
     .choices = structure_words};
 constexpr Option anyway_option{
     .names = "--anyway",
-    .help = "Write a filter that makes too much noise in the target's floats, too [off]"};
+    .help =
+        "Write a filter that makes too much noise in the target's floats or integers, too [off]"};
 
 constexpr std::array options{&target_option,    &file_option,   &normalise_option,
                              &published_option, &spread_option, &structure_option,
@@ -71,8 +72,8 @@ std::string description() {
       "are.\n"
       "The sections are arranged so that they run with the least rounding noise.\n"
       "A comment in the file holds the equation, the sign of the feedback terms, the sample rate\n"
-      "and the command that makes it again. Numbers have 17 significant digits, or 9\n"
-      "for targets with floats.\n\nTargets:\n";
+      "and the command that makes it again. Numbers have 17 significant digits, 9 for targets\n"
+      "with floats, and are integers in fixed point.\n\nTargets:\n";
   for (const layouts::Target &target : layouts::targets())
     text += fmt::format("  {:<19}{}\n", target.name, target.summary);
   return text;

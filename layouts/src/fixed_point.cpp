@@ -97,7 +97,7 @@ std::string coefficients_sentence(const analysis::Sections &filter,
 
 std::string noise_text(double db) {
   return db > -0.5 ? "as much noise as signal"
-                   : fmt::format("noise {:.0f} dB below the output's peak", -db);
+                   : fmt::format("noise {:.1f} dB below the output's peak", -db);
 }
 
 std::string noise_sentence(const FixedNoise &noise,

@@ -92,11 +92,23 @@ class Sox:
         # The noise of the integers stays the same when there is less of the signal.
         wanted = scipy.signal.sosfilt(sections, noise)
         below = noise_below_peak(found, wanted) - decibels(room)
-        return f"noise {below:.0f} dB down, said are {said:.0f}" if not -2 < below - said < 20 else None
+        self.row = f"-{said:.0f} dB | -{below:.0f} dB | {room:.2f}"
+        if not -2 < below - said < 20:
+            return f"noise {below:.0f} dB down, said are {said:.0f}"
+        return None
 
     def other_failure(self, veltane):
-        """Published sections clip in the middle unless their gain is made to fit."""
-        return self.failure(veltane, CASES[3], ["--as-published"])
+        """Published sections clip in the middle unless their gain is made to fit; and 16 bits are
+        dithered, as the comment says, unless SoX is told not to."""
+        if failure := self.failure(veltane, CASES[3], ["--as-published"]):
+            return failure
+        outputs = []
+        for options in ["-D"], []:
+            output = self.folder / "short.wav"
+            programs.run("sox", *options, self.folder / "in.wav", "-b", "16", output)
+            outputs.append(scipy.io.wavfile.read(output)[1].astype(int))
+        dither = abs(outputs[0] - outputs[1]).max()
+        return None if 1 <= dither <= 4 else f"the dither is {dither} units"
 
 
 class Ffmpeg:
@@ -121,6 +133,7 @@ class Ffmpeg:
         for signal, values in (noise, noise), (short, short / 32768):
             found = self.run(file, signal, ("-c:a", "pcm_f64le"))
             off = abs(found - scipy.signal.sosfilt(sections, values)).max()
+            self.row = f"{off:.0e}"
             if off > 1e-9:
                 return f"{signal.dtype} is off by {off:.1e}"
         return None
@@ -138,6 +151,7 @@ class Ffmpeg:
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--veltane", required=True, help="the built command")
+    parser.add_argument("--table", action="store_true", help="print rows for the documents")
     parser.add_argument("target", choices=("sox", "ffmpeg"))
     arguments = parser.parse_args()
     failures = 0
@@ -146,7 +160,11 @@ def main():
         for case in CASES:
             failure = program.failure(arguments.veltane, case)
             failures += failure is not None
-            print(f"WRONG: {case}: {failure}" if failure else f"good: {case}")
+            name = f"{case[0]} {case[1]} {case[2]}, {' to '.join(map(str, case[3:]))} Hz"
+            if arguments.table and not failure:
+                print(f"| {name} | {program.row} |")
+            else:
+                print(f"WRONG: {name}: {failure}" if failure else f"good: {name}")
         if failure := program.other_failure(arguments.veltane):
             failures += 1
             print(f"WRONG: {failure}")

@@ -4,6 +4,7 @@ against what their comments say: no overflow for any input, the noise, the limit
 Then looks for the cutoff from which on a filter is refused.
 
   check_fixed_point.py --veltane PROGRAM cmsis-q31|cmsis-q15
+  check_fixed_point.py --veltane PROGRAM --table cmsis-q31|cmsis-q15
 """
 
 import argparse
@@ -94,7 +95,7 @@ class Case:
         error = (output - wanted)[self.ringing:]
         rms = numpy.sqrt(numpy.mean(wanted[self.ringing:] ** 2))
         found = -decibels(numpy.sqrt(numpy.mean(error ** 2)) / (4 * rms))
-        self.sine = worst_sine
+        self.noise = (said, found, worst_sine)
         if overflows:
             return "noise overflows"
         if abs(found - said) > 6 or abs(found - measured) > 1.5:
@@ -111,6 +112,7 @@ class Case:
             silence = numpy.zeros(2 * self.ringing)
             output, _overflows = self.run(numpy.concatenate([samples, silence]))
             largest = max(largest, abs(output[-self.ringing // 2:]).max())
+        self.limit_cycle = (bound, largest)
         if largest > bound:
             return f"a limit cycle of {largest:.0f}, {bound:.0f} are the bound"
         if seen > bound or not 0.5 * seen - 4 <= largest <= 1.5 * seen + 4:
@@ -126,13 +128,15 @@ class Case:
                              for rows in (self.designed, self.sections))
         found += decibels(2.0 ** self.header.output_shift)
         heard = wanted > wanted.max() - floor
+        self.level = worst
         difference = abs(found[heard] - wanted[heard]).max()
         if difference > worst + 1e-6:
             return f"the level is off by {difference:.3g} dB, said are {worst}"
         below = found[~heard].max(initial=-numpy.inf)
         if below > wanted.max() - floor + worst + 1e-6:
             return f"the level is {below:.1f} dB where it should be low"
-        if self.header.said(r"2\^(-?\d+), which changes")[0] != self.header.postshift + 1 - self.header.bits:
+        exponent = self.header.said(r"2\^(-?\d+), which changes")[0]
+        if exponent != self.header.postshift + 1 - self.header.bits:
             return "the comment has another postshift"
         return None
 
@@ -140,6 +144,29 @@ class Case:
         if overflows := self.overflows():
             return f"{overflows} overflows"
         return self.noise_failure() or self.limit_cycle_failure() or self.level_failure()
+
+
+def title(case):
+    family, response, order, cutoffs, _options = case
+    return f"{family} {response} {order}, {' to '.join(map(str, cutoffs))} Hz"
+
+
+def print_table(veltane, target, bits, folder):
+    print("| filter | below the level | level off by | noise said | noise here | worst sine | "
+          "cycle at most | cycle here |\n|---|--:|--:|--:|--:|--:|--:|--:|")
+    for case in CASES:
+        file = pathlib.Path(folder) / "case.h"
+        if export(veltane, target, case, file):
+            print(f"| {title(case)} | refused | | | | | | |")
+            continue
+        ran = Case(file, bits, sections_of(veltane, case))
+        if failure := ran.failure():
+            raise RuntimeError(failure)
+        said, found, sine = ran.noise
+        bound, cycle = ran.limit_cycle
+        print(f"| {title(case)} | {decibels(2.0 ** ran.header.output_shift):.0f} dB | "
+              f"{ran.level:.2g} dB | -{said:.0f} dB | -{found:.0f} dB | -{sine:.0f} dB | "
+              f"{bound:.0f} | {cycle:.0f} |")
 
 
 def sections_of(veltane, case):
@@ -178,7 +205,7 @@ def check_cases(veltane, target, bits, folder):
     failures = tried = would_overflow = 0
     for number, case in enumerate(CASES):
         file = pathlib.Path(folder) / f"case{number}.h"
-        name = f"{case[0]} {case[1]} of order {case[2]}, {case[3]} Hz"
+        name = title(case)
         if refusal := export(veltane, target, case, file):
             print(f"refused: {name}: {refusal.strip()}")
             continue
@@ -197,7 +224,10 @@ def check_cases(veltane, target, bits, folder):
 def check_threshold(veltane, target, bits, folder):
     """Between a cutoff that is taken and one that is refused, the noise is that of the threshold."""
     file = pathlib.Path(folder) / "threshold.h"
-    case = lambda cutoff: ("butterworth", "lowpass", 3, (cutoff,), ())
+
+    def case(cutoff):
+        return ("butterworth", "lowpass", 3, (cutoff,), ())
+
     taken, refused = 8000.0, 3.0
     if export(veltane, target, case(taken), file) or not export(veltane, target, case(refused), file):
         print("WRONG: no threshold")
@@ -236,10 +266,14 @@ def check_unstable(veltane, target, folder):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--veltane", required=True, help="the built command")
+    parser.add_argument("--table", action="store_true", help="print a table for the documents")
     parser.add_argument("target", choices=MOST_NOISE)
     arguments = parser.parse_args()
     bits = 32 if arguments.target == "cmsis-q31" else 16
     with tempfile.TemporaryDirectory() as folder:
+        if arguments.table:
+            print_table(arguments.veltane, arguments.target, bits, folder)
+            return 0
         fine = [check_cases(arguments.veltane, arguments.target, bits, folder),
                 check_threshold(arguments.veltane, arguments.target, bits, folder),
                 check_unstable(arguments.veltane, arguments.target, folder)]
