@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "args/given_sections.h"
 #include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
@@ -15,6 +16,7 @@
 #include "designer/refusal.h"
 #include "layouts/exported_filter.h"
 #include "layouts/layout.h"
+#include "text/letters.h"
 
 namespace cli {
 namespace {
@@ -57,9 +59,9 @@ constexpr Option anyway_option{
     .help =
         "Write a filter that makes too much noise in the target's floats or integers, too [off]"};
 
-constexpr std::array options{&target_option,    &file_option,   &normalise_option,
-                             &published_option, &spread_option, &structure_option,
-                             &anyway_option};
+constexpr std::array options{&target_option,    &file_option,      &sections_option,
+                             &normalise_option, &published_option, &spread_option,
+                             &structure_option, &anyway_option};
 
 constexpr std::array<std::string_view, 2> examples{
     "veltane export --for scipy --topology butterworth --order 4 --frequency 1000",
@@ -69,7 +71,8 @@ std::string description() {
   std::string text =
       "Designs one filter and writes its second-order sections in the layout of another program;\n"
       "'veltane export FILE.json --for TARGET' takes the coefficients of a saved design as they "
-      "are.\n"
+      "are,\n"
+      "and --sections FILE those of another program.\n"
       "The sections are arranged so that they run with the least rounding noise.\n"
       "A comment in the file holds the equation, the sign of the feedback terms, the sample rate\n"
       "and the command that makes it again. Numbers have 17 significant digits, 9 for targets\n"
@@ -99,6 +102,7 @@ layouts::Request layout_request(const Request &request, const layouts::Target &t
     wanted.arrangement = layouts::Arrangement::published_spread;
   else if (published)
     wanted.arrangement = layouts::Arrangement::published;
+  if (arguments.given(sections_option)) wanted.source = layouts::Source::elsewhere;
   if (arguments.given(anyway_option)) wanted.noisy = layouts::Noisy::written;
   wanted.structure = wanted_structure(arguments);
   return wanted;
@@ -120,16 +124,25 @@ designer::Design exported_design(const Request &request) {
   return designer::Designer(request.module).design(settings);
 }
 
+layouts::ExportedFilter exported_filter(const Request &request, const layouts::Target &target,
+                                        const layouts::Request &wanted) {
+  if (const auto given = given_sections(request.arguments)) {
+    if (request.arguments.operand()) throw designer::Refusal(two_filters);
+    return layouts::exported_filter(given->title, given->filter, target, wanted);
+  }
+  const designer::Design design = exported_design(request);
+  warn_of(design.remarks);
+  return layouts::exported_filter(design, target, wanted);
+}
+
 int run(const Request &request) {
   const Arguments &arguments = request.arguments;
   const auto name = arguments.value(target_option);
   if (!name) throw designer::Refusal("veltane export needs --for TARGET; --help lists the targets");
-  const layouts::Target &target = layouts::target_named(*name);
+  const layouts::Target &target = layouts::target_named(text::lower_case(*name));
   const layouts::Request wanted = layout_request(request, target);
   layouts::check(wanted, target);
-  const designer::Design design = exported_design(request);
-  warn_of(design.remarks);
-  const layouts::ExportedFilter filter = layouts::exported_filter(design, target, wanted);
+  const layouts::ExportedFilter filter = exported_filter(request, target, wanted);
   warn_of(filter.remarks);
   write_output(arguments.value(file_option), target.write(filter));
   return 0;

@@ -78,6 +78,26 @@ void add_integers(ExportedFilter &filter, IntegerFilter integers) {
   filter.remarks = std::move(integers.remarks);
 }
 
+ExportedFilter exported(const std::string &title, double samplerate, LevelledFilter levelled,
+                        const analysis::Roots &roots, const Target &target,
+                        const Request &request) {
+  ExportedFilter filter;
+  filter.title = title;
+  filter.samplerate = samplerate;
+  filter.identifier = request.identifier;
+  filter.command = request.command;
+  filter.scaling.push_back(levelled.sentence);
+  if (has_integer_signals(target)) {
+    add_integers(filter, integer_filter(levelled.sections, target, request, samplerate));
+  } else if (target.form == Form::sections) {
+    add_sections(filter, {std::move(levelled.sections), roots}, target, request);
+  } else {
+    filter.remarks = remarks_on(levelled.sections, target.arithmetic);
+    filter.sections = std::move(levelled.sections);
+  }
+  return filter;
+}
+
 }  // namespace
 
 ExportedFilter exported_filter(const designer::Design &design, const Target &target,
@@ -85,26 +105,16 @@ ExportedFilter exported_filter(const designer::Design &design, const Target &tar
   check(request, target);
   const designer::PublishedFilter published = designer::published_filter(design);
   check_sections(published.sections);
-  ExportedFilter filter;
-  filter.title = designer::title(design);
-  filter.samplerate = design.samplerate;
-  filter.identifier = request.identifier;
-  filter.command = request.command;
-  LevelledFilter levelled = at_level(published, request.level);
-  filter.scaling.push_back(levelled.sentence);
-  if (has_integer_signals(target)) {
-    add_integers(filter, integer_filter(levelled.sections, target, request, filter.samplerate));
-    return filter;
-  }
-  if (target.form == Form::sections) {
-    add_sections(filter,
-                 {std::move(levelled.sections), published.roots.value_or(analysis::Roots{})},
-                 target, request);
-  } else {
-    filter.remarks = remarks_on(levelled.sections, target.arithmetic);
-    filter.sections = std::move(levelled.sections);
-  }
-  return filter;
+  return exported(designer::title(design), design.samplerate, at_level(published, request.level),
+                  published.roots.value_or(analysis::Roots{}), target, request);
+}
+
+ExportedFilter exported_filter(const std::string &title, const designer::FilterForms &filter,
+                               const Target &target, const Request &request) {
+  check(request, target);
+  check_sections(filter.sections);
+  return exported(title, filter.samplerate, {filter.sections, "Level: as given."}, {}, target,
+                  request);
 }
 
 }  // namespace layouts

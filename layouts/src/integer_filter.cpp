@@ -29,9 +29,10 @@ IntegerFilter integer_filter(const analysis::Sections &sections, const Target &t
                              : in_fixed_point(ordered, target, request.noisy, samplerate);
   filter.sentences.insert(
       filter.sentences.begin(),
-      arranged ? "Sections: arranged for the least rounding noise; the module publishes another "
-                 "order (--as-published keeps it)."
-               : "Sections: in the order in which the module publishes them (--as-published).");
+      request.source == Source::elsewhere ? "Sections: arranged for the least rounding noise."
+      : arranged ? "Sections: arranged for the least rounding noise; the module publishes another "
+                   "order (--as-published keeps it)."
+                 : "Sections: in the order in which the module publishes them (--as-published).");
   return filter;
 }
 

@@ -26,6 +26,11 @@ std::string identifier_for(std::string_view stem) {
 }
 
 void check(const Request &request, const Target &target) {
+  if (request.source == Source::elsewhere &&
+      (request.arrangement != Arrangement::quiet || request.level != Level::as_designed))
+    throw designer::Refusal(
+        "--normalise, --as-published and --spread-gain are for designs; sections of another "
+        "program keep their level, and are arranged");
   if (request.arrangement != Arrangement::quiet && target.form != Form::sections)
     throw designer::Refusal(fmt::format(
         "--as-published and --spread-gain need sections, which --for {} does not have; --for "

@@ -24,8 +24,10 @@ analysis::Arithmetic arithmetic_of(const Target &target) {
                                                  : analysis::Arithmetic::doubles;
 }
 
-std::string arrangement_sentence(Arrangement arrangement) {
-  switch (arrangement) {
+std::string arrangement_sentence(const Request &request) {
+  if (request.source == Source::elsewhere)
+    return "Sections: arranged for the least rounding noise, and the gain spread over them.";
+  switch (request.arrangement) {
     case Arrangement::quiet: break;
     case Arrangement::published:
       return "Sections: in the order in which the module publishes them, all of the gain in the "
@@ -73,12 +75,13 @@ std::string reason_for(const ChosenRealization &chosen) {
   return ", as state-variable sections would make no less noise";
 }
 
-StructuredFilter chosen_structure(const ScaledFilter &filter, const Target &target) {
+StructuredFilter chosen_structure(const ScaledFilter &filter, const Target &target,
+                                  const Request &request) {
   ChosenRealization chosen =
       analysis::chosen_realization(filter.sections, filter.roots, arithmetic_of(target));
   const std::string structure = fmt::format("Structure: {}{} (--structure takes another).",
                                             name_of(chosen.taken.structure), reason_for(chosen));
-  return {std::move(chosen.taken), {arrangement_sentence(Arrangement::quiet), structure}};
+  return {std::move(chosen.taken), {arrangement_sentence(request), structure}};
 }
 
 }  // namespace
@@ -95,11 +98,11 @@ std::string name_of(Structure structure) {
 StructuredFilter in_structure(const ScaledFilter &filter, const Target &target,
                               const Request &request) {
   if (!target.structure && !request.structure && request.arrangement == Arrangement::quiet)
-    return chosen_structure(filter, target);
+    return chosen_structure(filter, target, request);
   const Structure structure =
       request.structure.value_or(target.structure.value_or(Structure::direct_2_transposed));
   StructuredFilter found{realized(filter, structure, request.arrangement, arithmetic_of(target)),
-                         {arrangement_sentence(request.arrangement)}};
+                         {arrangement_sentence(request)}};
   if (!target.structure)
     found.sentences.push_back(
         fmt::format("Structure: {} ({}).", name_of(structure),

@@ -8,6 +8,7 @@
 #include "analysis/filter.h"
 #include "analysis/structure.h"
 #include "designer/designer.h"
+#include "designer/filter_forms.h"
 #include "layouts/request.h"
 #include "layouts/target.h"
 
@@ -45,6 +46,14 @@ struct ExportedFilter {
  */
 ExportedFilter exported_filter(const designer::Design &design, const Target &target,
                                const Request &request);
+
+/**
+ * The same for sections of which nothing else is known.
+ * @param title    the filter on one line
+ * @param request  with `Source::elsewhere`
+ */
+ExportedFilter exported_filter(const std::string &title, const designer::FilterForms &filter,
+                               const Target &target, const Request &request);
 
 }  // namespace layouts
 

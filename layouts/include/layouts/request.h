@@ -29,6 +29,12 @@ enum class Arrangement {
 /** What becomes of a filter that makes more noise in floats than is any use. */
 enum class Noisy { refused, written };
 
+/** Whose sections they are. */
+enum class Source {
+  module,
+  elsewhere /**< nothing but the sections is known: their level stays, and they are arranged */
+};
+
 struct Request {
   std::string identifier; /**< what the filter is called in the file: ASCII letters, digits
                                          and single underscores; see `identifier_for` */
@@ -37,6 +43,7 @@ struct Request {
   Level level = Level::as_designed;
   Arrangement arrangement = Arrangement::quiet;
   Noisy noisy = Noisy::refused;
+  Source source = Source::module;
   std::optional<analysis::Structure> structure =
       std::nullopt; /**< for targets that have none of their own: by default the one that
                        `analysis::chosen_realization` takes, and direct form II transposed for

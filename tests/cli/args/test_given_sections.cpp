@@ -48,6 +48,24 @@ TEST_F(GivenSections, WhatIsExportedAsAMatrixReadsBackAsTheSameFilter) {
   }
 }
 
+TEST_F(GivenSections, LeaveArrangedInAnyLayout) {
+  write("reversed.txt", "1 2 1 1 -1.9 0.95\n0.001 0.002 0.001 1 -1.5 0.6\n");
+  const std::string sections = "export --sections " + path("reversed.txt") + " --fs 8k --for ";
+  const Outcome file = veltane(sections + "CSV -o " + path("new.csv"));
+  EXPECT_EQ(file.status, 0) << file.err;
+  const std::string csv = read_file(path("new.csv"));
+  EXPECT_THAT(csv, StartsWith("# 2 sections of '" + path("reversed.txt") + "', at 8000 Hz"));
+  EXPECT_THAT(csv, HasSubstr("# Level: as given.\n"));
+  EXPECT_THAT(csv, testing::Not(HasSubstr("module")));
+  const std::string numbers = " --format csv --linear --points 20";
+  EXPECT_EQ(veltane("response --sections " + path("new.csv") + numbers).out,
+            veltane("response --sections " + path("reversed.txt") + numbers).out);
+  for (const char *target : {"c", "c-float", "cmsis", "cmsis-q31", "sox"})
+    EXPECT_THAT(veltane(sections + target).out, HasSubstr("Level: as given.")) << target;
+  for (const char *option : {"--normalise", "--as-published", "--as-published --spread-gain"})
+    EXPECT_THAT(veltane(sections + "c " + option).err, HasSubstr("are for designs")) << option;
+}
+
 TEST_F(GivenSections, AreCheckedForWhatTheyAre) {
   const Outcome found = veltane("check --samplerate 44.1k --sections " + exported("csv"));
   EXPECT_EQ(found.status, 0);
@@ -80,4 +98,5 @@ TEST_F(GivenSections, AreRefusedInASentenceWhereTheyCannotBe) {
     refused(name + good + " --from " + path("good.txt"), "exclude each other");
   }
   refused("check " + path("good.txt") + good, "exclude each other");
+  refused("export " + path("good.txt") + good + " --for c", "exclude each other");
 }
