@@ -48,15 +48,15 @@ std::string list() {
 }
 
 CommandLine own_line() {
-  return {
-      .name = "veltane",
-      .description = "Designs digital IIR filters with the veltane module and shows what it "
-                     "published.",
-      .operand = "",
-      .most_operands = 0,
-      .options = {&version_option, &manual_option, &completion_option},
-      .examples = examples,
-      .notes = list()};
+  return {.name = "veltane",
+          .description =
+              "Designs digital IIR filters with the veltane module and shows what it "
+              "published.",
+          .operand = "",
+          .most_operands = 0,
+          .options = {&version_option, &manual_option, &completion_option},
+          .examples = examples,
+          .notes = list()};
 }
 
 // The module lies beside the program: PREFIX/bin/veltane, PREFIX/lib/veltane/.

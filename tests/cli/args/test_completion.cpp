@@ -63,5 +63,6 @@ TEST(CompletionOfOtherShells, NamesTheSameOptions) {
   const std::string fish = veltane("--completion fish").out;
   EXPECT_THAT(fish, HasSubstr("-n '__fish_seen_subcommand_from design' -l topology -x -a "
                               "'butterworth chebyshev-1 chebyshev-2'"));
-  EXPECT_THAT(veltane("--completion powershell").err, HasSubstr("--completion is bash, zsh or fish"));
+  EXPECT_THAT(veltane("--completion powershell").err,
+              HasSubstr("--completion is bash, zsh or fish"));
 }
