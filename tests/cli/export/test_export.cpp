@@ -338,7 +338,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedExport{"--for", "--for takes one value, and 0 were given"},
         RefusedExport{"--for c --for cpp", "--for takes one value, and 2 were given"},
         RefusedExport{"--for maxima", "--for cannot be 'maxima'; it is one of scipy, octave,"},
-        RefusedExport{"--for D", "--for cannot be 'C'"},
+        RefusedExport{"--for D", "--for cannot be 'D'"},
         RefusedExport{"--for c --normalise=no", "--normalise takes no value"},
         RefusedExport{"--for c --order five", "'order' takes an integer, not 'five'"},
         RefusedExport{"--for c --response bandpass --frequency 300", "a bandpass has two cutoffs"},
