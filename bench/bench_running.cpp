@@ -3,8 +3,8 @@
 //
 //   bench-running CASCADES
 //
-// CASCADES is a JSON lines file of {"name", "published", "scipy"}, sections of b0 b1 b2 a1 a2 each in
-// one list; "scipy" may be null. For each line one is written: the errors relative to the
+// CASCADES is a JSON lines file of {"name", "published", "scipy", "zeros", "poles", "gain"}: sections
+// of b0 b1 b2 a1 a2 each in one list, roots as pairs of numbers; "scipy" may be null. For each line one is written: the errors relative to the
 // output's peak, by sections, structure and arithmetic. One that is not finite is null.
 
 #include <algorithm>
@@ -25,6 +25,7 @@
 
 #include "analysis/arrangement.h"
 #include "analysis/extremes.h"
+#include "analysis/realization.h"
 #include "analysis/run.h"
 
 namespace {
@@ -117,15 +118,33 @@ std::vector<Reference> references(const Sections &sections, const std::vector<Si
   return outputs;
 }
 
-template <class T>
-json errors_in(const Sections &sections, Structure structure, const Task &task) {
+/** @param run  makes of a signal what comes out, or none */
+template <class Run>
+json worst_error(const Task &task, Run run) {
   double worst = 0;
   for (std::size_t i = 0; i < task.signals.size(); ++i) {
-    const auto output = run<T>(sections, structure, task.signals[i]);
+    const auto output = run(task.signals[i]);
     const double found = output ? error(task.references[i], *output) : NAN;
     if (!(found <= worst)) worst = found;
   }
   return worst;  // null in JSON where it is not finite
+}
+
+template <class T>
+json errors_in(const Sections &sections, Structure structure, const Task &task) {
+  return worst_error(task,
+                     [&](const Signal &signal) { return run<T>(sections, structure, signal); });
+}
+
+/** As a file for a program with this arithmetic has it. */
+template <class T>
+json errors_exported(const Task &task, const Roots &roots, Arithmetic arithmetic) {
+  const Realization made = chosen_realization(task.sections, roots, arithmetic).taken;
+  return worst_error(task, [&](const Signal &signal) -> std::optional<std::vector<T>> {
+    if (made.structure != Structure::state_variable)
+      return run<T>(made.sections, made.structure, signal);
+    return run_state_variable<T>(made.forms, std::vector<T>(signal.begin(), signal.end()));
+  });
 }
 
 constexpr std::pair<const char *, Structure> structures[] = {
@@ -187,6 +206,12 @@ json measured(const json &line, bool judge) {
               {"microseconds", microseconds_to_arrange(task.sections)},
               {"published", errors(task, as_given)},
               {"arranged", errors(task, arranged)}};
+  const Roots roots{roots_from_list(line.at("zeros").get<std::vector<double>>()),
+                    roots_from_list(line.at("poles").get<std::vector<double>>()),
+                    line.at("gain").get<double>()};
+  result["exported"]["as exported"] = {
+      {"doubles", errors_exported<double>(task, roots, Arithmetic::doubles)},
+      {"floats", errors_exported<float>(task, roots, Arithmetic::floats)}};
   if (judge) result["reference"] = reference_error(task);
   if (!line.at("scipy").is_null()) {
     // Their last digits are others: SciPy's arithmetic is judged, not how it rounds its results.

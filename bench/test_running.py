@@ -12,11 +12,12 @@ NOISY = {"doubles": 1e-8, "floats": None}
 QUIET = {"doubles": 1e-12, "floats": 2e-5}
 
 
-def ran(name, arranged=None, **more):
+def ran(name, arranged=None, exported=None, **more):
     """What bench-running writes for a filter."""
     everywhere = dict.fromkeys(running.STRUCTURES, arranged or QUIET)
     return {"name": name, "microseconds": 5.0, "arranged": everywhere,
-            "published": dict.fromkeys(running.STRUCTURES, NOISY), **more}
+            "published": dict.fromkeys(running.STRUCTURES, NOISY),
+            "exported": {running.EXPORTED: exported or QUIET}, **more}
 
 
 def results(*low):
@@ -72,7 +73,7 @@ class Shares(unittest.TestCase):
         rows = [[cell.strip() for cell in line.split("|")[1:-1]]
                 for line in running.shares(one_set)[2:]]
         found = {tuple(row[:3]): row[3:] for row in rows}
-        self.assertEqual(len(found), 2 * 3 * 3)
+        self.assertEqual(len(found), 2 * (3 * 3 + 1))
         # A limit that is met exactly is met.
         self.assertEqual(found["doubles", "direct form I", "arranged"],
                          ["3", "33.3 %", "33.3 %", "33.3 %", "33.3 %", "infinite"])
@@ -87,21 +88,29 @@ class Aims(unittest.TestCase):
         return ["MISSED" in line for line in running.aims(results(*low))]
 
     def test_are_met_by_quiet_filters(self):
-        self.assertEqual(self.verdicts(), [False, False, False])
+        self.assertEqual(self.verdicts(), [False, False, False, False])
 
     def test_are_missed_by_one_in_doubles(self):
         self.assertEqual(self.verdicts(ran("x", {"doubles": 2e-9, "floats": 1e-5})),
-                         [True, False, False])
+                         [True, False, False, False])
 
     def test_are_missed_by_too_many_in_floats(self):
         noisy = ran("x", {"doubles": 1e-12, "floats": 5e-4})
         quiet = [ran("y")] * 98
-        self.assertEqual(self.verdicts(noisy, *quiet), [False, False, False])
-        self.assertEqual(self.verdicts(noisy, noisy, *quiet), [False, True, False])
+        self.assertEqual(self.verdicts(noisy, *quiet), [False, False, False, False])
+        self.assertEqual(self.verdicts(noisy, noisy, *quiet), [False, True, False, False])
 
     def test_are_missed_by_one_that_is_very_noisy_in_floats(self):
         loud = ran("x", {"doubles": 1e-12, "floats": None})
-        self.assertEqual(self.verdicts(loud, *[ran("y")] * 98), [False, False, True])
+        self.assertEqual(self.verdicts(loud, *[ran("y")] * 98), [False, False, True, False])
+
+    def test_are_missed_by_what_is_exported_noisily(self):
+        loud = ran("x", exported={"doubles": 1e-12, "floats": 2e-3})
+        self.assertEqual(self.verdicts(loud, *[ran("y")] * 98), [False, False, False, True])
+        noisy = ran("x", exported={"doubles": 1e-12, "floats": 5e-4})
+        self.assertEqual(self.verdicts(noisy, *[ran("y")] * 98), [False, False, False, False])
+        self.assertEqual(self.verdicts(*[noisy] * 2, *[ran("y")] * 97),
+                         [False, False, False, True])
 
 
 class Document(unittest.TestCase):
