@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <iterator>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -64,17 +66,38 @@ class Rows {
   std::vector<Row> rows_;
 };
 
-std::vector<Row> rows_of_lines(const std::string &text) {
-  Rows rows;
-  for (const char c : text) {
-    if (c == '\n')
-      rows.end_row();
-    else if (is_blank(c) || c == ',' || c == ';')
-      rows.end_word();
-    else
-      rows.add(c);
+std::string trimmed(std::string text) {
+  while (!text.empty() && is_blank(text.back())) text.pop_back();
+  const auto begin = std::find_if_not(text.begin(), text.end(), is_blank);
+  text.erase(text.begin(), begin);
+  return text;
+}
+
+std::string unquoted(const std::string &cell) {
+  const bool quoted = cell.size() > 1 && cell.front() == '"' && cell.back() == '"';
+  return quoted ? cell.substr(1, cell.size() - 2) : cell;
+}
+
+// Every separator ends a cell, so that an empty one keeps its place; blanks alone may be many.
+Row cells_of(const std::string &line) {
+  for (const char separator : {';', ',', '\t'}) {
+    if (line.find(separator) == std::string::npos) continue;
+    Row cells;
+    std::istringstream rest(line + separator);
+    for (std::string cell; std::getline(rest, cell, separator);)
+      cells.push_back(unquoted(trimmed(cell)));
+    return cells;
   }
-  return rows.take();
+  std::istringstream words(line);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
+std::vector<Row> rows_of_lines(const std::string &text) {
+  std::vector<Row> rows;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);)
+    if (std::string filled = trimmed(line); !filled.empty()) rows.push_back(cells_of(filled));
+  return rows;
 }
 
 bool has_lists_in_a_list(const std::string &text) {
@@ -90,12 +113,17 @@ bool has_lists_in_a_list(const std::string &text) {
 std::vector<Row> rows_of_matrix(const std::string &text, const std::string &what) {
   const bool nested = has_lists_in_a_list(text);
   Rows rows;
-  int depth = 0;
+  int depth = 0, lists = 0;
   for (const char c : text) {
     if (c == '[' || c == ']') {
       rows.end_row();
       depth += c == '[' ? 1 : -1;
       if (depth < 0 || depth > 2) break;
+      if (depth == 1 && c == '[' && ++lists > 1)
+        throw Refusal(
+            fmt::format("{} holds several lists, as a transfer function does; sections are one "
+                        "list with a row each",
+                        what));
     } else if (depth == 0) {
       continue;
     } else if (c == ';' || (c == '\n' && !nested)) {
@@ -113,13 +141,13 @@ std::vector<Row> rows_of_matrix(const std::string &text, const std::string &what
 }
 
 bool is_name(const std::string &word) {
-  return std::isalpha(static_cast<unsigned char>(word.front())) != 0 && word != "nan" &&
-         word != "inf";
+  return !word.empty() && std::isalpha(static_cast<unsigned char>(word.front())) != 0 &&
+         word != "nan" && word != "inf";
 }
 
 // Columns may have names, and then their order is known.
 void drop_names(std::vector<Row> &rows, const std::string &what) {
-  if (rows.empty() || !std::all_of(rows.front().begin(), rows.front().end(), is_name)) return;
+  if (rows.empty() || !std::any_of(rows.front().begin(), rows.front().end(), is_name)) return;
   Row names = rows.front();
   for (std::string &name : names)
     std::transform(name.begin(), name.end(), name.begin(),
@@ -129,9 +157,19 @@ void drop_names(std::vector<Row> &rows, const std::string &what) {
                               fmt::join(rows.front(), ","), fmt::join(five_columns, ","),
                               fmt::join(six_columns, ",")));
   rows.erase(rows.begin());
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    if (rows[i].size() != names.size())
+      throw Refusal(fmt::format("section {} of {} has {} numbers under {} names", i + 1, what,
+                                rows[i].size(), names.size()));
 }
 
 double number_of(const std::string &word, std::size_t row, const std::string &what) {
+  if (word.empty()) throw Refusal(fmt::format("section {} of {} has an empty column", row, what));
+  if (word.find(',') != std::string::npos)
+    throw Refusal(
+        fmt::format("section {} of {} has '{}', with a decimal comma; numbers have "
+                    "decimal points here",
+                    row, what, word));
   const char *begin = word.data() + (word.starts_with('+') ? 1 : 0);
   const char *end = word.data() + word.size();
   double number = 0.0;
@@ -197,7 +235,11 @@ ForeignSections in_json(const std::string &text, const std::string &what) {
 
 }  // namespace
 
-ForeignSections parse_foreign_sections(const std::string &text, const std::string &what) {
+ForeignSections parse_foreign_sections(const std::string &file, const std::string &what) {
+  // Spreadsheets write a mark of the byte order in front.
+  const std::string text = file.starts_with("\xef\xbb\xbf") ? file.substr(3) : file;
+  if (text.find('\0') != std::string::npos)
+    throw Refusal(fmt::format("{} is not text, or not in UTF-8", what));
   const std::size_t begin = text.find_first_not_of(" \t\r\n");
   if (begin != std::string::npos && text[begin] == '{') return in_json(text, what);
   const std::string plain = without_comments(text);

@@ -35,6 +35,8 @@ const Numbers two{1, 2, 1, -0.5, 0.25, 3, 0, 0, -0.125, 0};
 
 TEST(ForeignSections, ColumnsAreSeparatedAsTheirAuthorsLike) {
   EXPECT_EQ(flat("1,2,1,-0.5,0.25\n3,0,0,-0.125,0\n"), two);
+  EXPECT_EQ(flat("\xef\xbb\xbf\"b0\",b1,b2,a1,a2\r\n\"1\",2 , 1,-0.5,0.25\r\n3,0,0,-0.125,0\r\n"),
+            two);
   EXPECT_EQ(flat("1;2;1;-0.5;0.25\r\n3;0;0;-0.125;0"), two);
   EXPECT_EQ(flat("1\t2\t1\t-0.5\t0.25\n\n3 0  0 -0.125 0\n"), two);
   EXPECT_EQ(flat("+1.0e0, 2, 1, -5E-1, .25\n3, 0, 0, -0.125, 0."), two);
@@ -89,6 +91,16 @@ TEST(ForeignSections, WhatIsNotSectionsIsRefusedInASentence) {
   EXPECT_EQ(refusal("a0,a1,a2,b0,b1,b2\n1,-0.5,0.25,1,2,1"),
             "the columns of 'f' are a0,a1,a2,b0,b1,b2; sections are b0,b1,b2,a1,a2 or "
             "b0,b1,b2,a0,a1,a2");
+  EXPECT_EQ(refusal("1,,1,1,-0.5,0.2"), "section 1 of 'f' has an empty column");
+  EXPECT_EQ(refusal("1\t2\t1\t\t0.2"), "section 1 of 'f' has an empty column");
+  EXPECT_EQ(refusal("1;2;1;-1;0,25"),
+            "section 1 of 'f' has '0,25', with a decimal comma; numbers have decimal points here");
+  EXPECT_THAT(refusal(",b0,b1,b2,a1,a2\n0,1,2,1,-0.5,0.2"),
+              HasSubstr("the columns of 'f' are ,b0"));
+  EXPECT_EQ(refusal("b0,b1,b2,a0,a1,a2\n1,2,1,-0.5,0.2"),
+            "section 1 of 'f' has 5 numbers under 6 names");
+  EXPECT_THAT(refusal("b = [1 2 3 2 1]\na = [1 -0.5 0.3 -0.1 0.02]"), HasSubstr("several lists"));
+  EXPECT_THAT(refusal(std::string("1\0002", 3)), HasSubstr("is not text"));
   EXPECT_THAT(refusal("[[1,2,1,-0.5,0.25]"), HasSubstr("brackets that do not match"));
   EXPECT_THAT(refusal("1,2,1,-0.5,0.25]"), HasSubstr("brackets that do not match"));
   EXPECT_THAT(refusal("[[[1,2,1,-0.5,0.25]]]"), HasSubstr("brackets that do not match"));

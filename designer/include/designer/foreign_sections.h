@@ -23,15 +23,15 @@ struct ForeignSections {
  * them. Feedback terms are subtracted: the denominator is a0 + a1 z^-1 + a2 z^-2.
  *
  * Understood are columns separated by commas, semicolons, tabs or blanks, with or without a line of
- * their names; a matrix in brackets, as NumPy prints it, and as Python, Octave and MATLAB sources
+ * their names and a mark of the byte order; a matrix in brackets, as NumPy prints it, and as Python, Octave and MATLAB sources
  * hold it; and JSON with "sections", a list of such rows. What begins with #, % or // is a comment.
- * @param text  of the file
+ * @param file  its text
  * @param what  what the file is called in a sentence, such as its name in quotes
- * Raises Refusal when it is none of these, a row has another number of columns or something that is
- * not a finite number, an a0 is 0 or a coefficient overflows when it is divided by it, the names are
+ * Raises Refusal when it is none of these or several lists, a row has another number of columns, an
+ * empty one, a decimal comma or something else that is not a finite number, an a0 is 0 or a coefficient overflows when it is divided by it, the names are
  * those of another order, or there are no sections or more than `most_foreign_sections`.
  */
-ForeignSections parse_foreign_sections(const std::string &text, const std::string &what);
+ForeignSections parse_foreign_sections(const std::string &file, const std::string &what);
 
 }  // namespace designer
 
