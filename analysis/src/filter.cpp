@@ -15,7 +15,11 @@ struct Factors {
 
 // Of c0 z^2 + c1 z + c2.
 Factors factors_of(double c0, double c1, double c2) {
-  if (c0 != 0.0) return {quadratic_roots(c1 / c0, c2 / c0), c0};
+  // One that vanishes beside the others is a zero at infinity: no square of its root is a double.
+  constexpr double largest = 1e150;
+  const bool counts = std::fabs(c1 / c0) < largest && std::fabs(c2 / c0) < largest;
+  const bool all_finite = std::isfinite(c1) && std::isfinite(c2);
+  if (c0 != 0.0 && (counts || !all_finite)) return {quadratic_roots(c1 / c0, c2 / c0), c0};
   if (c1 != 0.0) return {{Complex(-c2 / c1)}, c1};
   return {{}, c2};
 }
@@ -53,6 +57,17 @@ Sections sections_from_list(const std::vector<double> &values) {
 }
 
 std::vector<Complex> quadratic_roots(double p, double q) {
+  // Beyond these the squares overflow; a power of two scales exactly.
+  constexpr double largest_p = 1e150, largest_q = 1e300;
+  const bool finite = std::isfinite(p) && std::isfinite(q);
+  if (finite && (std::fabs(p) > largest_p || std::fabs(q) > largest_q)) {
+    const int exponent = std::max(p == 0.0 ? 0 : std::ilogb(p), q == 0.0 ? 0 : std::ilogb(q) / 2);
+    std::vector<Complex> roots =
+        quadratic_roots(std::ldexp(p, -exponent), std::ldexp(q, -2 * exponent));
+    for (Complex &root : roots)
+      root = {std::ldexp(root.real(), exponent), std::ldexp(root.imag(), exponent)};
+    return roots;
+  }
   const double square = p * p;
   const double discriminant = (square - 4 * q) + std::fma(p, p, -square);
   if (discriminant < 0) {

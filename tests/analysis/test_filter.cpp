@@ -33,3 +33,25 @@ TEST(Roots, ThatNearlyCoincideKeepTheirDigits) {
 }
 
 }  // namespace
+
+TEST(Roots, OfNumeratorsThatBeginWithNextToNothingAreFinite) {
+  for (const double tiny : {1e-17, 1e-140, 1e-160, 1e-300, 1e-320}) {
+    const analysis::Roots roots = analysis::roots_of({{tiny, 1.0, 0.5, 0.1, 0.1}});
+    ASSERT_FALSE(roots.zeros.empty());
+    EXPECT_NEAR(std::abs(roots.zeros.back()), 0.5, 1e-9) << tiny;
+    for (const analysis::Complex &zero : roots.zeros)
+      EXPECT_TRUE(std::isfinite(zero.real())) << tiny;
+    double gain = roots.gain;
+    if (roots.zeros.size() == 2) gain *= std::abs(roots.zeros.front());
+    EXPECT_NEAR(gain, 1.0, 1e-9) << tiny;
+  }
+}
+
+TEST(Roots, OfHugeCoefficientsAreThoseOfScaledOnes) {
+  for (const double scale : {0x1p500, 0x1p501, 0x1p510}) {
+    const std::vector<analysis::Complex> roots =
+        analysis::quadratic_roots(-5 * scale, 6 * scale * scale);
+    EXPECT_EQ(roots[0], analysis::Complex(3 * scale));
+    EXPECT_EQ(roots[1], analysis::Complex(2 * scale));
+  }
+}

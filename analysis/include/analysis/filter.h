@@ -78,8 +78,8 @@ std::vector<Complex> quadratic_roots(double p, double q);
 
 /**
  * The roots of all sections, in the order of the sections, without the common zeros and
- * poles at z = 0 that a first-order section has. A numerator that begins with zeros has
- * fewer roots; one that is all zeros makes the gain 0. The gain is the product of the
+ * poles at z = 0 that a first-order section has. A numerator that begins with zeros, or with
+ * what is 1e150 times less than the rest, has fewer roots; one that is all zeros makes the gain 0. The gain is the product of the
  * leading coefficients; where that is too small or too large for a double, it is 0 or infinite.
  * Cost: proportional to n. Accuracy: that of `quadratic_roots`.
  */
