@@ -3,10 +3,13 @@
 #include <array>
 #include <numbers>
 
+#include <fmt/format.h>
+
 #include "analysis/impulse.h"
 #include "analysis/phase.h"
 #include "analysis/response.h"
 #include "args/given_sections.h"
+#include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
@@ -41,7 +44,8 @@ constexpr std::array<std::string_view, 3> examples{
 std::string description() {
   return "Prints what a filter does, for those who plot or compute elsewhere: the level in dB,\n"
          "the phase in degrees and the group delay over the frequency, or the impulse and step\n"
-         "responses over time.";
+         "responses over time. 'veltane response FILE.json' takes the coefficients of a saved\n"
+         "design as they are, and --sections FILE those of another program.";
 }
 
 constexpr char notes[] =
@@ -105,10 +109,19 @@ struct ChosenFilter {
 ChosenFilter chosen_filter(const Request &request) {
   const auto saved = from_in(request.arguments).file;
   if (auto given = given_sections(request.arguments)) {
+    if (request.arguments.operand()) throw designer::Refusal(two_filters);
     if (saved)
       throw designer::Refusal(
           "--sections and --from FILE exclude each other: each of them is a filter");
     return {given->title, std::move(given->filter)};
+  }
+  if (const auto file = request.arguments.operand()) {
+    const designer::SavedDesign kept = read_operand(request.arguments, *file);
+    designer::Designer designer(request.module);
+    const designer::Design design = designer::opened(designer, kept, in_quotes(*file));
+    for (const std::string &remark : design.remarks)
+      warn(fmt::format("{}: {}", in_quotes(*file), remark));
+    return {designer::title(design), designer::filter_in_file(design, in_quotes(*file))};
   }
   const designer::Settings settings = requested_settings(request.arguments, saved);
   const designer::Design design = designer::Designer(request.module).design(settings);
@@ -142,6 +155,7 @@ const Subcommand response_subcommand{
     .description = description,
     .options = options,
     .shared = SharedOptions::attributes_and_module,
+    .operand = "FILE.json",
     .examples = examples,
     .notes = notes,
     .run = run};

@@ -155,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Refused{"response --from none.json", "'none.json' cannot be read"},
                     Refused{"response --from -5", "from 0 to half the sample rate, 24000 Hz"},
                     Refused{"response --to 24001", "from 0 to half the sample rate, 24000 Hz"},
-                    Refused{"response --at 100 x", "--at takes frequencies in Hz, not 'x'"},
+                    Refused{"response --at x", "--at takes frequencies in Hz, not 'x'"},
                     Refused{"response --at nan", "--at takes frequencies in Hz"},
                     Refused{"response --from 0", "equal ratios begin above 0 Hz"},
                     Refused{"response --from 10 --to 5", "the lower frequency comes first"},
