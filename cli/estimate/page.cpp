@@ -61,13 +61,24 @@ const char *edge_held_by(designer::Family family) {
 
 constexpr char noisy_mark[] = " *";
 
+const char *reason_for(const Candidate &best, const std::vector<Candidate> &candidates) {
+  if (best.is_noisy()) return "fewest poles, yet noisy";
+  const auto possible = std::count_if(candidates.begin(), candidates.end(),
+                                      [](const Candidate &one) { return one.impossible.empty(); });
+  if (possible == 1) return "the only one possible";
+  const bool alone = std::none_of(candidates.begin(), candidates.end(), [&](const Candidate &one) {
+    return one.impossible.empty() && one.family != best.family && one.poles <= best.poles;
+  });
+  return alone ? "fewest poles, little noise" : "fewest poles, least noise";
+}
+
 // Which to take, and what the mark means.
 std::string advice(const std::vector<Candidate> &candidates) {
   const Candidate &best = *designer::recommended(candidates);
   std::string text;
   if (candidates.size() > 1)
-    text = fmt::format("Recommended: {} ({}).\n", name_of(best.family),
-                       best.is_noisy() ? "fewest poles, yet noisy" : "fewest poles, little noise");
+    text =
+        fmt::format("Recommended: {} ({}).\n", name_of(best.family), reason_for(best, candidates));
   if (std::any_of(candidates.begin(), candidates.end(), [](const Candidate &candidate) {
         return candidate.impossible.empty() && candidate.is_noisy();
       }))

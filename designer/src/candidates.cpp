@@ -112,8 +112,9 @@ Candidate candidate(Designer &designer, const RatedDemand &rated, const Limits &
     found.cutoffs.push_back(cutoff / unit);
     if (cutoff < cutoff_range.lowest || cutoff > cutoff_range.highest)
       found.impossible = fmt::format(
-          "its cutoff would be {:.6g} of the Nyquist frequency; cutoffs lie between {} and {}",
-          cutoff, cutoff_range.lowest, cutoff_range.highest);
+          "order {} meets it with a cutoff of {:.6g} of the Nyquist frequency; cutoffs lie between "
+          "{} and {}",
+          found.order, cutoff, cutoff_range.lowest, cutoff_range.highest);
   }
   if (!found.impossible.empty()) return found;
   found.settings = settings_of(rated, found, demand);

@@ -8,6 +8,7 @@
 #include "../run_command.h"
 
 using Json = nlohmann::ordered_json;
+using testing::AllOf;
 using testing::HasSubstr;
 
 namespace {
@@ -180,7 +181,11 @@ TEST(EstimateText, TheEdgeThatIsHeldHasNoMargin) {
 TEST(EstimateText, OneFamilyAloneIsNotRecommended) {
   const std::string demand = " --passband 300,3400 --stopband 200,4000 --ripple 1 --attenuation 40";
   const Outcome all = veltane("estimate" + demand + " --fs 44.1k");
-  EXPECT_THAT(all.out, HasSubstr("Recommended: "));
+  EXPECT_THAT(all.out, HasSubstr("Recommended: chebyshev-2 (fewest poles, least noise)"));
+  EXPECT_THAT(
+      veltane("estimate --passband 0.06 --stopband 0.03 --ripple 0.5 --attenuation 18 --fs 1k").out,
+      AllOf(HasSubstr("butterworth  not possible: order 5 meets it with a cutoff of "),
+            HasSubstr("Recommended: chebyshev-1 (the only one possible)")));
   const Outcome one = veltane("estimate --topology Cheby1" + demand);
   EXPECT_EQ(one.status, 0);
   EXPECT_THAT(one.out, testing::Not(HasSubstr("Recommended: ")));
