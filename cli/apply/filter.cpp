@@ -63,7 +63,7 @@ void check(const analysis::Sections &sections) {
             "or another cutoff may help");
   if (!analysis::stability(sections).stable)
     throw designer::Refusal(
-        "this filter is not stable, and its output would grow without bound; "
+        "this filter is not stable, and its output would never die away; "
         "'veltane check' says what to change");
 }
 

@@ -37,7 +37,7 @@ std::string Cutoff::asked_text() const { return fmt::format("{}", asked); }
 
 std::string Cutoff::used_text() const {
   if (!is_clipped()) return asked_text();
-  return fmt::format("{:.6g}", units == Units::hertz ? used * samplerate / 2 : used);
+  return fmt::format("{:.12g}", units == Units::hertz ? used * samplerate / 2 : used);
 }
 
 const char *Cutoff::unit() const { return units == Units::hertz ? " Hz" : " of Nyquist"; }

@@ -135,3 +135,17 @@ TEST(CheckHealth, FeedbackOfTheOtherSignIsRecognised) {
   turned[0].a2 = 1.5;
   EXPECT_THAT(problem(checked_sections(turned), "stability"), HasSubstr("more digits"));
 }
+
+TEST(CheckHealth, APoleOnTheCircleToTheLastDigitDoesNotGrow) {
+  for (const double a1 : {-1.9, -1.5, -0.3, 0.7})
+    EXPECT_THAT(problem(checked_sections({{1, 0, 0, a1, 1}}), "stability"),
+                HasSubstr("a pole is on the unit circle"))
+        << a1;
+  EXPECT_THAT(problem(checked_sections({{1, 0, 0, -1.5, 1 + 2e-15}}), "stability"),
+              HasSubstr("outside the unit circle"));
+}
+
+TEST(CheckHealth, WithoutFeedbackThereIsNoPole) {
+  EXPECT_THAT(fact(checked_sections({{1, 2, 1, 0, 0}}), "stability"),
+              HasSubstr("no pole but at 0"));
+}

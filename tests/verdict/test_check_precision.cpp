@@ -25,7 +25,14 @@ TEST(CheckPrecision, SaysWhetherFloatsAreEnough) {
 
 TEST(CheckPrecision, NamesProgramsThatHaveDirectFormsOnly) {
   const Verdict low = checked(lowpass(60, 30));
-  EXPECT_THAT(fact(low, "float"), HasSubstr("not safe as published: the sections make noise"));
+  EXPECT_THAT(fact(low, "float"),
+              HasSubstr("not safe as published: the gain is too small for a float"));
+  EXPECT_THAT(fact(checked({{"topology", {"butterworth"}},
+                            {"response", {"bandpass"}},
+                            {"order", {8}},
+                            {"frequency", {20, 20000}}}),
+                   "float"),
+              HasSubstr("not safe as published: the sections make noise 107 dB above"));
   EXPECT_THAT(note(low, "float"),
               HasSubstr("not safe in programs that have direct forms only, such as CMSIS-DSP and "
                         "SuperCollider: they make noise 54 dB below"));

@@ -13,6 +13,9 @@
 namespace verdict {
 namespace {
 
+// A pole is no nearer to the circle than doubles tell.
+constexpr double last_digit = 4e-16;
+
 constexpr char fix_the_cutoffs[] = "fix the cutoffs first";
 
 // Other programs hold a1 and a2 with the other sign, which makes most filters unstable.
@@ -59,7 +62,7 @@ Findings stability(const FilterUnderTest &filter) {
   findings.measured["margin"] = worst.margin;
   if (!worst.stable) {
     findings.problem("stability",
-                     worst.margin == 0
+                     std::fabs(worst.margin) <= last_digit
                          ? "not stable: a pole is on the unit circle, so the output never dies away"
                          : fmt::format("unstable: a pole is {:.3g} outside the unit circle, so the "
                                        "output grows without bound",
@@ -67,9 +70,11 @@ Findings stability(const FilterUnderTest &filter) {
                      remedy(filter));
     return findings;
   }
-  findings.fact(
-      "stability",
-      fmt::format("stable: the outermost pole is {:.3g} inside the unit circle", worst.margin));
+  findings.fact("stability", worst.radius == 0.0
+                                 ? "stable: there is no pole but at 0"
+                                 : fmt::format("stable: the outermost pole is {:.3g} inside the "
+                                               "unit circle",
+                                               worst.margin));
   findings += ringing(filter, worst);
   return findings;
 }

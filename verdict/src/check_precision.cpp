@@ -105,7 +105,10 @@ Findings as_exported(const FilterUnderTest &filter, const NoiseLevels &noise) {
   findings.fact("float", fmt::format("there they {}; the level is right within {} dB",
                                      noise_text(exported.noise_db),
                                      text::no_less_than(1.01 * effect.response.db)));
-  if (!is_quiet(noise.published_db))
+  if (analysis::float_rounding_effect(filter.forms.sections, audible_db).silent)
+    findings.fact(
+        "float", "not safe as published: the gain is too small for a float, and the filter silent");
+  else if (!is_quiet(noise.published_db))
     findings.fact("float", "not safe as published: the sections " + noise_text(noise.published_db));
   return findings;
 }

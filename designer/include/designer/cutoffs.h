@@ -23,7 +23,8 @@ struct Cutoff {
   /** @return the number asked for. */
   std::string asked_text() const;
 
-  /** @return the number used, in the same unit: with all digits as asked for, or a limit to 6. */
+  /** @return the number used, in the same unit: with all digits as asked for, or a limit to 12,
+   *  which is not clipped again. */
   std::string used_text() const;
 
   /** @return the unit after a number: " Hz", or " of Nyquist". */
