@@ -65,7 +65,8 @@ void add_sections(ExportedFilter &filter, const ScaledFilter &scaled, const Targ
   StructuredFilter structured = in_structure(scaled, target, request);
   filter.scaling.insert(filter.scaling.end(), structured.sentences.begin(),
                         structured.sentences.end());
-  filter.remarks = remarks_on(structured.realization.sections, target.arithmetic);
+  filter.remarks =
+      remarks_on(structured.realization.sections, target.arithmetic, request.arrangement);
   add_coefficients(filter, structured.realization, scaled, target, request);
   add_noise(filter, structured.realization, scaled, target, request);
 }
@@ -92,7 +93,7 @@ ExportedFilter exported(const std::string &title, double samplerate, LevelledFil
   } else if (target.form == Form::sections) {
     add_sections(filter, {std::move(levelled.sections), roots}, target, request);
   } else {
-    filter.remarks = remarks_on(levelled.sections, target.arithmetic);
+    filter.remarks = remarks_on(levelled.sections, target.arithmetic, request.arrangement);
     filter.sections = std::move(levelled.sections);
   }
   return filter;

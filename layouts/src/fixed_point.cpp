@@ -107,9 +107,8 @@ std::string noise_sentence(const FixedNoise &noise,
                              -measures->noise_db, measures->offset)
                : "not measured, as it rings for too long";
   return fmt::format(
-      "Rounding: noise {:.1f} dB below the output's peak for white noise of full scale ({}), "
-      "{:.1f} "
-      "dB for the worst sine.",
+      "Rounding: noise {:.1f} dB below the output's peak, four times its effective value, for "
+      "white noise of full scale ({}), {:.1f} dB for the worst sine.",
       -noise.white_db, measured, -noise.sine_db);
 }
 

@@ -49,10 +49,12 @@ std::string clipping_sentence(double reach) {
       "Clipping: none between the sections, whose gains see to that, for any input within full "
       "scale;";
   if (reach <= 1.0) return between + " none of the output either.";
-  const double room = std::floor(100.0 / reach) / 100.0;
+  // Two digits, rounded down.
+  const double step = std::pow(10.0, std::floor(-std::log10(reach)) - 1.0);
+  const double room = std::floor(1.0 / reach / step) * step;
   return fmt::format(
       "{} the output can exceed full scale by {:.1f} dB and clips there, unless the input is "
-      "multiplied by {:.2f} or less (sox -v {:.2f} in.wav ...).",
+      "multiplied by {:.2g} or less (sox -v {:.2g} in.wav ...).",
       between, decibels(reach), room, room);
 }
 

@@ -12,6 +12,7 @@ namespace {
 
 std::string noise_text(double db) {
   if (std::isinf(db) && db > 0) return "an overflow";
+  if (std::isinf(db)) return "no noise";
   if (db > -0.5) return "as much noise as signal";
   return fmt::format("noise {:.0f} dB below the output's peak", -db);
 }

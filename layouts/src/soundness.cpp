@@ -42,7 +42,8 @@ void check_sections(const analysis::Sections &sections) {
   }
 }
 
-std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmetic arithmetic) {
+std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmetic arithmetic,
+                                    Arrangement arrangement) {
   std::vector<std::string> remarks;
   if (!analysis::stability(sections).stable) remarks.emplace_back("this filter is not stable");
   const std::vector<analysis::Peak> peaks = analysis::running_peaks(sections);
@@ -51,11 +52,11 @@ std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmet
                                            return std::abs(a.db) < std::abs(b.db);
                                          });
   if (std::abs(furthest->db) > digits_limit_db(arithmetic))
-    remarks.push_back(
-        fmt::format("the output of section {} peaks at {:.0f} dB, where {} have few digits left; "
-                    "without --as-published the gain is spread",
-                    furthest - peaks.begin() + 1, furthest->db,
-                    arithmetic == Arithmetic::floats ? "floats" : "doubles"));
+    remarks.push_back(fmt::format(
+        "the output of section {} peaks at {:.0f} dB, where {} have few digits left{}",
+        furthest - peaks.begin() + 1, furthest->db,
+        arithmetic == Arithmetic::floats ? "floats" : "doubles",
+        arrangement == Arrangement::quiet ? "" : "; without --as-published the gain is spread"));
   return remarks;
 }
 

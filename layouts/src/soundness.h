@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/filter.h"
+#include "layouts/request.h"
 #include "layouts/target.h"
 
 namespace layouts {
@@ -16,7 +17,8 @@ void check_sections(const analysis::Sections &sections);
 
 /** @return a sentence if the filter is not stable, and one if the output of a section is so small
  *          or so large that the target's numbers have few digits left for it. */
-std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmetic arithmetic);
+std::vector<std::string> remarks_on(const analysis::Sections &sections, Arithmetic arithmetic,
+                                    Arrangement arrangement);
 
 }  // namespace layouts
 

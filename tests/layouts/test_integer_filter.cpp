@@ -81,7 +81,7 @@ TEST(IntegerFilter, SaysHowFarTheOutputExceedsFullScale) {
   // The impulse response of two samples of 1.
   EXPECT_THAT(made("sox", Arrangement::quiet, {{1, 1, 0, 0, 0}}).sentences,
               Contains(HasSubstr("exceed full scale by 6.0 dB and clips there, unless the input is "
-                                 "multiplied by 0.50 or less")));
+                                 "multiplied by 0.5 or less")));
   EXPECT_THAT(made("sox", Arrangement::quiet, {{0.5, 0.5, 0, 0, 0}}).sentences,
               Contains(HasSubstr("none of the output either")));
 }

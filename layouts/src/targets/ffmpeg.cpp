@@ -1,6 +1,9 @@
+#include <cmath>
+
 #include <fmt/format.h>
 
 #include "comment.h"
+#include "designer/refusal.h"
 #include "targets.h"
 #include "text/numbers.h"
 
@@ -9,7 +12,17 @@ namespace {
 
 using text::double_text;
 
+// Of its options; it refuses more.
+constexpr double largest = 2147483647.0;
+
 std::string write(const ExportedFilter &filter) {
+  for (const analysis::Section &s : filter.sections)
+    for (const double coefficient : {s.b0, s.b1, s.b2, s.a1, s.a2})
+      if (std::fabs(coefficient) > largest)
+        throw designer::Refusal(
+            fmt::format("--for ffmpeg: FFmpeg takes coefficients up to {:.0f}, and one of this "
+                        "filter is {:g}",
+                        largest, coefficient));
   std::vector<std::string> usage = equation(Feedback::subtracted);
   usage.emplace_back("Use: ffmpeg -i in.wav -af \"$(grep -v '^#' FILE)\" out.wav");
   usage.push_back(
