@@ -129,6 +129,10 @@ DrawnFilter drawn_filter(const designer::PublishedFilter &filter, const std::str
 
 DrawnFilter drawn_without_settings(const designer::FilterForms &filter,
                                    const std::string &subject) {
+  const analysis::Roots roots = roots_of(filter).value_or(analysis::Roots{});
+  if (roots.poles.empty() && roots.zeros.empty())
+    throw Refusal(
+        fmt::format("{} only multiplies by {:g}: it has no response to draw", subject, roots.gain));
   DrawnFilter drawn = with_peak(filter, subject);
   const double half_power = drawn.peak_db - analysis::half_power_db;
   drawn.response =

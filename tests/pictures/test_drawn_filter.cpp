@@ -145,6 +145,18 @@ TEST(DrawnFilter, WithoutSettingsItsLevelsSayWhatItIs) {
   }
 }
 
+TEST(DrawnFilter, AGainAloneIsRefused) {
+  designer::FilterForms forms{};
+  forms.samplerate = 48000.0;
+  forms.sections = {{3.5, 0, 0, 0, 0}};
+  try {
+    pictures::drawn_without_settings(forms, "the filter");
+    ADD_FAILURE();
+  } catch (const designer::Refusal &refused) {
+    EXPECT_STREQ(refused.what(), "the filter only multiplies by 3.5: it has no response to draw");
+  }
+}
+
 TEST(DrawnFilter, AnAllpassHasNoHalfPower) {
   designer::FilterForms forms{};
   forms.samplerate = 48000.0;
