@@ -11,7 +11,15 @@ namespace cli {
 std::string in_quotes(const std::string &file) { return '\'' + file + '\''; }
 
 designer::SavedDesign read_saved_design(const std::string &file) {
-  return designer::parse_saved_design(read_input(file), in_quotes(file));
+  const std::string text = read_input(file);
+  const std::size_t begin = text.find_first_not_of(" \t\r\n");
+  // Rows of numbers, with or without names.
+  if (begin != std::string::npos && text[begin] != '{' &&
+      text.find_first_not_of("0123456789+-.,;eE \t\r\nabAB\"") == std::string::npos)
+    throw designer::Refusal(
+        fmt::format("{} is not a saved design; sections of another program go with --sections",
+                    in_quotes(file)));
+  return designer::parse_saved_design(text, in_quotes(file));
 }
 
 designer::SavedDesign read_operand(const Arguments &arguments, const std::string &file) {

@@ -1,5 +1,6 @@
 // `veltane export`: one filter in another program's layout.
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <optional>
@@ -7,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "args/given_sections.h"
+#include "args/nearest.h"
 #include "args/saved_file.h"
 #include "args/settings_options.h"
 #include "args/shared_options.h"
@@ -90,6 +92,16 @@ std::optional<analysis::Structure> wanted_structure(const Arguments &arguments) 
   return analysis::Structure::state_variable;
 }
 
+const layouts::Target &target_meant_by(const std::string &word) {
+  const std::string name = text::lower_case(word);
+  std::vector<std::string_view> names;
+  for (const layouts::Target &target : layouts::targets()) names.emplace_back(target.name);
+  const bool known = std::find(names.begin(), names.end(), name) != names.end();
+  if (const auto near = known ? std::nullopt : nearest(name, names))
+    throw designer::Refusal(fmt::format("--for cannot be '{}'; did you mean {}?", word, *near));
+  return layouts::target_named(known ? name : word);
+}
+
 layouts::Request layout_request(const Request &request, const layouts::Target &target) {
   const Arguments &arguments = request.arguments;
   const auto file = arguments.value(file_option);
@@ -139,7 +151,7 @@ int run(const Request &request) {
   const Arguments &arguments = request.arguments;
   const auto name = arguments.value(target_option);
   if (!name) throw designer::Refusal("veltane export needs --for TARGET; --help lists the targets");
-  const layouts::Target &target = layouts::target_named(text::lower_case(*name));
+  const layouts::Target &target = target_meant_by(*name);
   const layouts::Request wanted = layout_request(request, target);
   layouts::check(wanted, target);
   const layouts::ExportedFilter filter = exported_filter(request, target, wanted);

@@ -36,7 +36,8 @@ inline constexpr Option range_option{
     .names = "--range",
     .value = "NUMBER NUMBER",
     .help =
-        "The frequencies of all panels, in Hz; the passband is enlarged within them [level: from a "
+        "The frequencies of all panels, in Hz; the passband is enlarged within them if they meet "
+        "[level: from a "
         "tenth of the cutoff or lower to half the sample rate, or around a narrow band; phase and "
         "delay: the passband]",
     .most = 2};
