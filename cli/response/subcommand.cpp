@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "analysis/arrangement.h"
 #include "analysis/impulse.h"
 #include "analysis/phase.h"
 #include "analysis/response.h"
@@ -50,6 +51,7 @@ std::string description() {
 
 constexpr char notes[] =
     "The level comes from the sections, phase and delay from the zeros and poles, as in pictures.\n"
+    "Impulse and step run through the sections as 'veltane export' arranges them.\n"
     "The phase is continuous but for a rise of 180 degrees at each zero on the unit circle.\n";
 
 constexpr double degrees = 180.0 / std::numbers::pi;
@@ -85,6 +87,9 @@ Table over_time(const designer::FilterForms &filter, const Arguments &arguments)
     throw designer::Refusal(
         "these settings publish no sections, so there is nothing to run; --zpk-output on and "
         "--sos-output on publish them");
+  // Arranged, so that it is the response of the filter and not of its roundings.
+  const analysis::Sections quiet =
+      analysis::arranged(filter.sections, analysis::Structure::direct_2_transposed);
   const std::size_t length = length_in(arguments);
   Table table;
   table.columns = {{"sample", "sample", {}}, {"time_ms", "time (ms)", {}}};
@@ -93,10 +98,9 @@ Table over_time(const designer::FilterForms &filter, const Arguments &arguments)
     table.columns[1].values.push_back(static_cast<double>(i) / filter.samplerate * 1000.0);
   }
   if (arguments.given(impulse_option))
-    table.columns.push_back(
-        {"impulse", "impulse", analysis::impulse_response(filter.sections, length)});
+    table.columns.push_back({"impulse", "impulse", analysis::impulse_response(quiet, length)});
   if (arguments.given(step_option))
-    table.columns.push_back({"step", "step", analysis::step_response(filter.sections, length)});
+    table.columns.push_back({"step", "step", analysis::step_response(quiet, length)});
   return table;
 }
 

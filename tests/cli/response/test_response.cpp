@@ -104,6 +104,17 @@ TEST(Response, ImpulseAndStepAreTheRecursion) {
   EXPECT_FALSE(response("--step").contains("impulse"));
 }
 
+// As they are published, these sections make noise of a thousand times the output.
+TEST(Response, AnImpulseIsTheFiltersAndNotItsRoundings) {
+  const json found = response(
+      "--topology butterworth --response bandpass --order 40 --frequency 20 450 --samplerate 2000 "
+      "--impulse --length 2000");
+  double energy = 0.0;
+  for (const json &sample : found["impulse"]) energy += std::pow(sample.get<double>(), 2);
+  // By Parseval's theorem that of the response: the band, for a filter as steep as this one.
+  EXPECT_NEAR(energy, 430.0 / 1000.0, 0.01);
+}
+
 TEST(Response, CsvHasTheDigitsOfJson) {
   const json found = response(std::string(lowpass) + "--points 3");
   std::istringstream lines(
