@@ -45,20 +45,13 @@ constexpr HeaderLanguage language{.blank = blank,
                                   .use = "state->@MEMBER@[i]",
                                   .statement = "    @STATEMENT@\n"};
 
-std::string header(const ExportedFilter &filter, Arithmetic arithmetic) {
+template <Arithmetic arithmetic>
+std::string write(const ExportedFilter &filter) {
   const std::vector<std::string> zeros(section_routine(filter.structure).state.size(), "{0}");
   return c_header(filter, arithmetic, language,
                   fmt::format("Use: {0}_state state = {{{1}}}; then for each sample: "
                               "y = {0}_process(&state, x);",
                               filter.identifier, fmt::join(zeros, ", ")));
-}
-
-std::string write_doubles(const ExportedFilter &filter) {
-  return header(filter, Arithmetic::doubles);
-}
-
-std::string write_floats(const ExportedFilter &filter) {
-  return header(filter, Arithmetic::floats);
 }
 
 }  // namespace
@@ -67,14 +60,14 @@ constinit const Target c_target{.name = "c",
                                 .summary = "a C99 header in doubles, with a routine that filters",
                                 .arithmetic = Arithmetic::doubles,
                                 .form = Form::sections,
-                                .write = write_doubles,
+                                .write = write<Arithmetic::doubles>,
                                 .structure = std::nullopt};
 
 constinit const Target c_float_target{.name = "c-float",
                                       .summary = "the same in floats",
                                       .arithmetic = Arithmetic::floats,
                                       .form = Form::sections,
-                                      .write = write_floats,
+                                      .write = write<Arithmetic::floats>,
                                       .structure = std::nullopt};
 
 }  // namespace layouts

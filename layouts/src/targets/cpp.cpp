@@ -54,18 +54,11 @@ constexpr HeaderLanguage language{.blank = blank,
                                   .use = "@MEMBER@_[i]",
                                   .statement = "      @STATEMENT@\n"};
 
-std::string header(const ExportedFilter &filter, Arithmetic arithmetic) {
+template <Arithmetic arithmetic>
+std::string write(const ExportedFilter &filter) {
   return c_header(filter, arithmetic, language,
                   fmt::format("Use: {}::Filter filter; then for each sample: y = filter(x);",
                               filter.identifier));
-}
-
-std::string write_doubles(const ExportedFilter &filter) {
-  return header(filter, Arithmetic::doubles);
-}
-
-std::string write_floats(const ExportedFilter &filter) {
-  return header(filter, Arithmetic::floats);
 }
 
 }  // namespace
@@ -74,14 +67,14 @@ constinit const Target cpp_target{.name = "cpp",
                                   .summary = "a C++17 header in doubles, with a class that filters",
                                   .arithmetic = Arithmetic::doubles,
                                   .form = Form::sections,
-                                  .write = write_doubles,
+                                  .write = write<Arithmetic::doubles>,
                                   .structure = std::nullopt};
 
 constinit const Target cpp_float_target{.name = "cpp-float",
                                         .summary = "the same in floats",
                                         .arithmetic = Arithmetic::floats,
                                         .form = Form::sections,
-                                        .write = write_floats,
+                                        .write = write<Arithmetic::floats>,
                                         .structure = std::nullopt};
 
 }  // namespace layouts
