@@ -9,7 +9,6 @@
 
 #include "checks.h"
 #include "cutoff_findings.h"
-#include "text/quantities.h"
 
 namespace verdict {
 namespace {
@@ -23,33 +22,9 @@ std::string option(std::string name) {
   return "--" + name;
 }
 
-Findings order(const FilterUnderTest &filter) {
-  const std::size_t poles = filter.forms.roots.poles.size();
-  const std::size_t sections = filter.forms.sections.size();
-  Findings findings;
-  findings.measured["poles"] = poles;
-  findings.measured["sections"] = sections;
-  if (filter.published.has_two_cutoffs())
-    findings.fact("order",
-                  fmt::format("{} is that of the lowpass it is made from; the {} has twice as many "
-                              "poles: {}, in {}",
-                              filter.published.order, name_of(filter.published.response), poles,
-                              text::counted(sections, "section")));
-  else
-    findings.fact("order",
-                  fmt::format("{}: {}, in {}", filter.published.order, text::counted(poles, "pole"),
-                              text::counted(sections, "section")));
-  return findings;
-}
-
-Findings samplerate(const FilterUnderTest &filter) {
+Findings unused_samplerate(const FilterUnderTest &filter) {
   const double rate = filter.published.samplerate;
   Findings findings;
-  findings.measured["samplerate"] = rate;
-  findings.fact("sample rate", fmt::format("{} Hz{}", rate,
-                                           filter.published.samplerate_assumed
-                                               ? ", assumed: --samplerate sets another"
-                                               : ""));
   const designer::Values *given = filter.requested.find("samplerate");
   const auto asked = given != nullptr ? designer::number_in(given->front()) : std::nullopt;
   // 0 stands for the rate of the audio.
@@ -126,8 +101,7 @@ Findings published_forms(const FilterUnderTest &filter) {
 }  // namespace
 
 Findings check_settings(const FilterUnderTest &filter) {
-  Findings findings = order(filter);
-  findings += samplerate(filter);
+  Findings findings = unused_samplerate(filter);
   findings += cutoff_findings(filter);
   findings += clipped_settings(filter);
   findings += unused_cutoff(filter);

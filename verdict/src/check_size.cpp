@@ -1,4 +1,4 @@
-// How large a filter is of which nothing is known but its sections.
+// How large a filter is, and at which sample rate.
 
 #include <fmt/format.h>
 
@@ -6,6 +6,21 @@
 #include "text/quantities.h"
 
 namespace verdict {
+namespace {
+
+std::string order_text(const FilterUnderTest &filter, const std::string &poles,
+                       const std::string &sections) {
+  const designer::PublishedFilter &published = filter.published;
+  if (filter.origin == Origin::foreign) return fmt::format("{}, in {}", poles, sections);
+  if (!published.has_two_cutoffs())
+    return fmt::format("{}: {}, in {}", published.order, poles, sections);
+  return fmt::format(
+      "{} is that of the lowpass it is made from; the {} has twice as many poles: {}, in {}",
+      published.order, designer::name_of(published.response), filter.forms.roots.poles.size(),
+      sections);
+}
+
+}  // namespace
 
 Findings check_size(const FilterUnderTest &filter) {
   const std::size_t poles = filter.forms.roots.poles.size();
@@ -15,8 +30,8 @@ Findings check_size(const FilterUnderTest &filter) {
   findings.measured["poles"] = poles;
   findings.measured["sections"] = sections;
   findings.measured["samplerate"] = rate;
-  findings.fact("order", fmt::format("{}, in {}", text::counted(poles, "pole"),
-                                     text::counted(sections, "section")));
+  findings.fact("order", order_text(filter, text::counted(poles, "pole"),
+                                    text::counted(sections, "section")));
   findings.fact("sample rate", fmt::format("{} Hz{}", rate,
                                            filter.published.samplerate_assumed
                                                ? ", assumed: --samplerate sets another"
