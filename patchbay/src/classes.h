@@ -28,7 +28,7 @@ struct t_class {
   t_constructor constructor = nullptr;
   t_destructor destructor = nullptr;
   t_long size = 0;
-  void *module = nullptr;          // the library that brought it; null for the host's own
+  void *module = nullptr;          // the key of what brought it; null for the host's own
   t_symbol *name_space = nullptr;  // set when registered
   bool takes_signals = false;
   t_hashtab *method_table = nullptr;

@@ -107,6 +107,8 @@ State &Host::own() const {
 
 void Host::load(const std::filesystem::path &module) { load_module(own(), module); }
 
+void Host::load(void (*ext_main)()) { load_module(own(), ext_main); }
+
 std::vector<std::string> Host::classes() const { return class_names(own()); }
 
 std::vector<AttributeInfo> Host::attributes(const std::string &class_name) const {

@@ -32,15 +32,27 @@ bool has_room_for(const std::filesystem::path &file) {
 }
 
 // Takes the classes of a module away, and the module with them.
-void unload(State &s, void *module) {
+void unload(State &s, Module module) {
   const auto instances = s.instances;
   for (Instance *x : instances)
-    if (x->type->module == module) forget_instance(s, *x, Op::object_free);
+    if (x->type->module == module.key) forget_instance(s, *x, Op::object_free);
   const auto classes = s.all_classes;
   for (t_class *c : classes)
-    if (c->module == module) destroy_class(s, c);
+    if (c->module == module.key) destroy_class(s, c);
   std::erase(s.modules, module);
-  dlclose(module);
+  if (module.is_library) dlclose(module.key);
+}
+
+bool is_loaded(const State &s, void *key) {
+  return std::any_of(s.modules.begin(), s.modules.end(),
+                     [&](const Module &module) { return module.key == key; });
+}
+
+void start(State &s, Module module, void (*ext_main)()) {
+  s.modules.push_back(module);
+  s.loading = module.key;
+  call_out(s, "ext_main", ext_main);
+  s.loading = nullptr;
 }
 
 }  // namespace
@@ -65,19 +77,22 @@ void load_module(State &s, const std::filesystem::path &path) {
                                            std::generic_category().message(ENOMEM)));
     throw Error(fmt::format("'{}' cannot be loaded: {}", path.string(), dlerror()));
   }
-  auto *start = reinterpret_cast<void (*)()>(dlsym(module, "ext_main"));
-  if (start == nullptr) {
+  auto *ext_main = reinterpret_cast<void (*)()>(dlsym(module, "ext_main"));
+  if (ext_main == nullptr) {
     dlclose(module);
     throw Error(fmt::format("'{}' is not a module: it has no function ext_main", path.string()));
   }
-  if (std::find(s.modules.begin(), s.modules.end(), module) != s.modules.end()) {
+  if (is_loaded(s, module)) {
     dlclose(module);
     throw Error(fmt::format("'{}' is already loaded", path.string()));
   }
-  s.modules.push_back(module);
-  s.loading = module;
-  call_out(s, "ext_main", start);
-  s.loading = nullptr;
+  start(s, {.key = module, .is_library = true}, ext_main);
+}
+
+void load_module(State &s, void (*ext_main)()) {
+  auto *key = reinterpret_cast<void *>(ext_main);
+  if (is_loaded(s, key)) throw Error("this module is already loaded");
+  start(s, {.key = key, .is_library = false}, ext_main);
 }
 
 bool is_loading(State &s, Op op) {

@@ -14,6 +14,9 @@ struct State;
  *  memory runs out. */
 void load_module(State &s, const std::filesystem::path &path);
 
+/** Runs the `ext_main` of a module that is linked in. Raises Error if that has been done. */
+void load_module(State &s, void (*ext_main)());
+
 /** Unloads all modules, the newest first, with their classes and leaked instances. */
 void unload_modules(State &s);
 

@@ -24,6 +24,14 @@ namespace patchbay {
 
 struct Instance;
 
+/** What brought classes. */
+struct Module {
+  void *key;       /**< the library, or the `ext_main` of a module that is linked in */
+  bool is_library; /**< to be closed in the end */
+
+  bool operator==(const Module &) const = default;
+};
+
 struct State {
   State(std::ostream &out_, Checking checking) : claim(*this), out(out_), ledger(checking) {}
 
@@ -36,8 +44,8 @@ struct State {
   std::vector<std::string> leaked;  // when the host was closed
   std::vector<Post> posts;
 
-  std::vector<void *> modules;  // loaded libraries
-  void *loading = nullptr;      // the one whose ext_main is running
+  std::vector<Module> modules;
+  void *loading = nullptr;  // the key of the one whose ext_main is running
   std::vector<t_class *> all_classes;
   std::map<std::pair<t_symbol *, t_symbol *>, t_class *> classes;  // by namespace and name
 

@@ -240,6 +240,35 @@ TEST_F(Modules, GivePropertiesToTheAttributesOfAClass) {
   EXPECT_EQ(host.attributes("x").at(0).property("label"), Values{"The Label"});
 }
 
+int linked_starts = 0;
+
+void linked_main() {
+  ++linked_starts;
+  class_register(common_symbols->box, class_new("linked", nullptr, nullptr, sizeof(t_object),
+                                                nullptr, ARGS_VARIABLE, 0));
+}
+
+void throwing_main() { throw std::runtime_error("from ext_main"); }
+
+TEST_F(Modules, MayBeLinkedIntoTheProgram) {
+  linked_starts = 0;
+  host.load(module("counter"));
+  host.load(linked_main);
+  EXPECT_EQ(linked_starts, 1);
+  EXPECT_THAT(host.classes(), ElementsAre("counter", "dict", "linked"));
+  EXPECT_THAT(refusal([&] { host.load(linked_main); }), HasSubstr("already loaded"));
+  EXPECT_EQ(linked_starts, 1);
+  host.close();
+  EXPECT_THAT(host.classes(), ElementsAre("dict"));
+  host.load(linked_main);
+  EXPECT_EQ(linked_starts, 2);
+}
+
+TEST_F(Modules, ThatAreLinkedInAreNotTrustedMore) {
+  host.load(throwing_main);
+  expect_problems(ElementsAre("an exception came out of 'ext_main'"));
+}
+
 TEST_F(Modules, OneHostLivesAtATime) {
   EXPECT_THAT(refusal([] { patchbay::Host another; }), HasSubstr("there is already a host"));
 }

@@ -107,6 +107,10 @@ class PATCHBAY_API Host {
    *  loaded already, and std::runtime_error when there is no memory for it. */
   void load(const std::filesystem::path &module);
 
+  /** Runs the `ext_main` of a module that is linked into the program, as where nothing can be
+   *  loaded. Otherwise it is as one from a file. Raises Error when it is loaded already. */
+  void load(void (*ext_main)());
+
   /** @return the classes that boxes can be made of. */
   std::vector<std::string> classes() const;
 
