@@ -11,11 +11,11 @@ namespace {
 // itself closes a component, whose states are then on top of the stack.
 class Search {
  public:
-  Search(const double *matrix, int32_t n, std::pmr::memory_resource *memory)
+  Search(const double *matrix, int32_t n, Scratch *memory)
       : matrix_(matrix),
         n_(n),
         marks_(at(n), memory),
-        found_{std::pmr::vector<int32_t>(memory), std::pmr::vector<int32_t>(memory)} {
+        found_{List<int32_t>(memory), List<int32_t>(memory)} {
     found_.states.reserve(at(n));
     found_.begins.reserve(at(n) + 1);
     found_.begins.push_back(0);
@@ -65,14 +65,14 @@ class Search {
   const double *matrix_;
   int32_t n_;
   int32_t clock_ = 0;
-  std::pmr::vector<Mark> marks_;
+  List<Mark> marks_;
   int32_t top_ = 0;  // of the stack of states that belong to no component yet
   Components found_;
 };
 
 }  // namespace
 
-Components components(const double *matrix, int32_t n, std::pmr::memory_resource *memory) {
+Components components(const double *matrix, int32_t n, Scratch *memory) {
   return Search(matrix, n, memory).take();
 }
 

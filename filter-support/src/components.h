@@ -3,15 +3,15 @@
 #define FILTERMATH_SRC_COMPONENTS_H
 
 #include <cstdint>
-#include <memory_resource>
-#include <vector>
+
+#include "scratch.h"
 
 namespace filtermath {
 
 /** Sets of states: set k is states[begins[k]] to states[begins[k + 1] - 1], ascending. */
 struct Components {
-  std::pmr::vector<int32_t> states;
-  std::pmr::vector<int32_t> begins;
+  List<int32_t> states;
+  List<int32_t> begins;
 };
 
 /**
@@ -22,7 +22,7 @@ struct Components {
  * @param memory  of the sets, and of what it takes to find them
  */
 Components components(const double *matrix, int32_t n,
-                      std::pmr::memory_resource *memory = std::pmr::get_default_resource());
+                      Scratch *memory = nullptr);
 
 }  // namespace filtermath
 

@@ -61,7 +61,7 @@ bool append_eigenvalues(const Matrix &matrix, t_complex64list &values) {
 bool append_block_eigenvalues(const Eigen::Map<const RowMajor> &matrix, t_complex64list &values) {
   if (!matrix.allFinite()) return false;
   Scratch scratch;
-  const Components parts = components(matrix.data(), static_cast<int32_t>(matrix.rows()), scratch);
+  const Components parts = components(matrix.data(), static_cast<int32_t>(matrix.rows()), &scratch);
   for (std::size_t k = 0; k + 1 < parts.begins.size(); ++k) {
     const States states(parts.states.data() + parts.begins[k],
                         parts.begins[k + 1] - parts.begins[k]);
@@ -113,7 +113,7 @@ void inverse(_matrix64 *dst, const _matrix64 *src) {
   const int32_t n = src->cols;
   if (is_full(mapped(src))) return store_whole_inverse(dst, mapped(src));
   Scratch scratch;
-  const Components parts = components(src->data, n, scratch);
+  const Components parts = components(src->data, n, &scratch);
   if (parts.begins.size() == 2) return store_whole_inverse(dst, mapped(src));
   const RowMajor blocks = reordered(mapped(src), parts);
   RowMajor result = RowMajor::Zero(n, n);

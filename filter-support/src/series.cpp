@@ -30,7 +30,7 @@ std::size_t at(int32_t index) { return static_cast<std::size_t>(index); }
 // part k component k, and the last one the output.
 class SystemMatrix {
  public:
-  SystemMatrix(const _statespace *ss, const Components &parts, std::pmr::memory_resource *memory)
+  SystemMatrix(const _statespace *ss, const Components &parts, Scratch *memory)
       : n_(ss->a->rows), parts_(parts), elements_(memory) {
     elements_.reserve(at(n_ + 1) * at(n_ + 1));
     for (const int32_t row : parts_.states) {
@@ -54,18 +54,18 @@ class SystemMatrix {
  private:
   int32_t n_;
   const Components &parts_;
-  std::pmr::vector<double> elements_;
+  List<double> elements_;
 };
 
 // What each part contributes to the products: the b of each row, the c of each column and
 // the d of each part. Of the input only c is used, of the output only b.
 struct Factors {
-  Factors(std::size_t states, std::size_t parts, std::pmr::memory_resource *memory)
+  Factors(std::size_t states, std::size_t parts, Scratch *memory)
       : b(states + 1, memory), c(states + 1, memory), d(parts, 1.0, memory) {}
 
-  std::pmr::vector<double> b;
-  std::pmr::vector<double> c;
-  std::pmr::vector<double> d;
+  List<double> b;
+  List<double> c;
+  List<double> d;
 };
 
 struct Position {
@@ -84,7 +84,7 @@ Position strongest_link(const SystemMatrix &s, int32_t k) {
 }
 
 // The factors as neighbours show them. A series has them everywhere else, too.
-Factors factors_of(const SystemMatrix &s, std::pmr::memory_resource *memory) {
+Factors factors_of(const SystemMatrix &s, Scratch *memory) {
   const int32_t output = s.sections() + 1;
   Factors factors(at(s.rows_begin(output)), at(output + 1), memory);
   factors.c[0] = 1.0;
@@ -165,7 +165,7 @@ void reshape(_statespace *ss, int32_t n) {
 
 }  // namespace
 
-Series::Series(Components parts, std::pmr::memory_resource *memory)
+Series::Series(Components parts, Scratch *memory)
     : parts_(std::move(parts)), numbers_(memory), sections_(memory) {
   const std::size_t count = parts_.begins.size() - 1;
   std::size_t size = count;
@@ -185,12 +185,12 @@ Series::Series(Components parts, std::pmr::memory_resource *memory)
   }
 }
 
-Series sections_of(const _statespace *ss, std::pmr::memory_resource *memory) {
+Series sections_of(const _statespace *ss, Scratch *memory) {
   Series series(components(ss->a->data, ss->a->rows, memory), memory);
   if (series.sections().size() < 2) return {};
   Scratch scratch;
-  const SystemMatrix s(ss, series.components(), scratch);
-  const Factors factors = factors_of(s, scratch);
+  const SystemMatrix s(ss, series.components(), &scratch);
+  const Factors factors = factors_of(s, &scratch);
   if (!is_series(s, factors)) return {};
   int32_t k = 0;
   for (const Section &section : series.sections()) fill(section, s, ++k, factors);
@@ -213,7 +213,7 @@ void store(const _statespace *ss, const Section &section) {
 }
 
 void connect(const Series &series, _statespace *ss) {
-  const std::pmr::vector<Section> &sections = series.sections();
+  const List<Section> &sections = series.sections();
   int32_t n = 0;
   for (const Section &section : sections) n += section.n;
   reshape(ss, n);

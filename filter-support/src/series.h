@@ -3,8 +3,6 @@
 #define FILTERMATH_SRC_SERIES_H
 
 #include <cstdint>
-#include <memory_resource>
-#include <vector>
 
 #include "components.h"
 #include "filtermath/statespace.h"
@@ -31,17 +29,17 @@ class Series {
  public:
   Series() = default;
   /** Sections without numbers, for the states of each set. */
-  Series(Components parts, std::pmr::memory_resource *memory);
+  Series(Components parts, Scratch *memory);
   Series(Series &&) = default;
   Series &operator=(Series &&) = delete;
 
   const Components &components() const { return parts_; }
-  const std::pmr::vector<Section> &sections() const { return sections_; }
+  const List<Section> &sections() const { return sections_; }
 
  private:
   Components parts_;
-  std::pmr::vector<double> numbers_;
-  std::pmr::vector<Section> sections_;
+  List<double> numbers_;
+  List<Section> sections_;
 };
 
 /**
@@ -54,7 +52,7 @@ class Series {
  * @return no sections if A is a single component or the model not such a series
  */
 Series sections_of(const _statespace *ss,
-                   std::pmr::memory_resource *memory = std::pmr::get_default_resource());
+                   Scratch *memory = nullptr);
 
 /** Makes `ss` the model of a series, reshaping it: the inverse of `sections_of`. */
 void connect(const Series &series, _statespace *ss);
@@ -74,7 +72,7 @@ void store(const _statespace *ss, const Section &section);
 template <typename Transform>
 void transform_sections(_statespace *ss, Transform &&transform) {
   Scratch scratch;
-  const Series series = sections_of(ss, scratch);
+  const Series series = sections_of(ss, &scratch);
   if (series.sections().empty()) return transform(ss);
   for (const Section &section : series.sections()) {
     ShapedModel part(section.n);

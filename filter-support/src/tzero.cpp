@@ -143,7 +143,7 @@ t_complex64list zeros_of_pencil(const _statespace *ss) {
 // state matrix of the inverse system ([Kai] 2.2). Nothing if the model is not a series.
 std::optional<t_complex64list> zeros_of_sections(const _statespace *ss) {
   filtermath::Scratch scratch;
-  const filtermath::Series series = filtermath::sections_of(ss, scratch);
+  const filtermath::Series series = filtermath::sections_of(ss, &scratch);
   if (series.sections().empty()) return std::nullopt;
   Matrix quotient;
   matrix64_resize(quotient, ss->a->cols, ss->a->rows);
