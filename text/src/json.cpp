@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include <fmt/format.h>
@@ -102,7 +102,9 @@ void JsonWriter::number(double value) {
 void JsonWriter::append_finite(double value) {
   const double magnitude = std::abs(value);
   constexpr std::uint64_t odd = 0x9E3779B97F4A7C15U;  // spreads the bits: Knuth, volume 3, 6.4
-  Written &last = written_[(std::bit_cast<std::uint64_t>(magnitude) * odd) >> 59U];
+  std::uint64_t bits;
+  std::memcpy(&bits, &magnitude, sizeof bits);  // std::bit_cast is missing from older libraries
+  Written &last = written_[(bits * odd) >> 59U];
   if (last.magnitude != magnitude) {
     last.magnitude = magnitude;
     char *const begin = last.characters.data();

@@ -4,12 +4,23 @@
 #include <array>
 #include <charconv>
 
+#include <fmt/format.h>
+
 namespace text {
 namespace {
 
+// As printf's %g writes it in the "C" locale.
+char *write_general(char *at, double value, int digits) {
+#ifdef __cpp_lib_to_chars
+  return std::to_chars(at, at + most_number_characters, value, std::chars_format::general, digits)
+      .ptr;
+#else
+  return fmt::format_to(at, "{:.{}g}", value, digits);
+#endif
+}
+
 char *write(char *at, double value, int digits) {
-  char *const end =
-      std::to_chars(at, at + most_number_characters, value, std::chars_format::general, digits).ptr;
+  char *const end = write_general(at, value, digits);
   const auto marks = [](char c) { return c == '.' || c == 'e'; };
   return std::none_of(at, end, marks) ? std::copy_n(".0", 2, end) : end;
 }
