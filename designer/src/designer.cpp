@@ -89,7 +89,8 @@ class Designer::Box {
       : host_(designer.host_),
         attributes_(designer.attributes_),
         rules_(designer.rules_),
-        box_(host_.make(class_name)) {}
+        audio_rate_(designer.audio_rate_),
+        box_(made()) {}
   ~Box() { host_.free(box_); }
   Box(const Box &) = delete;
   Box &operator=(const Box &) = delete;
@@ -107,6 +108,13 @@ class Designer::Box {
 
   void bang() { host_.send(box_, "bang"); }
 
+  std::vector<std::string> out_of_use() const {
+    std::vector<std::string> names;
+    for (const AttributeInfo &attribute : attributes_)
+      if (host_.disabled(box_, attribute.name)) names.push_back(attribute.name);
+    return names;
+  }
+
   std::optional<patchbay::Dictionary> dictionary() const {
     return host_.dictionary(joined(host_.get(box_, "name"), " "));
   }
@@ -120,7 +128,7 @@ class Designer::Box {
     Design design;
     design.settings = Settings(std::move(settings));
     const double rate = design.settings.number("samplerate");
-    design.samplerate = rate >= 1 ? rate : audio_samplerate;
+    design.samplerate = rate >= 1 ? rate : audio_rate_;
     design.remarks = remarks_;
     for (const Cutoff &cutoff : cutoffs_in(design.settings, design.samplerate))
       if (cutoff.is_clipped())
@@ -132,6 +140,12 @@ class Designer::Box {
   }
 
  private:
+  // A box asks for the rate of the audio when it is made.
+  patchbay::Box made() {
+    host_.set_samplerate(audio_rate_);
+    return host_.make(class_name);
+  }
+
   void set(std::size_t index, const Values &given) {
     const AttributeInfo &attribute = attributes_[index];
     check_room(attribute, given);
@@ -171,18 +185,19 @@ class Designer::Box {
     const auto asked = rate != nullptr ? number_in(rate->front()) : std::nullopt;
     if (asked && *asked < 1.0 && *asked != 0.0)
       remarks_.push_back(
-          fmt::format("a sample rate below 1 Hz cannot be used: {} Hz is", audio_samplerate));
+          fmt::format("a sample rate below 1 Hz cannot be used: {} Hz is", audio_rate_));
   }
 
   patchbay::Host &host_;
   const std::vector<AttributeInfo> &attributes_;
   const std::vector<Rule> &rules_;
+  double audio_rate_;
   patchbay::Box box_;
   std::vector<std::string> remarks_;
 };
 
-Designer::Designer(const std::filesystem::path &module, patchbay::Checking checking)
-    : host_(std::cout, checking) {
+template <typename Module>
+void Designer::load(Module module) {
   try {
     host_.load(module);
     attributes_ = host_.attributes(class_name);
@@ -192,6 +207,15 @@ Designer::Designer(const std::filesystem::path &module, patchbay::Checking check
   } catch (const patchbay::Error &error) {
     throw Refusal(fmt::format("the veltane module is missing: {}", error.what()));
   }
+}
+
+Designer::Designer(const std::filesystem::path &module, patchbay::Checking checking)
+    : host_(std::cout, checking) {
+  load(module);
+}
+
+Designer::Designer(void (*ext_main)(), patchbay::Checking checking) : host_(std::cout, checking) {
+  load(ext_main);
 }
 
 Range Designer::range(const std::string &attribute) const {
@@ -216,9 +240,14 @@ Design Designer::accepted(const Settings &requested) {
   return box.design();
 }
 
+std::vector<std::string> Designer::out_of_use(const Settings &requested) {
+  Box box(*this);
+  box.set(requested);
+  return box.out_of_use();
+}
+
 Design Designer::design(const Settings &requested) {
   const std::size_t posted = host_.posts().size();
-  host_.set_samplerate(audio_samplerate);
   Box box(*this);
   box.set(requested);
   box.bang();

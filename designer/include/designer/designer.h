@@ -34,11 +34,19 @@ class Designer {
   explicit Designer(const std::filesystem::path &module,
                     patchbay::Checking checking = patchbay::Checking::strict);
 
+  /** The same for a module that is linked into the program, by its `ext_main`. */
+  explicit Designer(void (*ext_main)(),
+                    patchbay::Checking checking = patchbay::Checking::strict);
+
   /** @return what the class declares of its attributes, in their order. */
   const std::vector<patchbay::AttributeInfo> &attributes() const { return attributes_; }
 
   /** @return the range of an attribute. Raises std::runtime_error if it does not have one. */
   Range range(const std::string &attribute) const;
+
+  /** Sets the rate of the audio, in Hz, at least 1: that of filters whose settings give no rate.
+   *  `audio_samplerate` at first. */
+  void set_audio_rate(double rate) { audio_rate_ = rate; }
 
   /** @return the settings of a box created without any; its name is not a free one. */
   Settings fresh();
@@ -57,12 +65,19 @@ class Designer {
    */
   Design design(const Settings &requested);
 
+  /** @return the attributes that a box with these settings shows as out of use, in their order.
+   *  Raises as `accepted`. */
+  std::vector<std::string> out_of_use(const Settings &requested);
+
   /** Frees and unloads all; further calls of anything else raise patchbay::Error.
    *  @return what broke the host's rules, a sentence each */
   std::vector<std::string> close() { return host_.close(); }
 
  private:
   class Box;
+
+  template <typename Module>
+  void load(Module module);
 
   /** What a box's settings are held against, read once. */
   struct Rule {
@@ -73,6 +88,7 @@ class Designer {
   patchbay::Host host_;
   std::vector<patchbay::AttributeInfo> attributes_;
   std::vector<Rule> rules_;  // of each attribute
+  double audio_rate_ = audio_samplerate;
 };
 
 }  // namespace designer
