@@ -8,6 +8,7 @@
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "base/input_file.h"
+#include "designer/command_words.h"
 #include "designer/foreign_sections.h"
 #include "designer/limits.h"
 #include "designer/refusal.h"
@@ -34,7 +35,7 @@ void check_alone(const Arguments &arguments, const designer::Settings &settings)
       throw designer::Refusal(fmt::format(
           "--sections takes the filter as it is, so {} would change nothing; --samplerate alone "
           "goes beside it",
-          option_for(setting.name)));
+          designer::option_for(setting.name)));
 }
 
 }  // namespace

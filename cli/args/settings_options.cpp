@@ -77,12 +77,6 @@ std::string attribute_of(const Option &option) {
   return name;
 }
 
-std::string option_for(const std::string &attribute) {
-  std::string name = "--" + attribute;
-  std::replace(name.begin(), name.end(), '_', '-');
-  return name;
-}
-
 designer::Settings typed_settings(const Arguments &arguments) {
   designer::Settings settings;
   for (const Option *option : settings_options()) {

@@ -20,9 +20,6 @@ Options settings_options();
 /** @return the attribute that such an option sets: "passband_ripple" for --passband-ripple. */
 std::string attribute_of(const Option &option);
 
-/** @return the option that sets an attribute: "--passband-ripple". */
-std::string option_for(const std::string &attribute);
-
 /**
  * @return what was asked for, in the order of the attributes: the settings of the design that
  *         --from names, and those given beside it instead of its own

@@ -7,7 +7,7 @@
 #include <fmt/ranges.h>
 
 #include "analysis/estimate.h"
-#include "args/settings_options.h"
+#include "designer/command_words.h"
 #include "text/json.h"
 
 namespace cli {
@@ -21,7 +21,7 @@ using text::Json;
 Words command_for(const Candidate &candidate) {
   Words words{"veltane", "design"};
   for (const auto &[name, values] : candidate.settings) {
-    words.push_back(option_for(name));
+    words.push_back(designer::option_for(name));
     for (const designer::Value &value : values) words.push_back(patchbay::to_text(value));
   }
   return words;

@@ -8,6 +8,7 @@
 
 #include "../../designer_with_module.h"
 #include "args/settings_options.h"
+#include "designer/command_words.h"
 
 using patchbay::AttributeInfo;
 
@@ -68,7 +69,7 @@ TEST(SettingsOptions, AreWhatTheModuleDeclares) {
     const AttributeInfo &attribute = designer.attributes()[i];
     const cli::Option &option = *options[i];
     EXPECT_EQ(cli::attribute_of(option), attribute.name);
-    EXPECT_EQ(cli::option_for(attribute.name), option.name());
+    EXPECT_EQ(designer::option_for(attribute.name), option.name());
     EXPECT_EQ(option.help, help_for(attribute, fresh));
     EXPECT_EQ(option.most, attribute.maximum);
     EXPECT_EQ(std::vector<std::string>(option.choices.begin(), option.choices.end()),
