@@ -46,8 +46,6 @@ constexpr Option spread_option{
     .help =
         "With --as-published: distribute the gain over the sections, so that the signal is near "
         "its full level from each section to the next [off]"};
-constexpr std::array<std::string_view, 3> structure_words{"direct-2-transposed", "direct-1",
-                                                          "state-variable"};
 constexpr Option structure_option{
     .names = "--structure",
     .value = "STRUCTURE",
@@ -55,7 +53,7 @@ constexpr Option structure_option{
         "How the routine for C and C++ computes a section: direct-2-transposed, direct-1 or "
         "state-variable [in doubles and with --as-published direct-2-transposed; in floats "
         "state-variable where that makes 6 dB less noise]",
-    .choices = structure_words};
+    .choices = layouts::structure_words};
 constexpr Option anyway_option{
     .names = "--anyway",
     .help =
@@ -86,10 +84,7 @@ std::string description() {
 
 std::optional<analysis::Structure> wanted_structure(const Arguments &arguments) {
   if (!arguments.given(structure_option)) return std::nullopt;
-  const std::string word = arguments.choice(structure_option);
-  if (word == structure_words[0]) return analysis::Structure::direct_2_transposed;
-  if (word == structure_words[1]) return analysis::Structure::direct_1;
-  return analysis::Structure::state_variable;
+  return layouts::structure_named(arguments.choice(structure_option));
 }
 
 const layouts::Target &target_meant_by(const std::string &word) {

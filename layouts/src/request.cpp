@@ -1,5 +1,7 @@
 #include "layouts/request.h"
 
+#include <stdexcept>
+
 #include <fmt/format.h>
 
 #include "designer/refusal.h"
@@ -12,7 +14,24 @@ bool is_letter_or_digit(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
+// In the order of their words.
+constexpr std::array structures{analysis::Structure::direct_2_transposed,
+                                analysis::Structure::direct_1, analysis::Structure::state_variable};
+static_assert(structures.size() == structure_words.size());
+
 }  // namespace
+
+std::string_view word_for(analysis::Structure structure) {
+  for (std::size_t i = 0; i < structures.size(); ++i)
+    if (structures[i] == structure) return structure_words[i];
+  throw std::invalid_argument("no such structure");
+}
+
+std::optional<analysis::Structure> structure_named(std::string_view word) {
+  for (std::size_t i = 0; i < structures.size(); ++i)
+    if (structure_words[i] == word) return structures[i];
+  return std::nullopt;
+}
 
 std::string identifier_for(std::string_view stem) {
   std::string name = "veltane_";

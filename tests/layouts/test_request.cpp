@@ -22,6 +22,16 @@ TEST(IdentifierFor, HasANameForFilesWithoutOne) {
   EXPECT_EQ(identifier_for("--"), "veltane_filter");
 }
 
+TEST(StructureWords, MeanOneStructureEach) {
+  using analysis::Structure;
+  EXPECT_EQ(layouts::structure_named("direct-1"), Structure::direct_1);
+  EXPECT_EQ(layouts::structure_named("direct-2-transposed"), Structure::direct_2_transposed);
+  EXPECT_EQ(layouts::structure_named("state-variable"), Structure::state_variable);
+  EXPECT_EQ(layouts::structure_named("direct-2"), std::nullopt);
+  for (const std::string_view word : layouts::structure_words)
+    EXPECT_EQ(layouts::word_for(layouts::structure_named(word).value()), word);
+}
+
 TEST(Check, ArrangesSectionsOnly) {
   layouts::Request request;
   request.arrangement = layouts::Arrangement::published_spread;

@@ -2,6 +2,7 @@
 #ifndef LAYOUTS_REQUEST_H
 #define LAYOUTS_REQUEST_H
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,6 +50,16 @@ struct Request {
                        `analysis::chosen_realization` takes, and direct form II transposed for
                        published sections, whose coefficients are to be seen in the file */
 };
+
+/** The words for structures, as people choose them. */
+inline constexpr std::array<std::string_view, 3> structure_words{"direct-2-transposed", "direct-1",
+                                                                 "state-variable"};
+
+/** @return the one of these words that means it. */
+std::string_view word_for(analysis::Structure structure);
+
+/** @return what a word of these means; none for any other. */
+std::optional<analysis::Structure> structure_named(std::string_view word);
 
 /** @param stem  the name of a file without folder and ending; empty if there is no file
  *  @return a name that is not a reserved word in any language: "veltane_" and the stem's ASCII
