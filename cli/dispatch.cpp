@@ -13,6 +13,7 @@
 #include "args/nearest.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
+#include "base/installation.h"
 #include "base/messages.h"
 #include "designer/refusal.h"
 
@@ -61,8 +62,7 @@ CommandLine own_line() {
 
 // The module lies beside the program: PREFIX/bin/veltane, PREFIX/lib/veltane/.
 std::filesystem::path installed_module() {
-  const auto program = std::filesystem::read_symlink("/proc/self/exe");
-  return program.parent_path().parent_path() / "lib" / "veltane" / "veltane.so";
+  return installation() / "lib" / "veltane" / "veltane.so";
 }
 
 std::string answer(const Words &words) {
