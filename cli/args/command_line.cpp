@@ -153,6 +153,7 @@ class Parser {
 
 std::vector<const Option *> all_options(const Subcommand &subcommand) {
   std::vector<const Option *> options(subcommand.options.begin(), subcommand.options.end());
+  if (subcommand.shared == SharedOptions::none) return options;
   if (subcommand.shared != SharedOptions::module) {
     const Options settings = settings_options();
     options.insert(options.end(), settings.begin(), settings.end());

@@ -25,6 +25,7 @@ struct Request {
 
 /** Which shared options follow a subcommand's own. */
 enum class SharedOptions {
+  none,                  /**< it needs no module */
   module,                /**< --module */
   attributes_and_module, /**< one for each attribute of the box, and --module */
   settings_and_module    /**< these and --from */
