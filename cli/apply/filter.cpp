@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -93,16 +94,14 @@ designer::FilterForms designed(const Request &request, const Input &input) {
 designer::FilterForms opened(const Request &request, const Input &input, const std::string &file) {
   const designer::SavedDesign saved = read_operand(request.arguments, file);
   designer::Designer designer(request.module);
-  const designer::Design design = designer::opened(designer, saved, in_quotes(file));
-  for (const std::string &remark : design.remarks)
-    warn(fmt::format("{}: {}", in_quotes(file), remark));
+  OpenedFilter found = opened_filter(designer, saved, file);
   const double rate = input.source().samplerate();
-  if (rate > 0.0 && rate != design.samplerate)
+  if (rate > 0.0 && rate != found.filter.samplerate)
     throw designer::Refusal(fmt::format(
         "{} has a sample rate of {} Hz, and {} holds coefficients for {} Hz; --from {} designs its "
         "filter anew at the signal's",
-        input.name(), rate, in_quotes(file), design.samplerate, file));
-  return designer::filter_in_file(design, in_quotes(file));
+        input.name(), rate, in_quotes(file), found.filter.samplerate, file));
+  return std::move(found.filter);
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 #include "args/saved_file.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 
 #include "args/settings_options.h"
 #include "base/input_file.h"
+#include "base/messages.h"
 #include "designer/refusal.h"
 
 namespace cli {
@@ -35,6 +38,15 @@ designer::SavedDesign read_operand(const Arguments &arguments, const std::string
                     "with its settings",
                     in_quotes(file), file));
   return design;
+}
+
+OpenedFilter opened_filter(designer::Designer &designer, const designer::SavedDesign &saved,
+                           const std::string &file) {
+  const std::string what = in_quotes(file);
+  designer::Design design = designer::opened(designer, saved, what);
+  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
+  designer::PublishedFilter filter = designer::filter_in_file(design, what);
+  return {std::move(design), std::move(filter)};
 }
 
 }  // namespace cli

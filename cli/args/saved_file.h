@@ -5,6 +5,8 @@
 #include <string>
 
 #include "args/arguments.h"
+#include "designer/designer.h"
+#include "designer/published_filter.h"
 #include "designer/saved_design.h"
 
 namespace cli {
@@ -22,6 +24,20 @@ designer::SavedDesign read_saved_design(const std::string &file);
  * settings but no coefficients.
  */
 designer::SavedDesign read_operand(const Arguments &arguments, const std::string &file);
+
+/** The filter of a file, and the design that it was taken from. */
+struct OpenedFilter {
+  designer::Design design;
+  designer::PublishedFilter filter;
+};
+
+/**
+ * The filter of a saved design that was read from a file. Says on standard error what became of its
+ * settings, with the file's name.
+ * Raises designer::Refusal as `designer::opened` and `designer::filter_in_file`.
+ */
+OpenedFilter opened_filter(designer::Designer &designer, const designer::SavedDesign &saved,
+                           const std::string &file);
 
 }  // namespace cli
 

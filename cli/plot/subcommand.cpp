@@ -74,13 +74,10 @@ designer::SavedDesign read_compared(const std::string &file) {
 
 pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedDesign &stored,
                             const std::string &file) {
-  const std::string what = in_quotes(file);
-  const designer::Design design = designer::opened(designer, stored, what);
-  pictures::DrawnFilter filter =
-      pictures::drawn_filter(designer::filter_in_file(design, what), what);
-  for (const std::string &remark : design.remarks) warn(fmt::format("{}: {}", what, remark));
+  const OpenedFilter found = opened_filter(designer, stored, file);
+  pictures::DrawnFilter filter = pictures::drawn_filter(found.filter, in_quotes(file));
   const std::string name = std::filesystem::path(file).filename().string();
-  filter.name = pictures::saved_filter_name(name, designer::title(design));
+  filter.name = pictures::saved_filter_name(name, designer::title(found.design));
   return filter;
 }
 

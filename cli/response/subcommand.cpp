@@ -2,6 +2,7 @@
 
 #include <array>
 #include <numbers>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -122,10 +123,8 @@ ChosenFilter chosen_filter(const Request &request) {
   if (const auto file = request.arguments.operand()) {
     const designer::SavedDesign kept = read_operand(request.arguments, *file);
     designer::Designer designer(request.module);
-    const designer::Design design = designer::opened(designer, kept, in_quotes(*file));
-    for (const std::string &remark : design.remarks)
-      warn(fmt::format("{}: {}", in_quotes(*file), remark));
-    return {designer::title(design), designer::filter_in_file(design, in_quotes(*file))};
+    OpenedFilter found = opened_filter(designer, kept, *file);
+    return {designer::title(found.design), std::move(found.filter)};
   }
   const designer::Settings settings = requested_settings(request.arguments, saved);
   const designer::Design design = designer::Designer(request.module).design(settings);
