@@ -11,6 +11,9 @@
 
 namespace cli {
 
+/** What the numbers of an option are in, which may be typed behind them. */
+enum class Unit { none, hertz, decibels };
+
 /** An option of a subcommand. Tables point to options, and the option itself is the key to what was
  *  given to it: each exists once. */
 struct Option {
@@ -20,7 +23,8 @@ struct Option {
   std::string_view help;       /**< what it does, its choices, range and unit */
   std::size_t most = 1;        /**< how many values it takes; those of a switch are not counted */
   std::span<const std::string_view> choices =
-      {}; /**< the values it takes; empty if it takes any other */
+      {};                 /**< the values it takes; empty if it takes any other */
+  Unit unit = Unit::none; /**< of its numbers */
 
   /** As many values as are given. */
   static constexpr std::size_t any_number = static_cast<std::size_t>(-1);

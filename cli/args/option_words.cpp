@@ -76,6 +76,26 @@ int exponent_of(char letter) {
   return letter == 'M' ? 6 : 0;
 }
 
+std::string_view letters_of(Unit unit) {
+  switch (unit) {
+    case Unit::hertz: return "hz";
+    case Unit::decibels: return "db";
+    case Unit::none: break;
+  }
+  return "";
+}
+
+std::string without_trailing_spaces(std::string text) {
+  while (text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
+std::string without_unit(const std::string &typed, Unit unit) {
+  const std::string_view letters = letters_of(unit);
+  if (!text::lower_case(typed).ends_with(letters)) return without_trailing_spaces(typed);
+  return without_trailing_spaces(typed.substr(0, typed.size() - letters.size()));
+}
+
 // "300,3400" as two, and so is "300, 3400" in words of its own.
 Words split_at_commas(const Words &typed) {
   Words words;
@@ -93,16 +113,12 @@ Words split_at_commas(const Words &typed) {
 
 }  // namespace
 
-std::string in_own_number(const std::string &typed) {
-  std::string number = typed;
-  const std::string lower = text::lower_case(typed);
-  for (const std::string_view unit : {"hz", "db"})
-    if (lower.ends_with(unit)) number.resize(number.size() - unit.size());
-  while (number.ends_with(' ')) number.pop_back();
+std::string in_own_number(const std::string &typed, Unit unit) {
+  std::string number = without_unit(typed, unit);
   const int exponent = number.empty() ? 0 : exponent_of(number.back());
   if (exponent != 0) {
     number.pop_back();
-    while (number.ends_with(' ')) number.pop_back();
+    number = without_trailing_spaces(number);
     if (number.find_first_not_of("+-.0123456789") != std::string::npos) return typed;
     // Not multiplied, so that the digits keep their value.
     number += fmt::format("e{}", exponent);
@@ -118,7 +134,7 @@ Words in_own_words(const Option &option, const Words &typed) {
     if (!option.choices.empty())
       word = own_word(option, word);
     else if (takes_numbers(option))
-      word = in_own_number(word);
+      word = in_own_number(word, option.unit);
   }
   return words;
 }

@@ -25,20 +25,28 @@ inline constexpr Option passband_option{
     .names = "--passband",
     .value = "NUMBER [NUMBER]",
     .help = "Edge of the passband in --units; two for a band response",
-    .most = 2};
+    .most = 2,
+    .unit = Unit::hertz};
 inline constexpr Option stopband_option{
     .names = "--stopband",
     .value = "NUMBER [NUMBER]",
     .help =
         "Edge of the stopband in --units; as many as for the passband. The edges fix the "
         "response",
-    .most = 2};
-inline constexpr Option ripple_option{
-    .names = "--ripple", .value = "NUMBER", .help = "The maximum loss in the passband, in dB"};
-inline constexpr Option attenuation_option{
-    .names = "--attenuation", .value = "NUMBER", .help = "The minimum loss in the stopband, in dB"};
-inline constexpr Option samplerate_option{
-    .names = "--samplerate,--fs", .value = "NUMBER", .help = "The sample rate in whole Hz [48000]"};
+    .most = 2,
+    .unit = Unit::hertz};
+inline constexpr Option ripple_option{.names = "--ripple",
+                                      .value = "NUMBER",
+                                      .help = "The maximum loss in the passband, in dB",
+                                      .unit = Unit::decibels};
+inline constexpr Option attenuation_option{.names = "--attenuation",
+                                           .value = "NUMBER",
+                                           .help = "The minimum loss in the stopband, in dB",
+                                           .unit = Unit::decibels};
+inline constexpr Option samplerate_option{.names = "--samplerate,--fs",
+                                          .value = "NUMBER",
+                                          .help = "The sample rate in whole Hz [48000]",
+                                          .unit = Unit::hertz};
 inline constexpr std::array<std::string_view, 4> family_choices{"all", "butterworth", "chebyshev-1",
                                                                 "chebyshev-2"};
 inline constexpr Option family_option{

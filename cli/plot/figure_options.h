@@ -40,7 +40,8 @@ inline constexpr Option range_option{
         "[level: from a "
         "tenth of the cutoff or lower to half the sample rate, or around a narrow band; phase and "
         "delay: the passband]",
-    .most = 2};
+    .most = 2,
+    .unit = Unit::hertz};
 inline constexpr Option linear_axis_option{
     .names = "--linear", .help = "Linear frequency axes, which may begin with 0 Hz [off]"};
 inline constexpr Option floor_option{
@@ -48,7 +49,8 @@ inline constexpr Option floor_option{
     .value = "NUMBER",
     .help =
         "The lowest level drawn, in dB [-120; for chebyshev-2, 5/4 of its attenuation below the "
-        "peak]"};
+        "peak]",
+    .unit = Unit::decibels};
 inline constexpr Option width_option{
     .names = "--width",
     .value = "NUMBER",

@@ -43,7 +43,7 @@ std::size_t count(const Arguments &arguments, const Option &option, double usual
 From from_in(const Arguments &arguments) {
   From from;
   for (const std::string &word : arguments.values(low_or_file_option)) {
-    const std::string number = in_own_number(word);
+    const std::string number = in_own_number(word, Unit::hertz);
     const bool is_number = designer::number_in(number).has_value();
     std::optional<std::string> &place = is_number ? from.low : from.file;
     if (place)

@@ -22,7 +22,8 @@ inline constexpr Option low_or_file_option{
     .most = 2};
 inline constexpr Option high_option{.names = "--to",
                                     .value = "NUMBER",
-                                    .help = "The highest frequency, in Hz [half the sample rate]"};
+                                    .help = "The highest frequency, in Hz [half the sample rate]",
+                                    .unit = Unit::hertz};
 inline constexpr Option points_option{
     .names = "--points", .value = "NUMBER", .help = "How many frequencies: 2 to 1000000 [200]"};
 inline constexpr Option linear_option{
@@ -30,7 +31,8 @@ inline constexpr Option linear_option{
 inline constexpr Option at_option{.names = "--at",
                                   .value = "NUMBER...",
                                   .help = "These frequencies, in Hz, in the place of a range",
-                                  .most = Option::any_number};
+                                  .most = Option::any_number,
+                                  .unit = Unit::hertz};
 inline constexpr Option wrapped_option{
     .names = "--wrapped", .help = "The phase between -180 and 180 degrees, not continuous [off]"};
 inline constexpr Option impulse_option{.names = "--impulse", .help = "The impulse response"};
