@@ -96,6 +96,36 @@ std::string without_unit(const std::string &typed, Unit unit) {
   return without_trailing_spaces(typed.substr(0, typed.size() - letters.size()));
 }
 
+bool is_digits(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// Whole numbers on both sides of the only comma, and a unit or thousands behind the last of them.
+bool has_doubtful_comma(const std::string &typed, Unit unit) {
+  std::string number = without_unit(typed, unit);
+  if (!number.empty() && exponent_of(number.back()) != 0) {
+    number.pop_back();
+    number = without_trailing_spaces(number);
+  }
+  if (number == typed) return false;
+  const std::size_t comma = number.find(',');
+  if (comma == std::string::npos) return false;
+  std::string_view before(number.data(), comma);
+  if (before.starts_with('-') || before.starts_with('+')) before.remove_prefix(1);
+  return is_digits(before) && is_digits(std::string_view(number).substr(comma + 1));
+}
+
+void check_commas(const Option &option, const Words &typed) {
+  for (const std::string &word : typed) {
+    if (!has_doubtful_comma(word, option.unit)) continue;
+    std::string one = without(' ', word), two = one;
+    one[one.find(',')] = '.';
+    two[two.find(',')] = ' ';
+    throw designer::Refusal(fmt::format("{} cannot be '{}': write {} for one number, or {} for two",
+                                        option.name(), word, one, two));
+  }
+}
+
 // "300,3400" as two, and so is "300, 3400" in words of its own.
 Words split_at_commas(const Words &typed) {
   Words words;
@@ -129,7 +159,9 @@ std::string in_own_number(const std::string &typed, Unit unit) {
 }
 
 Words in_own_words(const Option &option, const Words &typed) {
-  Words words = takes_numbers(option) && option.most > 1 ? split_at_commas(typed) : typed;
+  const bool is_list = takes_numbers(option) && option.most > 1;
+  if (is_list) check_commas(option, typed);
+  Words words = is_list ? split_at_commas(typed) : typed;
   for (std::string &word : words) {
     if (!option.choices.empty())
       word = own_word(option, word);

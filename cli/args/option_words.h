@@ -14,7 +14,8 @@ namespace cli {
  * short names of families, responses and units; numbers with their unit and with k or M for
  * thousands and millions; two numbers with a comma between them. What is not understood, another
  * unit included, stays as it is, for its reader to refuse.
- * Raises designer::Refusal for a word that is not a choice but close to one, and says which.
+ * Raises designer::Refusal for a word that is not a choice but close to one, and says which; and for
+ * a comma that may be a decimal one, as in "3,4kHz".
  */
 Words in_own_words(const Option &option, const Words &typed);
 

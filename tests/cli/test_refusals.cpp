@@ -31,6 +31,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"design --order nan", "'order' takes an integer, not 'nan'"},
         Refused{"design --order 5x", "not '5x'"},
         Refused{"design --order 4Hz", "'order' takes an integer, not '4Hz'"},
+        Refused{"design --frequency 3,4kHz", "write 3.4kHz for one number, or 3 4kHz for two"},
         Refused{"design --frequency inf", "'frequency' takes a number, not 'inf'"},
         Refused{"design --frequency 1e999", "'frequency' takes a number"},
         Refused{"design --frequency ''", "--frequency takes one or two values"},

@@ -68,6 +68,20 @@ TEST(OptionWords, TakeTwoNumbersWithAComma) {
   EXPECT_THAT(taken("--order", {"4,5"}), ElementsAre("4,5")) << "one value is one";
 }
 
+// A decimal comma, or two numbers with a unit behind the last?
+TEST(OptionWords, AskWhatACommaMeansBeforeAUnit) {
+  EXPECT_EQ(refusal("--frequency", "3,4kHz"),
+            "--frequency cannot be '3,4kHz': write 3.4kHz for one number, or 3 4kHz for two");
+  EXPECT_THAT(refusal("--frequency", "0,5Hz"),
+              HasSubstr("write 0.5Hz for one number, or 0 5Hz for two"));
+  EXPECT_THAT(refusal("--frequency", "1,5 kHz"), HasSubstr("1.5kHz for one number, or 1 5kHz"));
+  for (const char *typed : {"20,20k", "300,3400Hz", "-1,5K", "3,4M"})
+    EXPECT_THAT(refusal("--frequency", typed), HasSubstr("for one number")) << typed;
+  for (const char *typed : {"300,3400", "300Hz,3400Hz", "300,3.4k", "0.3,4k", "1e2,4k", "3k,4k",
+                            "3, 4kHz", "300,", ",4k", "1,2,3k", "3,x", "3,Hz"})
+    EXPECT_EQ(refusal("--frequency", typed), "") << typed;
+}
+
 TEST(OptionWords, TakeShortNamesInAnyCase) {
   const std::array<std::array<const char *, 3>, 12> cases{
       {{"--topology", "butter", "butterworth"},
