@@ -18,7 +18,11 @@ namespace {
 
 constexpr std::array<std::string_view, 2> colours{"red", "blue"};
 constexpr Option colour{.names = "-c,--colour", .value = "WORD", .help = "", .choices = colours};
-constexpr Option size{.names = "--the-size", .value = "NUMBER", .help = "How large", .most = 2};
+constexpr Option size{.names = "--the-size",
+                      .value = "NUMBER",
+                      .help = "How large",
+                      .most = 2,
+                      .unit = cli::Unit::hertz};
 constexpr Option many{.names = "--many", .value = "N...", .help = "", .most = Option::any_number};
 constexpr Option loud{.names = "--loud", .help = "Loudly"};
 constexpr std::array<std::string_view, 1> examples{"tool --loud"};
