@@ -41,11 +41,11 @@ bool is_file(const std::filesystem::path &path) {
 // The page that was built for this program. All build trees of a source folder have the same one
 // beside them.
 std::filesystem::path built_page() {
-  const std::filesystem::path here = installation(), own = here / "share/veltane/veltane.html";
+  const std::filesystem::path here = installation();
+  std::filesystem::path own = here / "share/veltane/veltane.html";
   if (is_file(own)) return own;
   if (is_file(here / "CMakeCache.txt"))
-    if (const auto beside = here.parent_path() / "page/veltane.html"; is_file(beside))
-      return beside;
+    if (auto beside = here.parent_path() / "page/veltane.html"; is_file(beside)) return beside;
   throw std::runtime_error(fmt::format(
       "the page is missing: script/page builds it, and '{}' is where an installation has it",
       own.string()));
