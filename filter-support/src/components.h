@@ -21,8 +21,7 @@ struct Components {
  * @param matrix  n x n, row after row
  * @param memory  of the sets, and of what it takes to find them
  */
-Components components(const double *matrix, int32_t n,
-                      Scratch *memory = nullptr);
+Components components(const double *matrix, int32_t n, Scratch *memory = nullptr);
 
 }  // namespace filtermath
 

@@ -51,8 +51,7 @@ class Series {
  * @param memory  of the series, for as long as it lives
  * @return no sections if A is a single component or the model not such a series
  */
-Series sections_of(const _statespace *ss,
-                   Scratch *memory = nullptr);
+Series sections_of(const _statespace *ss, Scratch *memory = nullptr);
 
 /** Makes `ss` the model of a series, reshaping it: the inverse of `sections_of`. */
 void connect(const Series &series, _statespace *ss);

@@ -35,8 +35,7 @@ class Designer {
                     patchbay::Checking checking = patchbay::Checking::strict);
 
   /** The same for a module that is linked into the program, by its `ext_main`. */
-  explicit Designer(void (*ext_main)(),
-                    patchbay::Checking checking = patchbay::Checking::strict);
+  explicit Designer(void (*ext_main)(), patchbay::Checking checking = patchbay::Checking::strict);
 
   /** @return what the class declares of its attributes, in their order. */
   const std::vector<patchbay::AttributeInfo> &attributes() const { return attributes_; }

@@ -1,0 +1,23 @@
+// The panels of one filter or two, as numbers.
+#ifndef PAGE_SESSION_PANELS_H
+#define PAGE_SESSION_PANELS_H
+
+#include <vector>
+
+#include "session/answers.h"
+
+namespace page {
+
+/**
+ * @param designs  one or two
+ * @param request  "panels" names those that are wanted, "view" says what they show
+ * @param answer   takes the numbers of the curves
+ * @return the panels by name
+ * Raises Refusal where a filter cannot be drawn.
+ */
+text::Json panels(const std::vector<designer::Design> &designs, const Request &request,
+                  Answer &answer);
+
+}  // namespace page
+
+#endif

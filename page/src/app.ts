@@ -1,0 +1,36 @@
+// What every part of the page works with.
+
+import type { Session } from './session/client.ts';
+import type { Description, LiveAnswer, PanelName, Settings } from './session/protocol.ts';
+import type { Signal } from './state/signal.ts';
+import type { Store } from './state/store.ts';
+
+/** The page in numbers. */
+export interface Counts {
+  readonly changes: number;
+  readonly designs: number;
+  /** Of the last design with its curves, in the session. */
+  readonly microseconds: number;
+}
+
+export interface App {
+  readonly description: Description;
+  /** Designs and curves, which are wanted at once. */
+  readonly live: Session;
+  /** What may take longer: verdicts, layouts, estimates. */
+  readonly patient: Session;
+  readonly store: Store;
+  /** What was designed last; undefined before the first time. */
+  readonly shown: Signal<LiveAnswer | undefined>;
+  /** Why the settings were refused; empty if they were not. */
+  readonly refusal: Signal<string>;
+  /** The panels that are in sight. */
+  readonly panels: Signal<readonly PanelName[]>;
+  /** The rate of audio that is switched on, in Hz. */
+  readonly audioRate: Signal<number | undefined>;
+  readonly counts: Signal<Counts>;
+  /** Says something to everybody, screen readers included. */
+  announce(sentence: string): void;
+  /** All attributes as they are set. */
+  settings(): Settings;
+}
