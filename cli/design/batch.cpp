@@ -14,9 +14,9 @@
 #include "base/messages.h"
 #include "base/output_file.h"
 #include "base/progress.h"
-#include "design/document.h"
 #include "designer/refusal.h"
 #include "designer/saved_design.h"
+#include "layouts/document.h"
 #include "text/quantities.h"
 
 namespace cli {
@@ -92,11 +92,12 @@ bool wait_for(const Workers &workers, const LineReader *input) {
 Result designed_line(designer::Designer &designer, const designer::Settings &common,
                      const Line &line) {
   try {
-    return {Outcome::designed, design_line(line.number, designer.design(combined(common, line)))};
+    return {Outcome::designed,
+            layouts::design_line(line.number, designer.design(combined(common, line)))};
   } catch (const std::bad_alloc &) {
     throw;  // no fault of the line
   } catch (const std::exception &error) {
-    return {Outcome::failed, error_line(line.number, as_message(error.what()))};
+    return {Outcome::failed, layouts::error_line(line.number, as_message(error.what()))};
   }
 }
 
@@ -109,7 +110,7 @@ int run_batch(designer::Designer &designer, const designer::Settings &common,
       [&](const Line &line) { return designed_line(designer, common, line); },
       [](const Line &line, const std::string &how) {
         return Result{Outcome::failed,
-                      error_line(line.number, "its design ended the process: " + how)};
+                      layouts::error_line(line.number, "its design ended the process: " + how)};
       });
   {
     Progress progress("lines");

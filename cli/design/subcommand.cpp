@@ -6,9 +6,9 @@
 #include "base/messages.h"
 #include "base/output_file.h"
 #include "design/batch.h"
-#include "design/document.h"
 #include "design/page.h"
 #include "designer/refusal.h"
+#include "layouts/document.h"
 
 namespace cli {
 namespace {
@@ -61,7 +61,8 @@ int design_one(const Request &request) {
   const designer::Settings settings = requested_settings(arguments);
   const designer::Design design = designer::Designer(request.module).design(settings);
   for (const std::string &remark : design.remarks) warn(remark);
-  write_output(file, json ? design_document(design, request.command) : design_page(design));
+  write_output(file,
+               json ? layouts::design_document(design, request.command) : design_page(design));
   return 0;
 }
 

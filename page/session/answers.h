@@ -15,6 +15,7 @@ Answer verdict_on(designer::Designer &designer, const Request &request);
 Answer layout(designer::Designer &designer, const Request &request);
 Answer estimate(designer::Designer &designer, const Request &request);
 Answer open(designer::Designer &designer, const Request &request);
+Answer document(designer::Designer &designer, const Request &request);
 
 }  // namespace page
 

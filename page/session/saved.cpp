@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "designer/saved_design.h"
+#include "layouts/document.h"
 #include "session/answers.h"
 #include "session/json.h"
 #include "session/request.h"
@@ -16,6 +17,15 @@ Answer open(designer::Designer &designer, const Request &request) {
   const designer::Design accepted = designer.accepted(saved.settings);
   Answer answer;
   answer.document = {{"settings", json(accepted.settings)}, {"remarks", accepted.remarks}};
+  return answer;
+}
+
+Answer document(designer::Designer &designer, const Request &request) {
+  const designer::Settings settings = settings_at_audio_rate(request, "settings");
+  std::vector<std::string> command{"veltane", "design", "--format", "json"};
+  for (std::string &word : setting_words(designer, settings)) command.push_back(std::move(word));
+  Answer answer;
+  answer.document["text"] = layouts::design_document(designer.design(settings), command);
   return answer;
 }
 

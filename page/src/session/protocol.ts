@@ -86,6 +86,8 @@ export interface ResponsePanel {
   readonly curves: readonly Curve[];
   /** Half-power points, one list for each filter. */
   readonly marks: readonly Curve[];
+  /** What the level has to stay out of: corners, and the part of the outline that is a limit. */
+  readonly mask?: readonly { readonly polygon: Curve; readonly border: Curve }[];
 }
 
 /** A panel of the z plane. */

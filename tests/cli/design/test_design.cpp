@@ -5,7 +5,7 @@
 #include <regex>
 
 #include "../run_command.h"
-#include "design/document.h"
+#include "layouts/document.h"
 #include "patchbay/host.h"
 
 using Json = nlohmann::ordered_json;
@@ -162,7 +162,7 @@ TEST(DesignCommand, JsonHasNullForWhatIsNotFinite) {
   designer::Design design{};
   design.settings = {{"frequency", {std::nan("")}}};
   design.dictionary = {{"gain", -INFINITY}, {"poles", designer::Values{INFINITY, 0.5}}};
-  const Json document = Json::parse(cli::design_document(design, {"veltane"}));
+  const Json document = Json::parse(layouts::design_document(design, {"veltane"}));
   EXPECT_EQ(document["settings"]["frequency"], Json::array({nullptr}));
   EXPECT_EQ(document["dictionary"]["gain"], nullptr);
   EXPECT_EQ(document["dictionary"]["poles"], Json({nullptr, 0.5}));

@@ -1,21 +1,22 @@
-// A design as JSON.
-#ifndef CLI_DESIGN_DOCUMENT_H
-#define CLI_DESIGN_DOCUMENT_H
+// A design as JSON, as it is saved and opened again.
+#ifndef LAYOUTS_DOCUMENT_H
+#define LAYOUTS_DOCUMENT_H
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
-#include "base/words.h"
 #include "designer/designer.h"
 
-namespace cli {
+namespace layouts {
 
 /**
  * {"veltane": version, "command": [...], "settings": {...}, "dictionary": {...}}:
  * settings as the box holds them, the dictionary's flat lists in published
  * order. Numbers have 17 significant digits; those that are not finite are null.
  */
-std::string design_document(const designer::Design &design, const Words &command);
+std::string design_document(const designer::Design &design,
+                            const std::vector<std::string> &command);
 
 /**
  * {"line": number, "veltane": version, "settings": {...}, "dictionary": {...}} in one
@@ -26,6 +27,6 @@ std::string design_line(std::size_t number, const designer::Design &design);
 /** {"line": number, "error": sentence} in the same way. */
 std::string error_line(std::size_t number, const std::string &sentence);
 
-}  // namespace cli
+}  // namespace layouts
 
 #endif

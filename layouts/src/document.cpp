@@ -1,11 +1,11 @@
-#include "design/document.h"
+#include "layouts/document.h"
 
 #include <cstdint>
 #include <variant>
 
 #include "text/json.h"
 
-namespace cli {
+namespace layouts {
 namespace {
 
 using text::JsonLayout;
@@ -53,7 +53,8 @@ void write_design(JsonWriter &writer, const designer::Design &design) {
 
 }  // namespace
 
-std::string design_document(const designer::Design &design, const Words &command) {
+std::string design_document(const designer::Design &design,
+                            const std::vector<std::string> &command) {
   JsonWriter writer(JsonLayout::page);
   writer.begin_object();
   writer.key("veltane");
@@ -92,4 +93,4 @@ std::string error_line(std::size_t number, const std::string &sentence) {
   return writer.take();
 }
 
-}  // namespace cli
+}  // namespace layouts
