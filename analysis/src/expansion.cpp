@@ -2,21 +2,23 @@
 
 #include <array>
 
+#include "wide.h"
+
 namespace analysis {
 namespace {
 
-using Polynomial = std::vector<long double>;
+using Polynomial = std::vector<Extended>;
 
 Polynomial product(const Polynomial &p, const std::array<double, 3> &q) {
   Polynomial out(p.size() + 2, 0.0L);
   for (std::size_t i = 0; i < p.size(); ++i)
-    for (std::size_t k = 0; k < q.size(); ++k) out[i + k] += p[i] * static_cast<long double>(q[k]);
+    for (std::size_t k = 0; k < q.size(); ++k) out[i + k] += p[i] * static_cast<Extended>(q[k]);
   return out;
 }
 
 std::vector<double> rounded(const Polynomial &p) {
   std::vector<double> list;
-  for (const long double value : p) list.push_back(static_cast<double>(value));
+  for (const Extended value : p) list.push_back(static_cast<double>(value));
   return list;
 }
 

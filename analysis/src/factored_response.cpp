@@ -1,19 +1,32 @@
 #include "factored_response.h"
 
+#include "double_double.h"
 #include "unit_circle.h"
 
 namespace analysis {
 namespace {
 
 // Horner's rule.
-WideComplex polynomial_at(const CirclePoint &z, const std::vector<double> &coefficients) {
-  Wide re = 0, im = 0;
+template <class Real>
+WideComplex polynomial_at(const Direction<Real> &z, const std::vector<double> &coefficients) {
+  Real re = 0, im = 0;
   for (const double coefficient : coefficients) {
-    const Wide next = re * z.cos - im * z.sin + coefficient;
+    const Real next = re * z.cos - im * z.sin + coefficient;
     im = re * z.sin + im * z.cos;
     re = next;
   }
-  return {re, im};
+  return {static_cast<Wide>(re), static_cast<Wide>(im)};
+}
+
+// A polynomial cancels so much that its digits have to come from somewhere.
+auto precise_direction(double w) {
+  if constexpr (wide_is_double) {
+    const auto [cos, sin] = extended_direction(w);
+    return Direction<DoubleDouble>{double_double(cos), double_double(sin)};
+  } else {
+    const CirclePoint z = circle_point(w);
+    return Direction<Wide>{z.cos, z.sin};
+  }
 }
 
 }  // namespace
@@ -38,7 +51,7 @@ ScaledProduct factored_response(const Sections &filter, double w) {
 }
 
 ScaledProduct factored_response(const Transfer &filter, double w) {
-  const CirclePoint z = circle_point(w);
+  const auto z = precise_direction(w);
   ScaledProduct product;
   product.multiply(polynomial_at(z, filter.numerator));
   product.divide(polynomial_at(z, filter.denominator));

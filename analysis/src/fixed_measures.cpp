@@ -7,6 +7,7 @@
 
 #include "analysis/run.h"
 #include "analysis/stability.h"
+#include "wide.h"
 
 namespace analysis {
 namespace {
@@ -89,14 +90,14 @@ std::optional<FixedMeasures> fixed_measures(const FixedCascade &cascade) {
     return std::nullopt;
 
   const std::vector<double> input = white_noise(length.settling + length.measured, cascade.bits);
-  const std::vector<long double> wanted =
-      run_direct_1(sections, std::vector<long double>(input.begin(), input.end()));
+  const std::vector<Extended> wanted =
+      run_direct_1(sections, std::vector<Extended>(input.begin(), input.end()));
   const std::vector<double> found = run_fixed(cascade, input).output;
   std::vector<double> output, error;
   double sum = 0.0;
   for (std::size_t i = length.settling; i < input.size(); ++i) {
     output.push_back(static_cast<double>(wanted[i]));
-    error.push_back(static_cast<double>(static_cast<long double>(found[i]) - wanted[i]));
+    error.push_back(static_cast<double>(static_cast<Extended>(found[i]) - wanted[i]));
     sum += error.back();
   }
   const double peak = 4.0 * root_of_mean_square(output);

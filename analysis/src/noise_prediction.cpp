@@ -8,6 +8,7 @@
 #include "power_along.h"
 #include "section_powers.h"
 #include "sine_errors.h"
+#include "wide.h"
 
 namespace analysis {
 namespace {
@@ -215,10 +216,10 @@ class Prediction {
   // What always rounds downwards adds a constant, which later sections pass on as any other.
   void add_mean() {
     if (rounding_.mean == 0) return;
-    long double sum = 0, rest = 1;
+    Extended sum = 0, rest = 1;
     for (std::size_t k = sections_.size(); k-- > 0;) {
       const RoundedSection &section = sections_[k];
-      const long double below = at_dc(section, section.denominator);
+      const Extended below = at_dc(section, section.denominator);
       sum += rest / below;
       rest *= std::ldexp(at_dc(section, section.numerator), section.exponent) / below;
     }
@@ -226,7 +227,7 @@ class Prediction {
     constant_ += scaled_by(mean * mean, -reference_);
   }
 
-  static long double at_dc(const RoundedSection &section, const Trinomial &q) {
+  static Extended at_dc(const RoundedSection &section, const Trinomial &q) {
     return section.turned ? turned_round(q).at_one : q.at_one;
   }
 

@@ -80,7 +80,7 @@ double unwrapped(const Roots &filter, Sign gain, double w) {
 // The delay of 1 - root / z.
 Wide root_delay(const CirclePoint &z, const Complex &root, double tolerance) {
   const double inside = distance_inside(root);
-  if (std::fabs(inside) <= tolerance) return 0.5L;
+  if (std::fabs(inside) <= tolerance) return 0.5;
   const Wide area = static_cast<Wide>(inside) * (2 - static_cast<Wide>(inside));  // 1 - r^2
   return (1 - area / std::norm(from_root(z, root))) / 2;
 }
@@ -88,7 +88,7 @@ Wide root_delay(const CirclePoint &z, const Complex &root, double tolerance) {
 // The delay of 1 / (z + a1 + a2 / z).
 Wide denominator_delay(const CirclePoint &z, double a1, double a2) {
   const Wide second = a2;
-  return (1 - second) * plus_cosine(z, 1 + second, a1) / std::norm(quadratic_at(z, 1.0, a1, a2));
+  return (1 - second) * plus_cosine(z, {1.0, a2}, {a1}) / std::norm(quadratic_at(z, 1.0, a1, a2));
 }
 
 // The delay of b0 z + b1 + b2 / z.

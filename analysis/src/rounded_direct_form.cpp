@@ -26,10 +26,10 @@ double units_from_power_of_two(double coefficient, double u) {
  * becomes the latter, which is x - x u / m with the mantissa m of x between 1/2 and 1: over evenly
  * spread logarithms the mean of 1/m is 1 / ln 2. Zeros on the unit circle leave such coefficients.
  */
-long double effective(double coefficient, Arithmetic arithmetic) {
+Extended effective(double coefficient, Arithmetic arithmetic) {
   const double u = std::ldexp(1.0, -digits(arithmetic));
   if (units_from_power_of_two(coefficient, u) != -1) return coefficient;
-  return coefficient * (1 - static_cast<long double>(u) * (1 / std::numbers::ln2 - 1));
+  return coefficient * (1 - static_cast<Extended>(u) * (1 / std::numbers::ln2 - 1));
 }
 
 /**
@@ -105,7 +105,7 @@ RoundedSection rounded_direct_1(const Section &section, Arithmetic arithmetic) {
     if (!is_exact_factor(a)) way.shaped(times(numerator, a * a));
   // Before the last product is subtracted, the sum is y + a2 y''.
   const CosinePolynomial partial =
-      product(numerator, squared_magnitude(trinomial({1, 0, static_cast<long double>(a2)})));
+      product(numerator, squared_magnitude(trinomial({1, 0, static_cast<Extended>(a2)})));
   if (a1 != 0) {
     way.shaped(partial);
     model.slow_sums.push_back({partial, numerator});
@@ -125,7 +125,7 @@ RoundedSection rounded_direct_2_transposed(const Section &section, Arithmetic ar
   const CosinePolynomial numerator = squared_magnitude(model.numerator);
 
   const WideQuadratic b = numerator_of({b0, b1, b2, a1, a2});
-  const long double w1 = a1, w2 = a2;
+  const Extended w1 = a1, w2 = a2;
   Way way(constant(1), true, true);
   for (const double factor : {b0, b1, b2}) way.plain_product(factor);
   for (const double a : {a1, a2})
@@ -146,7 +146,7 @@ RoundedSection rounded_direct_2_transposed(const Section &section, Arithmetic ar
 
 RoundedSection rounded_fixed(const Section &section, const Section &rounded) {
   RoundedSection model = with_coefficients(
-      section, rounded, [](double value) { return static_cast<long double>(value); });
+      section, rounded, [](double value) { return static_cast<Extended>(value); });
   Way way(constant(1), true, true);
   way.shaped(squared_magnitude(model.numerator));
   model.sources.push_back(way.source());

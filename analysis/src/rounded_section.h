@@ -6,6 +6,7 @@
 
 #include "analysis/structure.h"
 #include "cosine_polynomial.h"
+#include "wide.h"
 
 namespace analysis {
 
@@ -46,9 +47,9 @@ struct RoundedSection {
   std::vector<SlowSum> slow_sums; /**< whose errors go to the output by 1 / A; of direct forms */
 };
 
-/** q0 + q1 / z + q2 / z^2, in long double, so that sums keep what doubles cancel. */
+/** q0 + q1 / z + q2 / z^2, extended, so that sums keep what doubles cancel. */
 struct WideQuadratic {
-  long double q0, q1, q2;
+  Extended q0, q1, q2;
 };
 
 Trinomial trinomial(const WideQuadratic &q);

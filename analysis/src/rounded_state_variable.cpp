@@ -23,9 +23,9 @@ Coefficients rounded(const StateVariable &form, Arithmetic arithmetic) {
   return as_given(arithmetic == Arithmetic::floats ? rounded_to_float(form) : form);
 }
 
-/** A polynomial in long double, so that two that are nearly the same have a difference. */
+/** An extended polynomial, so that two that are nearly the same have a difference. */
 struct WideTrinomial {
-  long double at_one, ends, slant;
+  Extended at_one, ends, slant;
 };
 
 struct WideFraction {
@@ -49,8 +49,8 @@ WideFraction fraction_of(const Section &section) {
 }
 
 WideFraction fraction_of(const Coefficients &c) {
-  const long double g = c.g, r = c.r, h = c.h, high = c.high, band = c.band, low = c.low;
-  const long double at_one = 4 * g * g * h, slant = 2 * g * h * (r - g);
+  const Extended g = c.g, r = c.r, h = c.h, high = c.high, band = c.band, low = c.low;
+  const Extended at_one = 4 * g * g * h, slant = 2 * g * h * (r - g);
   return {{low * at_one, 2 * h * (high + g * g * low), 2 * band * h * g},
           {at_one, 2 - slant, slant}};
 }
@@ -58,7 +58,7 @@ WideFraction fraction_of(const Coefficients &c) {
 bool is_stable(const Coefficients &c) {
   const WideTrinomial denominator = fraction_of(c).denominator;
   return denominator.at_one > 0 && denominator.slant > 0 &&
-         static_cast<long double>(c.h) * c.g * c.r < 1;
+         static_cast<Extended>(c.h) * c.g * c.r < 1;
 }
 
 void set_polynomials(RoundedSection &model, const Coefficients &c, const WideFraction &wanted) {
@@ -79,7 +79,7 @@ struct Signals {
 
 Signals signals_of(const Coefficients &c) {
   const double gh = c.g * c.h, ggh = c.g * c.g * c.h;
-  const long double twice = 2 * static_cast<long double>(c.g) * c.g * c.h;
+  const Extended twice = 2 * static_cast<Extended>(c.g) * c.g * c.h;
   return {
       .hp = {0, 2 * c.h, 0},              // h (1 - 1/z)^2
       .bp = {0, 0, 2 * gh},               // g h (1 - 1/z^2)

@@ -9,8 +9,8 @@ namespace {
 
 // The product of two numbers within these bounds, and its square, are far from both
 // ends of the range even of a double.
-constexpr Wide large = 0x1p120L;
-constexpr Wide small = 0x1p-120L;
+constexpr Wide large = 0x1p120;
+constexpr Wide small = 0x1p-120;
 
 Wide largest_part(const WideComplex &value) {
   return std::max(std::fabs(value.real()), std::fabs(value.imag()));

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "wide.h"
+
 namespace analysis {
 namespace {
 
@@ -16,7 +18,7 @@ double section_margin(double s, double a2) {
   // 1 - p for the two real poles; the one further out carries the cancellation, which the
   // product (1 - p) (1 - q) = 1 - s + a2 takes out of it
   const double other = ((2 - s) + root) / 2;
-  const auto product = static_cast<double>((1 - static_cast<long double>(s)) + a2);
+  const auto product = static_cast<double>((1 - static_cast<Extended>(s)) + a2);
   return other > 0 ? product / other : ((2 - s) - root) / 2;
 }
 

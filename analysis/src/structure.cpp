@@ -6,6 +6,7 @@
 
 #include "analysis/stability.h"
 #include "matched_roots.h"
+#include "wide.h"
 
 namespace analysis {
 namespace {
@@ -18,10 +19,10 @@ struct Quadratic {
 };
 
 Quadratic of_coefficients(double c0, double c1, double c2) {
-  // In long double the sum of three doubles of similar size is exact, or as good as that.
-  const long double ends = static_cast<long double>(c0) + c2;
+  // Extended, the sum of three doubles of similar size is exact, or as good as that.
+  const Extended ends = static_cast<Extended>(c0) + c2;
   return {static_cast<double>(ends + c1), static_cast<double>(ends - c1),
-          static_cast<double>(static_cast<long double>(c0) - c2)};
+          static_cast<double>(static_cast<Extended>(c0) - c2)};
 }
 
 /** 1 - p q of two real numbers or of a conjugate pair. */

@@ -12,7 +12,8 @@
  *
  * In statements of cost, n is the number of poles. Accuracies are those that tests/analysis
  * verifies: against mpmath in 60 digits, or the reference named, for designs of 4 to 400 poles with
- * cutoffs from 0.0008 to 0.8. The given doubles are taken as exact.
+ * cutoffs from 0.0008 to 0.8. The given doubles are taken as exact. Where the processor has no long
+ * double of 64 bits, doubles do its work, and what is not as accurate then says so: "narrow".
  */
 #ifndef ANALYSIS_FILTER_H
 #define ANALYSIS_FILTER_H
