@@ -35,8 +35,8 @@ Candidate ordered(Sections sections, const LevelGrid &grid) {
 
 // The powers of two, one for each section in its order, that bring the peak up to each section but
 // the last nearest to 1, and cancel.
-std::vector<int> levelling_powers(const Sections &filter) {
-  const LevelGrid grid(filter, LevelGrid::Fineness::fine);
+std::vector<int> levelling_powers(const Sections &filter, LevelGrid::Fineness fineness) {
+  const LevelGrid grid(filter, fineness);
   GridLevels product(grid.size(), 0.0F);
   std::vector<int> powers;
   int before = 0;
@@ -51,8 +51,8 @@ std::vector<int> levelling_powers(const Sections &filter) {
 }
 
 // With its gain distributed, or as it is if that would cost a coefficient its digits.
-Sections levelled(const Sections &filter) {
-  const std::vector<int> powers = levelling_powers(filter);
+Sections levelled(const Sections &filter, LevelGrid::Fineness fineness) {
+  const std::vector<int> powers = levelling_powers(filter, fineness);
   Sections found = filter;
   for (std::size_t i = 0; i < found.size(); ++i)
     for (double *value : {&found[i].b0, &found[i].b1, &found[i].b2}) {
@@ -75,7 +75,14 @@ Sections arranged(const Sections &filter, Structure structure) {
   }
   Sections found;
   for (const std::size_t place : best.judged.order) found.push_back(best.sections[place]);
-  return levelled(found);
+  return levelled(found, LevelGrid::Fineness::fine);
+}
+
+Sections quickly_arranged(const Sections &filter) {
+  if (!std::all_of(filter.begin(), filter.end(), runs)) return filter;
+  Sections found;
+  for (const std::size_t place : spread_order(filter)) found.push_back(filter[place]);
+  return levelled(found, LevelGrid::Fineness::coarse);
 }
 
 }  // namespace analysis

@@ -46,6 +46,16 @@ namespace analysis {
  */
 Sections arranged(const Sections &filter, Structure structure);
 
+/**
+ * The same for a direct form without a search: the sections in the order in which that begins, which
+ * mixes slow poles of neighbouring angles with those far away, and their gain distributed. It is far
+ * quieter than an order by angle, and less quiet than that of `arranged`.
+ *
+ * Cost: proportional to n^2, a tenth of that of `arranged`.
+ * @return the filter as it is where `arranged` returns it as it is
+ */
+Sections quickly_arranged(const Sections &filter);
+
 }  // namespace analysis
 
 #endif
