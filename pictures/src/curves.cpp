@@ -7,72 +7,19 @@
 #include <numbers>
 #include <utility>
 
-#include "analysis/grid.h"
 #include "analysis/phase.h"
 #include "analysis/stability.h"
+#include "analysis/sweep.h"
 #include "ascending.h"
+#include "curve_frequencies.h"
 
 namespace pictures {
 namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr int even_steps = 1200;
-
 // Parts of an axis. Ripples closer than the first are drawn as an area, and no panel shows steps of
 // the second.
 constexpr double finest_part = 1.0 / 100000, fine_part = 1.0 / 4000;
-
-// Frequencies of a filter within an axis, as fractions of the Nyquist frequency, ascending.
-class Frequencies {
- public:
-  Frequencies(const DrawnFilter &filter, const Axis &axis) : filter_(filter), axis_(axis) {
-    const double nyquist = filter.nyquist();
-    const double high = std::min(axis.high, nyquist);
-    if (axis.low < high) range_ = {axis.low / nyquist, high / nyquist};
-  }
-
-  // All that are needed, but no closer than a part of the axis where nothing special lies between.
-  std::vector<double> spaced(double least_part) const {
-    if (!(range_.low < range_.high)) return {};
-    std::vector<double> list = marks();
-    double last = -1.0;
-    for (const double w : ordinary()) {
-      const double place = fraction_along(axis_, w * filter_.nyquist());
-      if (place - last < least_part) continue;
-      last = place;
-      list.push_back(w);
-    }
-    return within(std::move(list));
-  }
-
- private:
-  // Peaks, notches, what is marked, and the ends.
-  std::vector<double> marks() const {
-    std::vector<double> list{range_.low, range_.high};
-    for (const auto *roots : {&filter_.roots.zeros, &filter_.roots.poles})
-      for (const analysis::Complex &root : *roots)
-        list.push_back(std::fabs(std::arg(root)) / std::numbers::pi);
-    for (const auto *edges : {&filter_.cutoffs, &filter_.half_power})
-      for (const double hz : *edges) list.push_back(hz / filter_.nyquist());
-    return list;
-  }
-
-  std::vector<double> ordinary() const {
-    std::vector<double> list = analysis::grid(filter_.roots, range_);
-    for (int i = 0; i <= even_steps; ++i)
-      list.push_back(value_at(axis_, static_cast<double>(i) / even_steps) / filter_.nyquist());
-    return within(std::move(list));
-  }
-
-  std::vector<double> within(std::vector<double> list) const {
-    std::erase_if(list, [&](double w) { return !(w >= range_.low && w <= range_.high); });
-    return ascending(std::move(list));
-  }
-
-  const DrawnFilter &filter_;
-  const Axis &axis_;
-  analysis::Interval range_{0.0, 0.0};
-};
 
 /** Three neighbouring points of a curve, the middle one beyond both others. */
 struct Turn {
@@ -86,31 +33,64 @@ struct Turn {
   }
 };
 
-// The curve with a point at each extremum between its own.
-template <class Function>
-Curve with_extrema(const Curve &curve, const Function &value) {
+// Where a curve has extrema between its points, in ascending order.
+std::vector<double> extrema(const Curve &curve) {
+  std::vector<double> places;
+  for (std::size_t i = 1; i + 1 < curve.x.size(); ++i) {
+    const Turn turn{{curve.x[i - 1], curve.x[i], curve.x[i + 1]},
+                    {curve.y[i - 1], curve.y[i], curve.y[i + 1]}};
+    if (!((turn.y[1] - turn.y[0]) * (turn.y[1] - turn.y[2]) > 0.0)) continue;
+    const double place = turn.place();
+    if (place < curve.x[i] || place > curve.x[i]) places.push_back(place);
+  }
+  return places;
+}
+
+Curve merged(const Curve &curve, const Curve &more) {
   Curve all;
+  std::size_t next = 0;
   for (std::size_t i = 0; i < curve.x.size(); ++i) {
-    const bool inside = i > 0 && i + 1 < curve.x.size();
-    double place = std::numeric_limits<double>::quiet_NaN();
-    if (inside) {
-      const Turn turn{{curve.x[i - 1], curve.x[i], curve.x[i + 1]},
-                      {curve.y[i - 1], curve.y[i], curve.y[i + 1]}};
-      if ((turn.y[1] - turn.y[0]) * (turn.y[1] - turn.y[2]) > 0.0) place = turn.place();
-    }
-    if (place < curve.x[i]) all.add(place, value(place));
+    for (; next < more.x.size() && more.x[next] < curve.x[i]; ++next)
+      all.add(more.x[next], more.y[next]);
     all.add(curve.x[i], curve.y[i]);
-    if (place > curve.x[i]) all.add(place, value(place));
   }
   return all;
 }
 
-template <class Function>
+/** Computes the values of a curve at many frequencies, given as fractions of the Nyquist frequency. */
+template <class Values>
 Curve sampled(const DrawnFilter &filter, const std::vector<double> &frequencies,
-              const Function &value) {
-  Curve curve;
-  for (const double w : frequencies) curve.add(w * filter.nyquist(), value(w));
+              const Values &values) {
+  Curve curve{{}, values(frequencies)};
+  for (const double w : frequencies) curve.x.push_back(w * filter.nyquist());
   return curve;
+}
+
+// One frequency after the other.
+template <class Value>
+auto each(const Value &value) {
+  return [&value](const std::vector<double> &frequencies) {
+    std::vector<double> values;
+    values.reserve(frequencies.size());
+    for (const double w : frequencies) values.push_back(value(w));
+    return values;
+  };
+}
+
+std::vector<double> times(std::vector<double> values, double factor) {
+  for (double &value : values) value *= factor;
+  return values;
+}
+
+template <class Values>
+Curve with_extrema(const DrawnFilter &filter, const std::vector<double> &frequencies,
+                   const Values &values) {
+  const Curve curve = sampled(filter, frequencies, values);
+  Curve turns{extrema(curve), {}};
+  std::vector<double> places = turns.x;
+  for (double &place : places) place /= filter.nyquist();
+  turns.y = values(places);
+  return merged(curve, turns);
 }
 
 // The frequencies within the curve at which the phase jumps, in Hz, ascending.
@@ -125,21 +105,9 @@ std::vector<double> phase_jumps(const DrawnFilter &filter, const Curve &phase) {
   return ascending(std::move(list));
 }
 
-}  // namespace
-
-Curve level_curve(const DrawnFilter &filter, const Axis &frequencies) {
-  const auto level = [&](double w) { return filter.level_db(w); };
-  const Curve curve = sampled(filter, Frequencies(filter, frequencies).spaced(finest_part), level);
-  return with_extrema(curve, [&](double hz) { return level(hz / filter.nyquist()); });
-}
-
-Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies) {
-  const auto places = Frequencies(filter, frequencies).spaced(fine_part);
-  const Curve whole = sampled(filter, places, [&](double w) {
-    return unwrapped_phase(filter.roots, w) * 180.0 / std::numbers::pi;
-  });
+// A continuous phase, interrupted where it jumps.
+Curve without_jumps(const Curve &whole, const std::vector<double> &jumps) {
   constexpr double slack = 1e-12;
-  const std::vector<double> jumps = phase_jumps(filter, whole);
   auto next = jumps.begin();
   Curve interrupted;
   for (std::size_t i = 0; i < whole.x.size(); ++i) {
@@ -154,20 +122,53 @@ Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies) {
   return interrupted;
 }
 
-Curve delay_curve(const DrawnFilter &filter, const Axis &frequencies) {
-  const auto places = Frequencies(filter, frequencies).spaced(fine_part);
-  return sampled(filter, places,
-                 [&](double w) { return group_delay(filter.roots, w) / filter.samplerate; });
+}  // namespace
+
+Curve level_curve(const DrawnFilter &filter, const Axis &frequencies, Detail detail) {
+  const CurveFrequencies places(filter, frequencies);
+  if (detail == Detail::live)
+    return with_extrema(filter, places.few(),
+                        [&](const std::vector<double> &w) { return filter.levels_db(w); });
+  return with_extrema(filter, places.spaced(finest_part),
+                      each([&](double w) { return filter.level_db(w); }));
 }
 
-double median_delay(const DrawnFilter &filter, const Axis &frequencies) {
+Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies, Detail detail) {
+  const CurveFrequencies places(filter, frequencies);
+  constexpr double degrees = 180.0 / std::numbers::pi;
+  const Curve whole =
+      detail == Detail::live
+          ? sampled(filter, places.few(),
+                    [&](const std::vector<double> &w) {
+                      return times(swept_phases(filter.roots, w), degrees);
+                    })
+          : sampled(filter, places.spaced(fine_part), each([&](double w) {
+                      return unwrapped_phase(filter.roots, w) * 180.0 / std::numbers::pi;
+                    }));
+  return without_jumps(whole, phase_jumps(filter, whole));
+}
+
+Curve delay_curve(const DrawnFilter &filter, const Axis &frequencies, Detail detail) {
+  const CurveFrequencies places(filter, frequencies);
+  if (detail == Detail::live)
+    return sampled(filter, places.few(), [&](const std::vector<double> &w) {
+      return times(swept_delays(filter.roots, w), 1.0 / filter.samplerate);
+    });
+  return sampled(filter, places.spaced(fine_part),
+                 each([&](double w) { return group_delay(filter.roots, w) / filter.samplerate; }));
+}
+
+double median_delay(const DrawnFilter &filter, const Axis &frequencies, Detail detail) {
   constexpr std::size_t count = 101;
-  std::vector<double> delays;
+  std::vector<double> places;
   for (std::size_t i = 0; i < count; ++i) {
     const double hz = value_at(frequencies, static_cast<double>(i) / (count - 1));
-    delays.push_back(group_delay(filter.roots, std::min(hz / filter.nyquist(), 1.0)) /
-                     filter.samplerate);
+    places.push_back(std::min(hz / filter.nyquist(), 1.0));
   }
+  std::vector<double> delays =
+      detail == Detail::live ? swept_delays(filter.roots, places)
+                             : each([&](double w) { return group_delay(filter.roots, w); })(places);
+  for (double &delay : delays) delay /= filter.samplerate;
   std::nth_element(delays.begin(), delays.begin() + count / 2, delays.end());
   return delays[count / 2];
 }

@@ -34,14 +34,14 @@ Figure figure_of(const std::vector<DrawnFilter> &filters, const FigureOptions &o
   const Axis passband = passband_within(usual_passband, options.frequencies);
   const Axis whole = options.frequencies.value_or(whole_axis(filters, options.scale));
   const Axis detail = options.frequencies.value_or(usual_passband);
-  const TimePanels over_time = time_panels(filters);
+  const TimePanels over_time = time_panels(filters, {.detail = options.detail});
   const double floor_db = options.floor_db ? *options.floor_db : usual_floor(filters);
   return {figure_title(options.title ? *options.title : usual_title(filters)),
           figure_key(filters),
-          level_panel(filters, whole, whole_levels(filters, floor_db)),
-          passband_panel(filters, passband),
-          phase_panel(filters, detail),
-          delay_panel(filters, detail),
+          level_panel(filters, whole, whole_levels(filters, floor_db), options.detail),
+          passband_panel(filters, passband, options.detail),
+          phase_panel(filters, detail, PhaseForm::continuous, options.detail),
+          delay_panel(filters, detail, options.detail),
           zeros_and_poles_panel(filters),
           poles_panel(filters),
           over_time.impulse,

@@ -159,12 +159,12 @@ Axis range_of(const std::vector<Curve> &curves) {
 }
 
 Axis delay_axis(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
-                const std::vector<Curve> &delays) {
+                const std::vector<Curve> &delays, Detail detail) {
   constexpr double steep = 25.0, most_ratio = 1e4;
   Axis seconds = range_of(delays);
   double usual = seconds.high;
   for (const DrawnFilter &filter : filters)
-    usual = std::min(usual, median_delay(filter, frequencies));
+    usual = std::min(usual, median_delay(filter, frequencies, detail));
   if (usual > 0.0 && seconds.high > steep * usual) {
     const double least = std::min(least_above_zero(delays) / 1.3, usual / 2.0);
     return {std::max(least, seconds.high / most_ratio), 1.5 * seconds.high, Scale::logarithmic};

@@ -9,6 +9,7 @@
 #include "ascending.h"
 #include "filter_numbers.h"
 #include "pictures/ranges.h"
+#include "pictures/wrapped_phase.h"
 #include "time_unit.h"
 
 namespace pictures {
@@ -43,10 +44,11 @@ std::vector<Curve> half_power_marks(const std::vector<DrawnFilter> &filters) {
 
 template <class MakeCurve>
 std::vector<Curve> curves_of(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
-                             const MakeCurve &make_curve) {
+                             Detail detail, const MakeCurve &make_curve) {
   std::vector<Curve> curves;
   curves.reserve(filters.size());
-  for (const DrawnFilter &filter : filters) curves.push_back(make_curve(filter, frequencies));
+  for (const DrawnFilter &filter : filters)
+    curves.push_back(make_curve(filter, frequencies, detail));
   return curves;
 }
 
@@ -60,11 +62,11 @@ ResponsePanel panel_over(const Axis &frequencies, std::string title,
 }
 
 ResponsePanel panel_of_levels(std::string title, const std::vector<DrawnFilter> &filters,
-                              const Axis &frequencies, const Axis &levels) {
+                              const Axis &frequencies, const Axis &levels, Detail detail) {
   ResponsePanel panel = panel_over(frequencies, std::move(title), filters);
   panel.value = {levels, TickStyle::decimal, "level in dB"};
   panel.limits = limits_within(filters, levels);
-  panel.curves = curves_of(filters, frequencies, level_curve);
+  panel.curves = curves_of(filters, frequencies, detail, level_curve);
   panel.half_power = half_power_marks(filters);
   return panel;
 }
@@ -103,25 +105,33 @@ std::vector<double> levels_asked_for(const std::vector<DrawnFilter> &filters) {
 }
 
 ResponsePanel level_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
-                          const Axis &levels) {
-  return panel_of_levels(level_title(filters), filters, frequencies, levels);
+                          const Axis &levels, Detail detail) {
+  return panel_of_levels(level_title(filters), filters, frequencies, levels, detail);
 }
 
-ResponsePanel passband_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies) {
-  return panel_of_levels("Passband enlarged", filters, frequencies, passband_levels(filters));
+ResponsePanel passband_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                             Detail detail) {
+  return panel_of_levels("Passband enlarged", filters, frequencies, passband_levels(filters),
+                         detail);
 }
 
-ResponsePanel phase_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies) {
+ResponsePanel phase_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                          PhaseForm form, Detail detail) {
   ResponsePanel panel = panel_over(frequencies, "Phase", filters);
-  panel.curves = curves_of(filters, frequencies, phase_curve);
+  panel.curves = curves_of(filters, frequencies, detail, phase_curve);
   panel.value = {range_of(panel.curves), TickStyle::degrees, "phase in degrees"};
+  if (form == PhaseForm::wrapped) {
+    for (Curve &curve : panel.curves) curve = wrapped_phase(curve);
+    panel.value.axis = {-180.0, 180.0, Scale::linear};
+  }
   return panel;
 }
 
-ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies) {
+ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                          Detail detail) {
   ResponsePanel panel = panel_over(frequencies, "Group delay", filters);
-  panel.curves = curves_of(filters, frequencies, delay_curve);
-  const Axis seconds = delay_axis(filters, frequencies, panel.curves);
+  panel.curves = curves_of(filters, frequencies, detail, delay_curve);
+  const Axis seconds = delay_axis(filters, frequencies, panel.curves, detail);
   const TimeUnit unit = time_unit(std::max(std::fabs(seconds.low), std::fabs(seconds.high)));
   for (Curve &curve : panel.curves)
     for (double &y : curve.y) y /= unit.seconds;

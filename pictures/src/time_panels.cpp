@@ -8,9 +8,11 @@
 
 #include "analysis/arrangement.h"
 #include "analysis/impulse.h"
+#include "analysis/quick_impulse.h"
 #include "analysis/stability.h"
 #include "filter_numbers.h"
 #include "pictures/ranges.h"
+#include "pictures/thinning.h"
 #include "power_label.h"
 #include "time_unit.h"
 
@@ -31,8 +33,10 @@ struct Length {
 };
 
 // Twice the time in which the slowest pole falls by 60 dB, as many poles together ring longer.
-Length length_of(const analysis::Sections &sections) {
-  constexpr double most_samples = 2e6, most_work = 5e7, decay = 6.907755;  // ln 1000
+Length length_of(const analysis::Sections &sections, Detail detail) {
+  constexpr double decay = 6.907755;  // ln 1000
+  const bool live = detail == Detail::live;
+  const double most_samples = live ? 32768 : 2e6, most_work = live ? 2e6 : 5e7;
   const analysis::Stability stability = analysis::stability(sections);
   const double wanted = 64.0 + (stability.stable ? 2.0 * analysis::ringing_samples(stability)
                                                  : decay / std::log1p(std::fabs(stability.margin)));
@@ -69,7 +73,15 @@ struct Responses {
   std::vector<Response> impulse, step;
 };
 
-Responses responses_of(const std::vector<DrawnFilter> &filters) {
+std::vector<double> impulse_of(const analysis::Sections &sections, std::size_t count,
+                               Detail detail) {
+  if (detail == Detail::live)
+    return quick_impulse_response(analysis::quickly_arranged(sections), count);
+  return impulse_response(analysis::arranged(sections, analysis::Structure::direct_2_transposed),
+                          count);
+}
+
+Responses responses_of(const std::vector<DrawnFilter> &filters, Detail detail) {
   Responses all;
   for (const DrawnFilter &filter : filters) {
     if (filter.sections.empty()) {
@@ -77,10 +89,8 @@ Responses responses_of(const std::vector<DrawnFilter> &filters) {
         list->push_back({filter.samplerate, {}, 0, true});
       continue;
     }
-    const Length length = length_of(filter.sections);
-    const auto quiet =
-        analysis::arranged(filter.sections, analysis::Structure::direct_2_transposed);
-    std::vector<double> impulse = analysis::impulse_response(quiet, length.samples);
+    const Length length = length_of(filter.sections, detail);
+    std::vector<double> impulse = impulse_of(filter.sections, length.samples, detail);
     std::vector<double> step(impulse.size());
     std::partial_sum(impulse.begin(), impulse.end(), step.begin());
     const double end = step.back();
@@ -97,27 +107,40 @@ double seconds_of(const std::vector<Response> &responses) {
   return seconds > 0.0 ? seconds : 1e-3;
 }
 
+/** Where samples are drawn that follow the last one computed. */
+enum class Tail { each_sample, end_only };
+
 // One that has come to its end stays there.
-Curve curve_of(const Response &response, double seconds, const TimeUnit &unit) {
+Curve curve_of(const Response &response, const Axis &seconds, const TimeUnit &unit, Tail tail) {
   Curve curve;
   const std::vector<double> &values = response.values;
   if (values.empty()) return curve;
-  const double last = std::floor(seconds * response.samplerate * (1 + 1e-12));
-  for (std::size_t i = 0; static_cast<double>(i) <= last; ++i) {
-    if (i >= values.size() && !response.is_whole) break;
-    curve.add(static_cast<double>(i) / response.samplerate / unit.seconds,
-              i < values.size() ? values[i] : values.back());
+  const auto count = static_cast<double>(values.size());
+  const double last = std::floor(seconds.high * response.samplerate * (1 + 1e-12));
+  for (double i = std::floor(seconds.low * response.samplerate); i <= last; ++i) {
+    if (i >= count && !response.is_whole) break;
+    curve.add(i / response.samplerate / unit.seconds,
+              i < count ? values[static_cast<std::size_t>(i)] : values.back());
+    if (i >= count && tail == Tail::end_only && i < last) i = last - 1;
   }
   return curve;
 }
 
+// Until when responses are known that go on within the axis; none if there are none.
+std::optional<double> known_until(const std::vector<Response> &responses, const Axis &seconds) {
+  std::optional<double> until;
+  for (const Response &response : responses) {
+    const double end = static_cast<double>(response.values.size()) / response.samplerate;
+    if (!response.is_whole && end < seconds.high) until = std::min(end, until.value_or(end));
+  }
+  return until;
+}
+
 std::string title_of(const std::string &what, const std::vector<DrawnFilter> &filters,
-                     const std::vector<Response> &responses, double seconds, const TimeUnit &unit) {
+                     const std::optional<double> &until, const TimeUnit &unit) {
   const bool several = filters.size() > 1;
   std::string title = what;
-  if (std::any_of(responses.begin(), responses.end(),
-                  [](const Response &response) { return !response.is_whole; }))
-    title += fmt::format(", its first {:.3g} {}", seconds / unit.seconds, unit.name);
+  if (until) title += fmt::format(", its first {:.3g} {}", *until / unit.seconds, unit.name);
   const std::string none =
       numbers_of(filters, [](const DrawnFilter &filter) { return filter.sections.empty(); });
   if (none.empty()) return title;
@@ -137,36 +160,72 @@ int power_of(const std::vector<Curve> &curves) {
   return static_cast<int>(std::ceil(-std::log10(most)));
 }
 
+// As many as a screen shows.
+Curve fit_for_a_screen(const Curve &curve, const TimePanel &panel) {
+  constexpr double columns = 400, rows = 400;
+  if (static_cast<double>(curve.x.size()) <= 2 * columns) return curve;
+  return thinned(curve, {panel.time.axis, panel.amplitude.axis, columns, rows});
+}
+
 TimePanel panel_of(const std::string &what, const std::vector<DrawnFilter> &filters,
-                   const std::vector<Response> &responses) {
+                   const std::vector<Response> &responses, const TimeOptions &options) {
   constexpr double most_marks = 64.0;
-  const double seconds = seconds_of(responses);
-  const TimeUnit unit = time_unit(seconds);
+  const Axis seconds = options.seconds.value_or(Axis{0.0, seconds_of(responses), Scale::linear});
+  const TimeUnit unit = time_unit(seconds.high);
   TimePanel panel;
-  panel.title = title_of(what, filters, responses, seconds, unit);
+  // Responses that are cut off end together with the axis that they made.
+  const bool some_are_cut =
+      std::any_of(responses.begin(), responses.end(),
+                  [](const Response &response) { return !response.is_whole; });
+  const std::optional<double> until = options.seconds ? known_until(responses, seconds)
+                                      : some_are_cut  ? std::optional(seconds.high)
+                                                      : std::nullopt;
+  panel.title = title_of(what, filters, until, unit);
   double samplerate = 0.0;
   for (const Response &response : responses) {
     samplerate = std::max(samplerate, response.samplerate);
-    panel.curves.push_back(curve_of(response, seconds, unit));
+    panel.curves.push_back(
+        curve_of(response, seconds, unit, options.seconds ? Tail::end_only : Tail::each_sample));
   }
-  panel.shows_samples = seconds * samplerate <= most_marks;
-  panel.time = {{0.0, seconds / unit.seconds, Scale::linear},
+  panel.shows_samples = (seconds.high - seconds.low) * samplerate <= most_marks;
+  panel.time = {{seconds.low / unit.seconds, seconds.high / unit.seconds, Scale::linear},
                 TickStyle::magnitudes,
                 fmt::format("time in {}", unit.name)};
   const int power = power_of(panel.curves);
+  const double scale = std::pow(10.0, power);
   for (Curve &curve : panel.curves)
-    for (double &y : curve.y) y *= std::pow(10.0, power);
+    for (double &y : curve.y) y *= scale;
   panel.amplitude = {range_of(panel.curves), TickStyle::decimal,
                      counted_in_powers("amplitude", power)};
+  if (options.detail == Detail::live)
+    for (Curve &curve : panel.curves) curve = fit_for_a_screen(curve, panel);
   return panel;
+}
+
+TimePanel impulse_panel_of(const std::vector<DrawnFilter> &filters, const Responses &responses,
+                           const TimeOptions &options) {
+  return panel_of("Impulse response", filters, responses.impulse, options);
+}
+
+TimePanel step_panel_of(const std::vector<DrawnFilter> &filters, const Responses &responses,
+                        const TimeOptions &options) {
+  return panel_of("Step response", filters, responses.step, options);
 }
 
 }  // namespace
 
-TimePanels time_panels(const std::vector<DrawnFilter> &filters) {
-  const Responses responses = responses_of(filters);
-  return {panel_of("Impulse response", filters, responses.impulse),
-          panel_of("Step response", filters, responses.step)};
+TimePanels time_panels(const std::vector<DrawnFilter> &filters, const TimeOptions &options) {
+  const Responses responses = responses_of(filters, options.detail);
+  return {impulse_panel_of(filters, responses, options),
+          step_panel_of(filters, responses, options)};
+}
+
+TimePanel impulse_panel(const std::vector<DrawnFilter> &filters, const TimeOptions &options) {
+  return impulse_panel_of(filters, responses_of(filters, options.detail), options);
+}
+
+TimePanel step_panel(const std::vector<DrawnFilter> &filters, const TimeOptions &options) {
+  return step_panel_of(filters, responses_of(filters, options.detail), options);
 }
 
 }  // namespace pictures

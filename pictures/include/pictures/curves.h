@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "pictures/axis.h"
+#include "pictures/detail.h"
 #include "pictures/drawn_filter.h"
 
 namespace pictures {
@@ -27,19 +28,22 @@ struct Curve {
  * analysis::grid, so that neither a narrow peak nor a zero is missed. Of the grid's points only those
  * are taken that a picture can show apart: 100,000 for the level, which has points at its extrema
  * besides, and 4000 for the others. Each point costs in proportion to the order.
+ * A live curve has half as many even steps, none of the grid's points, and levels within 1e-7 dB.
  */
-Curve level_curve(const DrawnFilter &filter, const Axis &frequencies); /**< in dB */
+Curve level_curve(const DrawnFilter &filter, const Axis &frequencies,
+                  Detail detail = Detail::full); /**< in dB */
 
 /** In degrees, continuous; interrupted at each zero on the unit circle, where the phase jumps by
  *  180 degrees. Points nearer to such a zero than 1e-12 of its frequency are left out, since
  *  rounding may put them on either side. */
-Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies);
+Curve phase_curve(const DrawnFilter &filter, const Axis &frequencies, Detail detail = Detail::full);
 
 /** The group delay in seconds. */
-Curve delay_curve(const DrawnFilter &filter, const Axis &frequencies);
+Curve delay_curve(const DrawnFilter &filter, const Axis &frequencies, Detail detail = Detail::full);
 
 /** @return the median of the group delay over 101 even steps of a frequency axis, in seconds. */
-double median_delay(const DrawnFilter &filter, const Axis &frequencies);
+double median_delay(const DrawnFilter &filter, const Axis &frequencies,
+                    Detail detail = Detail::full);
 
 }  // namespace pictures
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "designer/published_filter.h"
+#include "pictures/detail.h"
 
 namespace pictures {
 
@@ -44,24 +45,30 @@ struct DrawnFilter {
    *  @return the level there in dB, as it is drawn; minus infinity at a zero on the unit circle, or
    *  as low as rounding the zero lets it be. Time grows with the order. */
   double level_db(double w) const;
+
+  /** @return the levels of many ascending w, within 1e-7 dB down to 200 dB below the peak, in a
+   *  fraction of the time. */
+  std::vector<double> levels_db(const std::vector<double> &w) const;
 };
 
 /**
  * Finds the peak and the half-power points, and lifts a silent filter: time grows with the square of
- * the order.
+ * the order, and is a hundredth of it for a live picture, whose peak is within 0.001 dB.
  * @param subject  what sentences call it, such as "the filter" or its file's name in quotes
  * @return the filter without a name
  * Raises designer::Refusal where nothing can be drawn: it has neither roots nor sections, a number
  * that is not finite, or a pole on the unit circle.
  */
-DrawnFilter drawn_filter(const designer::PublishedFilter &filter, const std::string &subject);
+DrawnFilter drawn_filter(const designer::PublishedFilter &filter, const std::string &subject,
+                         Detail detail = Detail::full);
 
 /**
  * The same for a filter of which no settings are known. It has no cutoffs; what it passes at 0 and
  * at the Nyquist frequency says which response it is drawn as, and the half-power points are the
  * outermost places where its level crosses 3.01 dB below the peak.
  */
-DrawnFilter drawn_without_settings(const designer::FilterForms &filter, const std::string &subject);
+DrawnFilter drawn_without_settings(const designer::FilterForms &filter, const std::string &subject,
+                                   Detail detail = Detail::full);
 
 }  // namespace pictures
 

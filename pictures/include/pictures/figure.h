@@ -29,6 +29,7 @@ struct FigureOptions {
                                          logarithmic ones where they show more */
   std::optional<double>
       floor_db{}; /**< the lowest level, below `highest_peak`; by default `usual_floor` */
+  Detail detail = Detail::full;
 };
 
 struct Figure {
@@ -44,7 +45,8 @@ struct Figure {
 
 /**
  * @param filters  1 to most_filters, with their names
- * Time grows with the square of the order, and with the number of filters.
+ * Time grows with the square of the order, and with the number of filters. Each panel can also be made
+ * alone, over any axis.
  */
 Figure figure_of(const std::vector<DrawnFilter> &filters, const FigureOptions &options = {});
 

@@ -42,7 +42,7 @@ Axis range_of(const std::vector<Curve> &curves);
  *  rest: where it is more than 25 times as high as the least of the median delays. It then goes
  *  down to the least delay, but by no more than four decades. */
 Axis delay_axis(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
-                const std::vector<Curve> &delays);
+                const std::vector<Curve> &delays, Detail detail = Detail::full);
 
 }  // namespace pictures
 

@@ -12,6 +12,9 @@
 
 namespace pictures {
 
+/** How a phase is drawn: with all its turns, or from -180 to 180 degrees and interrupted between. */
+enum class PhaseForm { continuous, wrapped };
+
 /** All numbers are in the units of its axes. */
 struct ResponsePanel {
   std::string title;
@@ -28,15 +31,18 @@ struct ResponsePanel {
 /** @return the level over all frequencies, with a title that says which filters are silent or
  *  unstable. */
 ResponsePanel level_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
-                          const Axis &levels);
+                          const Axis &levels, Detail detail = Detail::full);
 
-ResponsePanel passband_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies);
+ResponsePanel passband_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                             Detail detail = Detail::full);
 
-ResponsePanel phase_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies);
+ResponsePanel phase_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                          PhaseForm form = PhaseForm::continuous, Detail detail = Detail::full);
 
 /** @return the group delay in s, ms, µs or ns; and in samples on the right where all filters have the
  *  same sample rate. */
-ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies);
+ResponsePanel delay_panel(const std::vector<DrawnFilter> &filters, const Axis &frequencies,
+                          Detail detail = Detail::full);
 
 /** @return the levels that were asked for, ripple and attenuation of all filters, in dB and
  *  negative; ascending. */

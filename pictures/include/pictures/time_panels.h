@@ -2,6 +2,7 @@
 #ifndef PICTURES_TIME_PANELS_H
 #define PICTURES_TIME_PANELS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,12 +16,21 @@ namespace pictures {
 struct TimePanel {
   std::string title; /**< says which filters have no curve, and where a curve ends too early */
   LabelledAxis time, amplitude;
-  std::vector<Curve> curves; /**< a point a sample; one for each filter, in their order */
+  std::vector<Curve> curves; /**< a point a sample, or fewer if live; one for each filter, in their
+                                  order */
   bool shows_samples;        /**< so few that each can be marked */
 };
 
 struct TimePanels {
   TimePanel impulse, step;
+};
+
+/** What panels over time leave to their reader's choice. */
+struct TimeOptions {
+  std::optional<Axis>
+      seconds{}; /**< a linear axis from 0 or later, 0 <= low < high; by default it is
+                                      as long as is said below */
+  Detail detail = Detail::full;
 };
 
 /**
@@ -33,10 +43,17 @@ struct TimePanels {
  * often longer, since it shows what an impulse hardly excites. What would take more than two million
  * samples, or more than 5e7 of them times sections, is shown up to there.
  *
+ * A live response is shown up to 32,768 samples, or two million times sections, and drawn with at most
+ * four points for each of 400 columns.
+ *
  * Time grows with the number of these samples times that of the sections, and with the square of the
  * order.
  */
-TimePanels time_panels(const std::vector<DrawnFilter> &filters);
+TimePanels time_panels(const std::vector<DrawnFilter> &filters, const TimeOptions &options = {});
+
+/** One of them, in the same time. */
+TimePanel impulse_panel(const std::vector<DrawnFilter> &filters, const TimeOptions &options = {});
+TimePanel step_panel(const std::vector<DrawnFilter> &filters, const TimeOptions &options = {});
 
 }  // namespace pictures
 
