@@ -13,50 +13,58 @@ namespace {
 constexpr std::size_t side_by_side = 4;
 
 /** Sections in direct form II transposed, each one sample behind the one before. */
-class Group {
- public:
-  /** @param sections  as many as run side by side, or fewer */
-  explicit Group(std::span<const Section> sections) : last_(sections.size() - 1) {
-    std::copy(sections.begin(), sections.end(), sections_.begin());
+struct Group {
+  std::array<Section, side_by_side> sections{};
+  std::array<double, side_by_side> in{}, out{}, s1{}, s2{};
+
+  /** One sample of the section at each place. */
+  void step(std::size_t k) {
+    const Section &s = sections[k];
+    const double x = in[k], y = s.b0 * x + s1[k];
+    s1[k] = s.b1 * x - s.a1 * y + s2[k];
+    s2[k] = s.b2 * x - s.a2 * y;
+    out[k] = y;
   }
 
-  void run(std::vector<double> &signal) {
-    const std::size_t count = signal.size();
-    for (std::size_t i = 0; i < count + last_; ++i) {
-      in_[0] = i < count ? signal[i] : 0.0;
-      if (i + 1 < side_by_side)
-        step(i + 1);
-      else
-        step(side_by_side);
-      if (i >= last_) signal[i - last_] = out_[last_];
-      if (i % 128 == 0) flush();
-    }
-  }
-
- private:
-  // Of the sections that the signal has reached.
-  void step(std::size_t reached) {
-    for (std::size_t k = 0; k < reached; ++k) {
-      const Section &s = sections_[k];
-      const double x = in_[k], y = s.b0 * x + s1_[k];
-      s1_[k] = s.b1 * x - s.a1 * y + s2_[k];
-      s2_[k] = s.b2 * x - s.a2 * y;
-      out_[k] = y;
-    }
-    for (std::size_t k = 1; k < side_by_side; ++k) in_[k] = out_[k - 1];
+  void hand_on() {
+    for (std::size_t k = 1; k < side_by_side; ++k) in[k] = out[k - 1];
   }
 
   void flush() {
     constexpr double smallest = 1e-200;
-    for (auto *states : {&in_, &s1_, &s2_})
+    for (auto *states : {&in, &s1, &s2})
       for (double &state : *states)
         if (std::fabs(state) < smallest) state = 0.0;
   }
-
-  std::array<Section, side_by_side> sections_{};
-  std::array<double, side_by_side> in_{}, out_{}, s1_{}, s2_{};
-  std::size_t last_;
 };
+
+// As many steps as samples are given. By value: its numbers stay in registers.
+Group run(Group group, std::span<double> samples) {
+  for (double &sample : samples) {
+    group.in[0] = sample;
+    group.step(0);
+    group.step(1);
+    group.step(2);
+    group.step(3);
+    sample = group.out[side_by_side - 1];
+    group.hand_on();
+  }
+  return group;
+}
+
+// As many sections as run side by side; those that are missing hand on what they are given.
+void run(std::span<const Section> sections, std::vector<double> &signal) {
+  constexpr std::size_t behind = side_by_side - 1, block = 128;
+  Group group;
+  group.sections.fill({1.0, 0.0, 0.0, 0.0, 0.0});
+  std::copy(sections.begin(), sections.end(), group.sections.begin());
+  signal.resize(signal.size() + behind, 0.0);
+  for (std::size_t i = 0; i < signal.size(); i += block) {
+    group = run(group, std::span(signal).subspan(i, std::min(block, signal.size() - i)));
+    group.flush();
+  }
+  signal.erase(signal.begin(), signal.begin() + behind);
+}
 
 }  // namespace
 
@@ -65,7 +73,7 @@ std::vector<double> quick_impulse_response(const Sections &filter, std::size_t c
   if (count > 0) signal.front() = 1.0;
   for (std::span<const Section> rest = filter; !rest.empty();) {
     const std::size_t next = std::min(side_by_side, rest.size());
-    Group(rest.first(next)).run(signal);
+    run(rest.first(next), signal);
     rest = rest.subspan(next);
   }
   return signal;
