@@ -37,6 +37,7 @@ double microseconds_since(std::chrono::steady_clock::time_point start) {
 
 Answer live(designer::Designer &designer, const Request &request) {
   const auto start = std::chrono::steady_clock::now();
+  const std::vector<std::string> names = texts_in(request, "panels");
   Answer answer;
   std::vector<designer::Design> designs;
   for (const char *member : {"settings", "other"}) {
@@ -48,7 +49,7 @@ Answer live(designer::Designer &designer, const Request &request) {
   answer.document["undrawable"] = "";
   answer.document["panels"] = Json::object();
   try {
-    answer.document["panels"] = panels(designs, request, answer);
+    answer.document["panels"] = panels(designs, names, request, answer);
   } catch (const designer::Refusal &refusal) {
     answer.document["undrawable"] = refusal.what();
   }

@@ -158,8 +158,8 @@ Json sections(const Filters &filters, const View &view, Answer &answer) {
 
 }  // namespace
 
-Json panels(const std::vector<designer::Design> &designs, const Request &request, Answer &answer) {
-  const std::vector<std::string> names = texts_in(request, "panels");
+Json panels(const std::vector<designer::Design> &designs, const std::vector<std::string> &names,
+            const Request &request, Answer &answer) {
   Json drawn = Json::object();
   if (names.empty()) return drawn;
   const View view = view_in(request);

@@ -10,13 +10,14 @@ namespace page {
 
 /**
  * @param designs  one or two
- * @param request  "panels" names those that are wanted, "view" says what they show
+ * @param names    those that are wanted; unknown ones are left out
+ * @param request  its "view" says what they show
  * @param answer   takes the numbers of the curves
  * @return the panels by name
  * Raises Refusal where a filter cannot be drawn.
  */
-text::Json panels(const std::vector<designer::Design> &designs, const Request &request,
-                  Answer &answer);
+text::Json panels(const std::vector<designer::Design> &designs,
+                  const std::vector<std::string> &names, const Request &request, Answer &answer);
 
 }  // namespace page
 

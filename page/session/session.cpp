@@ -7,6 +7,7 @@
 
 #include "designer/refusal.h"
 #include "session/answers.h"
+#include "session/request.h"
 
 namespace page {
 namespace {
@@ -24,7 +25,7 @@ constexpr std::array handlers{Handler{"describe", describe},  Handler{"live", li
 Answer answered(designer::Designer &designer, std::string_view text) {
   const Request request = Request::parse(text, nullptr, false);
   if (!request.is_object()) throw designer::Refusal("a request is a JSON object");
-  const std::string wanted = request.value("do", "");
+  const std::string wanted = text_in(request, "do");
   for (const Handler &handler : handlers)
     if (wanted == handler.name) return handler.answer(designer, request);
   throw designer::Refusal(fmt::format("unknown request '{}'", wanted));
