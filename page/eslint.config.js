@@ -18,6 +18,13 @@ export default tseslint.config(
       'no-undef': 'off',
       // All numbers that go into texts are formatted on purpose.
       '@typescript-eslint/restrict-template-expressions': ['error', { allowNumber: true }],
+      // The runner awaits what its tests return.
+      '@typescript-eslint/no-floating-promises': [
+        'error',
+        {
+          allowForKnownSafeCalls: [{ from: 'package', package: 'node:test', name: ['test'] }],
+        },
+      ],
       'no-restricted-properties': [
         'error',
         { property: 'innerHTML', message: 'Texts are shown as texts: use textContent.' },
