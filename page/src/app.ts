@@ -13,6 +13,11 @@ export interface Counts {
   readonly microseconds: number;
 }
 
+/** An answer with the settings that were asked for. */
+export interface Shown extends LiveAnswer {
+  readonly asked: Settings;
+}
+
 export interface App {
   readonly description: Description;
   /** Designs and curves, which are wanted at once. */
@@ -21,9 +26,11 @@ export interface App {
   readonly patient: Session;
   readonly store: Store;
   /** What was designed last; undefined before the first time. */
-  readonly shown: Signal<LiveAnswer | undefined>;
+  readonly shown: Signal<Shown | undefined>;
   /** Why the settings were refused; empty if they were not. */
   readonly refusal: Signal<string>;
+  /** What the user should know of an address or a file; stays until it is dismissed. */
+  readonly notice: Signal<string>;
   /** The panels that are in sight. */
   readonly panels: Signal<readonly PanelName[]>;
   /** The rate of audio that is switched on, in Hz. */

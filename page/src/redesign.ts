@@ -8,7 +8,7 @@ export function redesignOnChange(app: App): void {
   const latest = new Latest(
     app.live,
     'live',
-    (answer) => {
+    (answer, { settings }) => {
       const { value } = app.counts;
       app.counts.set({
         changes: app.store.changes.value,
@@ -16,7 +16,7 @@ export function redesignOnChange(app: App): void {
         microseconds: answer.microseconds,
       });
       app.refusal.set('');
-      app.shown.set(answer);
+      app.shown.set({ ...answer, asked: settings });
     },
     (reason) => app.refusal.set(reason.message),
   );

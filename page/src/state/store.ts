@@ -54,9 +54,14 @@ export class Store {
   }
 
   change(part: Partial<State>): void {
+    this.open({ ...this.state.value, ...part });
+  }
+
+  /** Takes all of a state, as from an address. */
+  open(state: State): void {
     this.changes.set(this.changes.value + 1);
     this.#future = [];
-    this.#show({ ...this.state.value, ...part });
+    this.#show(state);
     clearTimeout(this.#timer);
     this.#timer = setTimeout(() => this.settle(), gesture);
   }
