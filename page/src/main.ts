@@ -1,44 +1,81 @@
 // Puts the page together.
 
-import type { App, Counts } from './app.ts';
+import type { App, Counts, Shown } from './app.ts';
 import { element } from './dom.ts';
+import { inspector } from './inspector/inspector.ts';
+import { header } from './layout/header.ts';
+import { followKeys } from './layout/keys.ts';
+import { notice } from './layout/notice.ts';
+import { tabs } from './layout/tabs.ts';
 import { redesignOnChange } from './redesign.ts';
 import { Session } from './session/client.ts';
 import { carriedModule } from './session/module.ts';
-import type { LiveAnswer, PanelName } from './session/protocol.ts';
+import type { PanelName } from './session/protocol.ts';
+import { readAddress } from './state/address.ts';
+import { complaint, followAddress } from './state/link.ts';
 import { Signal } from './state/signal.ts';
 import { Store } from './state/store.ts';
 import { strings } from './strings.ts';
+import { followTheme } from './theme.ts';
+
+function layout(app: App): HTMLElement {
+  const words = strings.layout;
+  return element(
+    'main',
+    {},
+    element('section', { id: 'inspector', 'aria-label': words.inspector }, inspector(app)),
+    element('section', { id: 'pictures', 'aria-label': words.pictures }),
+    element(
+      'section',
+      { id: 'tools', 'aria-label': words.tools },
+      // The verdict stands above, since it is about every change.
+      tabs([]),
+    ),
+  );
+}
+
+/** What cannot be a filter would leave the page without one. */
+function startFreshIfRefused(app: App): void {
+  const stop = app.refusal.follow((reason) => {
+    if (reason === '' || app.shown.value) return;
+    app.notice.set(strings.link.refused(reason));
+    app.store.open({ settings: {}, view: {} });
+    queueMicrotask(stop);
+  });
+}
 
 async function start(): Promise<void> {
   const module = await carriedModule(document.querySelector('#module')!);
   const [live, patient] = await Promise.all([Session.start(module), Session.start(module)]);
   const description = await live.ask('describe', {});
   const status = document.querySelector<HTMLElement>('#status')!;
-  const store = new Store({ settings: {}, view: {} }, description.fresh);
+  const address = readAddress(location.hash, description.attributes);
+  const store = new Store(address.state, description.fresh);
   const app: App = {
     description,
     live,
     patient,
     store,
-    shown: new Signal<LiveAnswer | undefined>(undefined),
+    shown: new Signal<Shown | undefined>(undefined),
     refusal: new Signal(''),
-    panels: new Signal<readonly PanelName[]>(['level', 'phase']),
+    notice: new Signal(complaint(address)),
+    panels: new Signal<readonly PanelName[]>([]),
     audioRate: new Signal<number | undefined>(undefined),
     counts: new Signal<Counts>({ changes: 0, designs: 0, microseconds: 0 }),
     announce: (sentence) => (status.textContent = sentence),
     settings: () => ({ ...description.fresh, ...store.state.value.settings }),
   };
-  const main = document.querySelector('main')!;
-  const counts = element('output', { class: 'counts' });
-  main.replaceChildren(counts);
-  app.counts.follow(({ changes, designs, microseconds }) => {
-    counts.value = strings.counts(changes, designs, microseconds);
-  });
-  redesignOnChange(app);
   window.veltane = app;
+  followTheme();
+  document.querySelector('#loading')!.replaceWith(header(app), notice(app), layout(app));
+  followKeys(app);
+  startFreshIfRefused(app);
+  redesignOnChange(app);
+  followAddress(app);
 }
 
 start().catch((reason: unknown) => {
-  document.querySelector('main')!.textContent = strings.cannotStart(String(reason));
+  (document.querySelector('#loading') ?? document.body).textContent = strings.cannotStart(
+    String(reason),
+  );
 });
