@@ -1,12 +1,18 @@
 // Puts the page together.
 
 import type { App, Counts, Shown } from './app.ts';
+import { compare } from './compare/compare.ts';
 import { element } from './dom.ts';
+import { firstVisit, startingMenu } from './first_visit/first_visit.ts';
 import { inspector } from './inspector/inspector.ts';
+import { keep } from './keep/keep.ts';
+import { followDrops } from './keep/open.ts';
 import { header } from './layout/header.ts';
 import { followKeys } from './layout/keys.ts';
 import { notice } from './layout/notice.ts';
 import { tabs } from './layout/tabs.ts';
+import { layouts } from './layouts/layouts.ts';
+import { published } from './published/published.ts';
 import { redesignOnChange } from './redesign.ts';
 import { Session } from './session/client.ts';
 import { carriedModule } from './session/module.ts';
@@ -23,13 +29,22 @@ function layout(app: App): HTMLElement {
   return element(
     'main',
     {},
-    element('section', { id: 'inspector', 'aria-label': words.inspector }, inspector(app)),
+    element(
+      'section',
+      { id: 'inspector', 'aria-label': words.inspector },
+      inspector(app),
+      keep(app),
+    ),
     element('section', { id: 'pictures', 'aria-label': words.pictures }),
     element(
       'section',
       { id: 'tools', 'aria-label': words.tools },
       // The verdict stands above, since it is about every change.
-      tabs([]),
+      tabs([
+        { name: 'published', title: strings.published.title, make: () => published(app) },
+        { name: 'layouts', title: strings.layouts.title, make: () => layouts(app) },
+        { name: 'compare', title: strings.compare.title, make: () => compare(app) },
+      ]),
     ),
   );
 }
@@ -67,8 +82,11 @@ async function start(): Promise<void> {
   };
   window.veltane = app;
   followTheme();
-  document.querySelector('#loading')!.replaceWith(header(app), notice(app), layout(app));
+  document
+    .querySelector('#loading')!
+    .replaceWith(header(app, startingMenu(app)), notice(app), firstVisit(app), layout(app));
   followKeys(app);
+  followDrops(app);
   startFreshIfRefused(app);
   redesignOnChange(app);
   followAddress(app);

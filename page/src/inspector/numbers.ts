@@ -35,6 +35,7 @@ export function numberControl(app: App, attribute: Attribute): Control {
   const label = labelOf(attribute);
   let values: readonly number[] = [];
   let scale: Scale = scaleOf(attribute, app.settings(), NaN);
+  const hint = element('p', { class: 'remark quiet' });
   const wrong = element('p', { class: 'remark problem', id: `wrong-${name}`, role: 'alert' });
 
   const isCrossing = (index: number, value: number) =>
@@ -91,6 +92,7 @@ export function numberControl(app: App, attribute: Attribute): Control {
       element('div', { class: 'heading' }, labelText(attribute), resetButton(app, attribute)),
       ...rows.map((row) => row.element),
       ...usualValues(attribute, fields[0]!.input),
+      hint,
       wrong,
     ),
     show(shown: readonly Value[]) {
@@ -98,6 +100,8 @@ export function numberControl(app: App, attribute: Attribute): Control {
       values = shown.map(Number);
       const samplerate = app.shown.value?.design.samplerate ?? NaN;
       scale = scaleOf(attribute, app.settings(), samplerate);
+      if (name === 'samplerate')
+        hint.textContent = values[0] === 0 ? words.zeroFollows(samplerate) : '';
       rows.forEach((row, index) => {
         const value = values[index];
         row.element.hidden = value === undefined;

@@ -178,6 +178,7 @@ export interface Verdict {
 
 export interface LayoutRequest {
   readonly settings: Settings;
+  readonly audio_rate?: number;
   readonly target: string;
   readonly normalise?: boolean;
   readonly as_published?: boolean;
@@ -226,7 +227,7 @@ export interface Requests {
   /** A design that was saved as JSON. */
   open: { takes: { text: string; name: string }; answers: { settings: Settings } };
   /** The document that `veltane design --format json` writes. */
-  document: { takes: { settings: Settings }; answers: { text: string } };
+  document: { takes: { settings: Settings; audio_rate?: number }; answers: { text: string } };
 }
 
 export type RequestName = keyof Requests;

@@ -90,15 +90,18 @@ function pairs(prefix: string, settings: Settings): string[] {
   );
 }
 
+// A fresh box that is pinned has no settings to name it by.
+function pinnedPairs(other: Settings | undefined): string[] {
+  if (!other) return [];
+  const list = pairs(prefixes.other, other);
+  return list.length > 0 ? list : [pinned];
+}
+
 /** @returns what stands behind "#"; empty for a fresh box. */
 export function writeAddress({ settings, other, view }: State): string {
   const shown = Object.entries(view).map(
     ([name, value]) =>
       `${prefixes.view}${name}=${typeof value === 'boolean' ? +value : word(String(value))}`,
   );
-  return [
-    ...pairs(prefixes.settings, settings),
-    ...(other ? [pinned, ...pairs(prefixes.other, other)] : []),
-    ...shown,
-  ].join('&');
+  return [...pairs(prefixes.settings, settings), ...pinnedPairs(other), ...shown].join('&');
 }

@@ -22,7 +22,8 @@ export function complaint({ wrong, isTooLong }: Address): string {
 
 export function linkTo(app: App): string {
   const [page] = location.href.split('#');
-  return `${page}#${writeAddress(app.store.state.value)}`;
+  const written = writeAddress(app.store.state.value);
+  return written === '' ? page! : `${page}#${written}`;
 }
 
 export function followAddress(app: App): void {
