@@ -14,7 +14,6 @@ import { wordControl } from './words.ts';
 
 interface Row {
   readonly attribute: Attribute;
-  readonly group: HTMLDetailsElement;
   readonly control: Control;
   readonly remark: HTMLElement;
 }
@@ -48,9 +47,15 @@ function rank(group: readonly Attribute[]): number {
   return isBasic(group) ? 0 : 1;
 }
 
+/** Where there is little room, the pictures come right after what has dials. */
+function isOpenAtFirst(group: readonly Attribute[]): boolean {
+  if (isAboutPublishing(group)) return false;
+  const isNarrow = matchMedia('(max-width: 48rem)').matches;
+  return !isNarrow || group.some(({ lowest }) => lowest !== undefined);
+}
+
 function follow(app: App, rows: readonly Row[], about: HTMLElement): void {
   let shownSettings: Record<string, string> = {};
-  let wereOutOfUse: readonly string[] = [];
   const show = (row: Row, values: readonly (string | number)[]) => row.control.show(values);
 
   const showRemarks = () => {
@@ -85,11 +90,8 @@ function follow(app: App, rows: readonly Row[], about: HTMLElement): void {
     const { settings, out_of_use } = shown.design;
     for (const row of rows) {
       show(row, settings[row.attribute.name] ?? []);
-      const isOutOfUse = out_of_use.includes(row.attribute.name);
-      if (wereOutOfUse.includes(row.attribute.name) && !isOutOfUse) row.group.open = true;
-      row.control.disable(isOutOfUse);
+      row.control.disable(out_of_use.includes(row.attribute.name));
     }
-    wereOutOfUse = out_of_use;
     showRemarks();
   });
   app.refusal.follow(showRemarks);
@@ -99,17 +101,15 @@ export function inspector(app: App): HTMLElement {
   const rows: Row[] = [];
   const about = element('p', { class: 'remark problem', role: 'status' });
   const made = element('div', { class: 'inspector' }, about);
-  // Where there is little room, the pictures come right after what is changed most.
-  const isNarrow = matchMedia('(max-width: 48rem)').matches;
   const groups = [...categories(app.description.attributes)];
   groups.sort(([, a], [, b]) => rank(a) - rank(b));
   for (const [category, attributes] of groups) {
     const group = element('details', { class: 'fold' }, element('summary', {}, category));
-    group.open = isBasic(attributes) || !(isNarrow || isAboutPublishing(attributes));
+    group.open = isOpenAtFirst(attributes);
     for (const attribute of attributes) {
       const control = controlOf(app, attribute);
       const remark = element('p', { class: 'remark', id: `remark-${attribute.name}` });
-      rows.push({ attribute, group, control, remark });
+      rows.push({ attribute, control, remark });
       control.element.append(remark);
       group.append(control.element);
     }

@@ -60,6 +60,8 @@ export function numberControl(app: App, attribute: Attribute): Control {
     if (scale.isWhole && !numbers.every(Number.isSafeInteger)) return complain(words.whole(label));
     complain('');
     setAtOnce(app, name, numbers.length > 1 ? numbers : withValue(index, numbers[0]!));
+    // Other words for the same number change nothing that is followed.
+    fields[index]!.show(values[index] ?? NaN, scale);
   };
 
   const rows = Array.from({ length: maximum }, (_, index) => {

@@ -6,7 +6,7 @@ export type Unit = 'Hz' | 'dB' | '';
 export type Typed =
   { readonly numbers: readonly number[] } | { readonly wrong: 'doubtful' | 'text' };
 
-const number = /^([-+]?(?:\d+\.?\d*|\.\d+)(?:e[-+]?\d+)?)\s*([kKM]?)\s*(hz|db)?/i;
+const number = /^([-+]?(?:\d+\.?\d*|\.\d+)(?:e[-+]?\d+)?)(?:\s*([kKM]))?(?:\s*(hz|db))?/i;
 const separator = /^(?:\s*[,;]\s*|\s*…\s*|\s+to\s+|\s+)/;
 const thousands: Readonly<Record<string, string>> = { '': '', k: 'e3', K: 'e3', M: 'e6' };
 

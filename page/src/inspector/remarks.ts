@@ -4,9 +4,9 @@ import type { Attribute } from '../session/protocol.ts';
 
 /** What attributes are called in sentences, beside their names. */
 const words: readonly (readonly [RegExp, name: string])[] = [
+  [/\bradians\b|--units/, 'units'],
   [/\bcutoffs?\b|--frequency/, 'frequency'],
   [/\bsample rate\b|--samplerate/, 'samplerate'],
-  [/\bradians\b|--units/, 'units'],
 ];
 
 /** Undefined for a sentence about the filter as a whole. */
