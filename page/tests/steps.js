@@ -3,6 +3,12 @@
 /** @typedef {import('puppeteer-core').Page} Page */
 
 /**
+ * JSON of which nothing is known yet.
+ * @type {(text: string) => unknown}
+ */
+export const parsed = JSON.parse;
+
+/**
  * Waits until what is set is what is shown.
  * @param {Page} page
  */
