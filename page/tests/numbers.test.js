@@ -18,6 +18,12 @@ const most = 1e-11;
 const list = (value) => (Array.isArray(value) ? /** @type {unknown[]} */ (value) : [value]);
 
 /**
+ * @param {string} line
+ * @returns {Saved}
+ */
+const parsed = (line) => JSON.parse(line);
+
+/**
  * Roots come in an order that a last digit may change.
  * @param {string} key
  * @param {unknown[]} wanted
@@ -56,10 +62,7 @@ test(`300 filters of seed ${seed} have the numbers of the command`, async (t) =>
   }, settings);
   const lines = settings.map((one) => JSON.stringify(one)).join('\n');
   const { output } = await run(['design', '--batch', '-'], `${lines}\n`);
-  const saved = output
-    .trim()
-    .split('\n')
-    .map((line) => /** @type {Saved} */ (JSON.parse(line)));
+  const saved = output.trim().split('\n').map(parsed);
   assert.equal(saved.length, settings.length);
   let compared = 0;
   saved.forEach(({ dictionary }, i) => {
