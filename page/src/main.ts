@@ -13,6 +13,7 @@ import { notice } from './layout/notice.ts';
 import { tabs } from './layout/tabs.ts';
 import { layouts } from './layouts/layouts.ts';
 import { published } from './published/published.ts';
+import { pictures } from './pictures/pictures.ts';
 import { redesignOnChange } from './redesign.ts';
 import { Session } from './session/client.ts';
 import { carriedModule } from './session/module.ts';
@@ -35,7 +36,7 @@ function layout(app: App): HTMLElement {
       inspector(app),
       keep(app),
     ),
-    element('section', { id: 'pictures', 'aria-label': words.pictures }),
+    element('section', { id: 'pictures', 'aria-label': words.pictures }, pictures(app)),
     element(
       'section',
       { id: 'tools', 'aria-label': words.tools },
@@ -80,6 +81,13 @@ async function start(): Promise<void> {
     announce: (sentence) => (status.textContent = sentence),
     settings: () => ({ ...description.fresh, ...store.state.value.settings }),
   };
+  const main = document.querySelector('main')!;
+  const counts = element('output', { class: 'counts' });
+  main.replaceChildren(counts, element('section', { id: 'pictures' }, pictures(app)));
+  app.counts.follow(({ changes, designs, microseconds }) => {
+    counts.value = strings.counts(changes, designs, microseconds);
+  });
+  redesignOnChange(app);
   window.veltane = app;
   followTheme();
   document

@@ -133,4 +133,49 @@ export const strings = {
     refused: (reason: string) =>
       `The address is no filter, and a fresh box is used instead: ${reason}.`,
   },
+  pictures: {
+    title: 'Pictures',
+    panels: {
+      level: 'Level',
+      passband: 'Passband',
+      phase: 'Phase',
+      delay: 'Group delay',
+      difference: 'Difference',
+      sections: 'Sections',
+      zeros_and_poles: 'Zeros and poles',
+      poles: 'Poles',
+      impulse: 'Impulse',
+      step: 'Step',
+    },
+    choose: 'Which pictures are shown',
+    logarithmic: 'Logarithmic',
+    wrapped: 'Wrapped',
+    wholeRange: 'All frequencies',
+    enlarge: (panel: string) => `Enlarge ${panel}`,
+    reduce: (panel: string) => `Reduce ${panel}`,
+    close: (panel: string) => `Close ${panel}`,
+    hint: 'Point at a picture to read it. Wheel zooms, dragging pans, a double click shows all.',
+    surface: (panel: string) =>
+      `${panel}: left and right read, plus and minus zoom, shift with left and right pans, 0 shows all`,
+    timeSurface: (panel: string) => `${panel}: left and right read sample by sample`,
+    rootSurface: (panel: string) => `${panel}: left and right read root by root`,
+    cutoff: (index: number, count: number) =>
+      count === 1 ? 'Cutoff' : index === 0 ? 'First cutoff' : 'Second cutoff',
+    undrawable: (reason: string) => `There is no picture of this filter: ${reason}`,
+    legend: { a: 'A, this filter', b: 'B, pinned' },
+    root: (kind: 'zero' | 'pole', radius: string, frequency: string) =>
+      `${kind}: radius ${radius}, ${frequency}`,
+    words: {
+      askedAndReached: (asked: string, reached: string) => `${asked} asked, ${reached} reached`,
+      valueAt: (value: string, place: string) => `${value} at ${place}`,
+      highest: (value: string, place: string) => `highest ${value} at ${place}`,
+      between: (from: string, to: string) => `from ${from} to ${to}`,
+      atLeast: (value: string, span: string) => `at least ${value} ${span}`,
+      atMost: (value: string, span: string) => `at most ${value} ${span}`,
+      roots: (zeros: number, poles: number) =>
+        `${zeros} ${zeros === 1 ? 'zero' : 'zeros'} and ${poles} ${poles === 1 ? 'pole' : 'poles'}`,
+      farthest: (radius: string) => `poles within radius ${radius}`,
+      nothing: 'no response',
+    },
+  },
 } as const;

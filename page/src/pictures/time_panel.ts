@@ -1,0 +1,147 @@
+// A panel over time: stems where each sample can be told from the next, lines otherwise.
+
+import { element } from '../dom.ts';
+import type { LiveAnswer, TimePanel as Shown } from '../session/protocol.ts';
+import { strings } from '../strings.ts';
+import { timeWords } from './alternative.ts';
+import { Chart } from './chart.ts';
+import { penOf, type Picture, type Room } from './picture.ts';
+import { significant, unitOf } from './quantities.ts';
+import { placeOf, valueAt } from './range.ts';
+import { nearestOn } from './reading.ts';
+import { clipped, strokeCurve, strokeHorizontal, strokeStems, type Field } from './strokes.ts';
+
+export type TimePanelName = 'impulse' | 'step';
+
+export class TimePanel implements Picture {
+  readonly element = element('div', { class: 'plot' });
+  readonly #name: TimePanelName;
+  readonly #room: Room;
+  readonly #image = element('div', { role: 'img' });
+  readonly #surface: HTMLElement;
+  readonly #line = element('div', { class: 'crosshair', hidden: '' });
+  readonly #reading = element('span', { class: 'reading' });
+  readonly #chart: Chart;
+  #panel: Shown | undefined;
+  /** The sample that is read. */
+  #sample: number | undefined;
+
+  constructor(name: TimePanelName, room: Room) {
+    this.#name = name;
+    this.#room = room;
+    this.#surface = element('div', {
+      class: 'surface',
+      role: 'group',
+      tabindex: '0',
+      'aria-label': strings.pictures.timeSurface(strings.pictures.panels[name]),
+    });
+    this.#surface.append(this.#line);
+    this.element.append(this.#image, this.#surface, this.#reading);
+    this.#chart = new Chart(this.#image, () => room.colours.value);
+    this.#surface.addEventListener('pointermove', (event) => {
+      const box = this.#surface.getBoundingClientRect();
+      const [curve] = this.#panel?.curves ?? [];
+      if (!curve || !this.#panel) return;
+      const place = (event.clientX - box.left) / box.width;
+      this.#read(nearestOn(curve, valueAt(this.#panel.x, place)));
+    });
+    this.#surface.addEventListener('pointerleave', () => this.#read(undefined));
+    this.#surface.addEventListener('keydown', (event) => this.#key(event));
+  }
+
+  draw(answer: LiveAnswer): void {
+    const panel = answer.panels[this.#name];
+    if (!panel) return;
+    this.#panel = panel;
+    this.#chart.draw({
+      x: panel.x,
+      y: panel.y,
+      under: () => undefined,
+      over: (field) => this.#over(field, panel),
+    });
+    this.#place();
+    this.#read(this.#sample);
+  }
+
+  resize(width: number, height: number): void {
+    this.#chart.resize(width, height);
+    this.#place();
+  }
+
+  redraw(): void {
+    this.#chart.redraw();
+  }
+
+  words(answer: LiveAnswer): string {
+    const panel = answer.panels[this.#name];
+    const words = panel ? timeWords(panel) : '';
+    this.#image.setAttribute('aria-label', words);
+    return words;
+  }
+
+  head(answer: LiveAnswer): { title: string; note: string } {
+    const panel = answer.panels[this.#name];
+    return {
+      title: panel?.title ?? strings.pictures.panels[this.#name],
+      note: panel?.x.label ?? '',
+    };
+  }
+
+  #place(): void {
+    const { left, top, width, height } = this.#chart.inside;
+    Object.assign(this.#surface.style, {
+      left: `${left}px`,
+      top: `${top}px`,
+      width: `${width}px`,
+      height: `${height}px`,
+    });
+  }
+
+  #over(field: Field, panel: Shown): void {
+    const colours = this.#room.colours.value;
+    clipped(field, () => {
+      strokeHorizontal(field, 0, { colour: colours.muted, width: 1 });
+      for (let index = panel.curves.length - 1; index >= 0; --index) {
+        const curve = panel.curves[index];
+        if (!curve) continue;
+        const pen = penOf(colours, index);
+        if (panel.shows_samples) strokeStems(field, curve, { ...pen, width: 1.25 }, index === 0);
+        else strokeCurve(field, curve, pen);
+      }
+    });
+  }
+
+  #read(sample: number | undefined): void {
+    this.#sample = sample;
+    const panel = this.#panel;
+    const time = sample === undefined ? undefined : panel?.curves[0]?.x[sample];
+    this.#line.hidden = time === undefined;
+    this.#reading.textContent = '';
+    if (!panel || time === undefined) return;
+    this.#line.style.left = `${placeOf(panel.x, time) * 100}%`;
+    const values = panel.curves.map((curve, index) => {
+      const nearest = nearestOn(curve, time);
+      const value = significant(nearest === undefined ? NaN : (curve.y[nearest] ?? NaN), 5);
+      return panel.curves.length > 1 ? `${'AB'[index]} ${value}` : value;
+    });
+    this.#reading.textContent = `${significant(time, 5)} ${unitOf(panel.x.label)}: ${values.join('  ')}`;
+  }
+
+  #key(event: KeyboardEvent): void {
+    const count = this.#panel?.curves[0]?.x.length ?? 0;
+    if (count === 0 || event.ctrlKey || event.metaKey || event.altKey) return;
+    const by = event.shiftKey ? Math.max(1, Math.round(count / 20)) : 1;
+    const now = this.#sample ?? -1;
+    const places: Record<string, number | undefined> = {
+      ArrowLeft: Math.max(now - by, 0),
+      ArrowRight: Math.min(now + by, count - 1),
+      Home: 0,
+      End: count - 1,
+      Escape: undefined,
+    };
+    if (!(event.key in places)) return;
+    event.preventDefault();
+    this.#read(places[event.key]);
+    this.#room.app.announce(this.#reading.textContent ?? '');
+  }
+}
