@@ -13,6 +13,7 @@ import { notice } from './layout/notice.ts';
 import { tabs } from './layout/tabs.ts';
 import { layouts } from './layouts/layouts.ts';
 import { published } from './published/published.ts';
+import { order } from './order/order.ts';
 import { pictures } from './pictures/pictures.ts';
 import { redesignOnChange } from './redesign.ts';
 import { Session } from './session/client.ts';
@@ -44,6 +45,7 @@ function layout(app: App): HTMLElement {
       tabs([
         { name: 'published', title: strings.published.title, make: () => published(app) },
         { name: 'layouts', title: strings.layouts.title, make: () => layouts(app) },
+        { name: 'order', title: strings.order.title, make: () => order(app) },
         { name: 'compare', title: strings.compare.title, make: () => compare(app) },
       ]),
     ),
@@ -83,7 +85,11 @@ async function start(): Promise<void> {
   };
   const main = document.querySelector('main')!;
   const counts = element('output', { class: 'counts' });
-  main.replaceChildren(counts, element('section', { id: 'pictures' }, pictures(app)));
+  main.replaceChildren(
+    counts,
+    element('section', { id: 'pictures' }, pictures(app)),
+    element('section', { id: 'order' }, order(app)),
+  );
   app.counts.follow(({ changes, designs, microseconds }) => {
     counts.value = strings.counts(changes, designs, microseconds);
   });

@@ -178,4 +178,30 @@ export const strings = {
       nothing: 'no response',
     },
   },
+  order: {
+    title: 'Which order?',
+    response: 'Response',
+    edge: (band: 'passband' | 'stopband', index: number, count: number) => {
+      const name = band === 'passband' ? 'Passband' : 'Stopband';
+      if (count === 1) return `${name} edge`;
+      return index === 0 ? `${name} from` : `${name} to`;
+    },
+    ripple: 'Ripple',
+    attenuation: 'Attenuation',
+    frequencyAxis: 'frequency in Hz',
+    levelAxis: 'level in dB',
+    restart: 'Start from this filter',
+    columns: ['Family', 'Order', 'Ripple', 'Attenuation', ''],
+    take: 'Take',
+    takeFamily: (family: string, order: number) => `Take ${family} of order ${order}`,
+    taken: (family: string, order: number) => `The filter is ${family} of order ${order}`,
+    recommended: 'recommended',
+    noisy: 'noisy',
+    picture: (demand: {
+      readonly response: string;
+      readonly ripple: number;
+      readonly attenuation: number;
+    }) =>
+      `The demand: ${demand.response}, ripple ${demand.ripple} dB, attenuation ${demand.attenuation} dB`,
+  },
 } as const;
