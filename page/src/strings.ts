@@ -162,6 +162,7 @@ export const strings = {
     cutoff: (index: number, count: number) =>
       count === 1 ? 'Cutoff' : index === 0 ? 'First cutoff' : 'Second cutoff',
     undrawable: (reason: string) => `There is no picture of this filter: ${reason}`,
+    onTheRight: (label: string) => `right: ${label}`,
     legend: { a: 'A, this filter', b: 'B, pinned' },
     root: (kind: 'zero' | 'pole', radius: string, frequency: string) =>
       `${kind}: radius ${radius}, ${frequency}`,

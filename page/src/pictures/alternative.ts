@@ -19,18 +19,18 @@ function ends({ x }: Curve): readonly [number, number] {
   return [x[0] ?? NaN, x.at(-1) ?? NaN];
 }
 
-/** Whether the level is to stay above it. */
-function isFloor({ polygon, border }: Limit): boolean {
-  return Math.min(...polygon.y) < Math.min(...border.y);
+/** A limit is a rectangle from the end of the axis to the level that was asked for. */
+function sidesOf({ polygon: { x, y } }: Limit) {
+  const [end = NaN, asked = NaN] = y;
+  return { from: x[1] ?? NaN, to: x[2] ?? NaN, asked, isFloor: end < asked };
 }
 
 /** What the curve comes to along a limit, and what was asked for. */
 function reachedAlong(curve: Curve, limit: Limit) {
-  const [from, to] = ends(limit.border);
-  const extremes = extremesOn(curve, from, to);
-  const asked = limit.border.y[0] ?? NaN;
-  const reached = isFloor(limit) ? extremes?.lowest : extremes?.highest;
-  return { from, to, asked, reached: reached ?? NaN };
+  const sides = sidesOf(limit);
+  const extremes = extremesOn(curve, sides.from, sides.to);
+  const reached = sides.isFloor ? extremes?.lowest : extremes?.highest;
+  return { ...sides, reached: reached ?? NaN };
 }
 
 /** A sentence for each value that was asked for: what it was, and what was reached. */
@@ -67,10 +67,10 @@ function limitWords(panel: ResponsePanel): string[] {
   if (!curve) return [];
   const unit = unitOf(panel.y.label);
   return (panel.mask ?? []).map((limit) => {
-    const { from, to, reached } = reachedAlong(curve, limit);
+    const { from, to, reached, isFloor } = reachedAlong(curve, limit);
     const span = words.between(frequencyText(from), frequencyText(to));
     const value = valueText(reached, unit);
-    return isFloor(limit) ? words.atLeast(value, span) : words.atMost(value, span);
+    return isFloor ? words.atLeast(value, span) : words.atMost(value, span);
   });
 }
 

@@ -2,6 +2,7 @@
 
 import uPlot from 'uplot';
 import type { Axis } from '../session/protocol.ts';
+import { unitOf } from './quantities.ts';
 import type { Range } from './range.ts';
 import type { Field } from './strokes.ts';
 import type { Colours } from './theme.ts';
@@ -142,7 +143,7 @@ export class Chart {
         const shown = axis();
         const length = scale === 'x' ? plot.bbox.width : plot.bbox.height;
         const most = Math.max(2, Math.floor(length / uPlot.pxRatio / space));
-        ticks = shown ? ticksOf(shown, most, shown.label.endsWith('degrees')) : [];
+        ticks = shown ? ticksOf(shown, most, unitOf(shown.label)) : [];
         return ticks.map(({ value }) => value);
       },
       filter: (_, splits) => splits,

@@ -99,8 +99,9 @@ export class FrequencyPanel implements Picture {
     const panel = answer.panels[this.#name];
     if (!panel) return { title: strings.pictures.panels[this.#name], note: '' };
     const whole = this.#room.app.store.state.value.view.low === undefined;
+    const right = panel.right ? [strings.pictures.onTheRight(panel.right.label)] : [];
     const reached = whole ? limitsReached(panel) : [];
-    return { title: panel.title, note: [panel.y.label, ...reached].join(' · ') };
+    return { title: panel.title, note: [panel.y.label, ...right, ...reached].join(' · ') };
   }
 
   /** The surface lies over the inside of the axes. */

@@ -49,14 +49,8 @@ export function pictures(app: App): HTMLElement {
   );
   const crosshair = new Signal<number | undefined>(undefined);
   const made = element('div', { class: 'pictures' });
-  const bar = element(
-    'div',
-    { class: 'picture-bar' },
-    toolbar(app, choices),
-    readout(app, crosshair),
-    legend,
-  );
-  made.append(bar, undrawable, sheet);
+  const bar = element('div', { class: 'picture-bar' }, readout(app, crosshair), legend);
+  made.append(toolbar(app, choices), bar, undrawable, sheet);
 
   const start = () => {
     const room: Room = { app, crosshair, colours: themeOf(made) };

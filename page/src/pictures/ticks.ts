@@ -26,23 +26,24 @@ function decimals(step: number): number {
   return Math.min(20, Math.max(0, -Math.floor(Math.log10(step) + 1e-9)));
 }
 
-/** Thousands as "k", so that what stands below an axis is short. */
-function shortText(value: number, step: number): string {
+/** Thousands of Hz as "k", so that what stands below an axis is short. */
+function shortText(value: number, step: number, unit: string): string {
   const size = Math.abs(value);
-  if (size >= 1e6) return `${significant(value / 1e6, 6)}M`;
-  if (size >= 1e3) return `${significant(value / 1e3, 6)}k`;
+  if (unit === 'Hz' && size >= 1e6) return `${significant(value / 1e6, 6)}M`;
+  if (unit === 'Hz' && size >= 1e3) return `${significant(value / 1e3, 6)}k`;
+  if (size >= 1e6) return signed(value.toExponential());
   const digits = decimals(step);
   if (digits > 5) return size < step / 2 ? '0' : signed(value.toExponential());
   return signed(value.toFixed(digits));
 }
 
-function linearTicks({ low, high }: Range, most: number, isAngle: boolean): Tick[] {
-  const step = stepFor(high - low, most, isAngle);
+function linearTicks({ low, high }: Range, most: number, unit: string): Tick[] {
+  const step = stepFor(high - low, most, unit === '°');
   const ticks: Tick[] = [];
   // From whole multiples, so that no error adds up.
   for (let index = Math.ceil(low / step - 1e-6); index * step <= high + step * 1e-6; ++index) {
     const value = Number((index * step).toPrecision(12));
-    ticks.push({ value, text: shortText(value, step) });
+    ticks.push({ value, text: shortText(value, step, unit) });
   }
   return ticks;
 }
@@ -55,7 +56,7 @@ function labelledDigits(labelsInDecade: number): { digits: readonly number[]; de
   return { digits: [1], decades: Math.ceil(1 / labelsInDecade) };
 }
 
-function logarithmicTicks({ low, high }: Range, most: number): Tick[] {
+function logarithmicTicks({ low, high }: Range, most: number, unit: string): Tick[] {
   const decadesShown = Math.log10(high / low);
   const { digits, decades } = labelledDigits(most / decadesShown);
   const ticks: Tick[] = [];
@@ -66,15 +67,18 @@ function logarithmicTicks({ low, high }: Range, most: number): Tick[] {
       if (value < low * (1 - 1e-9) || value > high * (1 + 1e-9)) continue;
       if (digit > 1 && decades > 1) continue;
       const isLabelled = digits.includes(digit) && exponent % decades === 0;
-      ticks.push({ value, text: isLabelled ? shortText(value, value) : '' });
+      ticks.push({ value, text: isLabelled ? shortText(value, value, unit) : '' });
     }
   return ticks;
 }
 
-/** @param most  how many labels there is room for */
-export function ticksOf(range: Range, most: number, isAngle = false): Tick[] {
+/**
+ * @param most  how many labels there is room for
+ * @param unit  as in "Hz" and "°", which have steps and texts of their own
+ */
+export function ticksOf(range: Range, most: number, unit = ''): Tick[] {
   if (!(range.low < range.high)) return [];
   // What shows a part of a decade is best read like a linear axis.
-  if (range.logarithmic && range.high / range.low > 4) return logarithmicTicks(range, most);
-  return linearTicks(range, most, isAngle);
+  if (range.logarithmic && range.high / range.low > 4) return logarithmicTicks(range, most, unit);
+  return linearTicks(range, most, unit);
 }
