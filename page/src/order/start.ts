@@ -18,46 +18,50 @@ function rippleOf(design: Design): number {
   return design.settings['topology']?.[0] === 'butterworth' ? usual.halfPower : usual.ripple;
 }
 
-/** The parts of x in which the curve has only levels that pass. */
-function runs(curve: Curve, passes: (level: number) => boolean): [from: number, to: number][] {
-  const found: [number, number][] = [];
-  let isRunning = false;
+type Run = readonly [from: number, to: number];
+
+const nowhere: Run = [NaN, NaN];
+
+/** The parts of x between points whose levels all pass. */
+function runs(curve: Curve, passes: (level: number) => boolean): Run[] {
+  const found: Run[] = [];
+  let from: number | undefined;
+  let to = NaN;
   curve.x.forEach((x, index) => {
-    const isOne = passes(curve.y[index] ?? NaN);
-    const last = found.at(-1);
-    if (isOne && isRunning && last) last[1] = x;
-    else if (isOne) found.push([x, x]);
-    isRunning = isOne;
+    if (passes(curve.y[index] ?? NaN)) {
+      from ??= x;
+      to = x;
+    } else if (from !== undefined) {
+      found.push([from, to]);
+      from = undefined;
+    }
   });
+  if (from !== undefined) found.push([from, to]);
   return found;
 }
 
-/** The edges of the band in a response: passbands run from one point to the next above the ripple;
- *  a stopband is all that lies between the first and the last point where the level is low enough
- *  for good. */
+/** The edges of the bands that a response has: those within the ripple, and those of the
+ *  attenuation. */
 function edgesIn(curve: Curve, demand: Omit<Demand, 'passband' | 'stopband'>, cutoffs: number[]) {
-  const tolerance = 0.005;
-  const isPassed = (level: number) => level >= -demand.ripple - tolerance;
-  const isLoud = (level: number) => level > -demand.attenuation + tolerance;
-  const passed = runs(curve, isPassed);
-  const loud = runs(curve, isLoud);
-  const [first = NaN] = passed.map(([, to]) => to);
-  const last = passed.at(-1)?.[0] ?? NaN;
+  // Ripples touch their limits, give or take a rounding.
+  const tolerance = 1e-6;
+  const passed = runs(curve, (level) => level >= -demand.ripple - tolerance);
+  // Where the curve is interrupted, at a zero, nothing passes.
+  const stopped = runs(curve, (level) => !(level > -demand.attenuation + tolerance));
   const centre = Math.sqrt((cutoffs[0] ?? NaN) * (cutoffs[1] ?? NaN));
+  const about = (found: Run[]) =>
+    found.find(([from, to]) => from <= centre && centre <= to) ?? nowhere;
+  const first = (found: Run[]) => (found[0] ?? nowhere)[1];
+  const last = (found: Run[]) => (found.at(-1) ?? nowhere)[0];
   switch (demand.response) {
     case 'lowpass':
-      return { passband: [first], stopband: [loud.at(-1)?.[1] ?? NaN] };
+      return { passband: [first(passed)], stopband: [last(stopped)] };
     case 'highpass':
-      return { passband: [last], stopband: [loud[0]?.[0] ?? NaN] };
-    case 'bandpass': {
-      const band = passed.find(([from, to]) => from <= centre && centre <= to) ?? [NaN, NaN];
-      return { passband: band, stopband: [loud[0]?.[0] ?? NaN, loud.at(-1)?.[1] ?? NaN] };
-    }
-    case 'bandstop': {
-      const below = loud.filter(([from]) => from < centre).at(-1)?.[1] ?? NaN;
-      const above = loud.find(([, to]) => to > centre)?.[0] ?? NaN;
-      return { passband: [first, last], stopband: [below, above] };
-    }
+      return { passband: [last(passed)], stopband: [first(stopped)] };
+    case 'bandpass':
+      return { passband: about(passed), stopband: [first(stopped), last(stopped)] };
+    case 'bandstop':
+      return { passband: [first(passed), last(passed)], stopband: about(stopped) };
   }
 }
 

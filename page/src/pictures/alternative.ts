@@ -40,7 +40,7 @@ export function limitsReached(panel: ResponsePanel): string[] {
   const unit = unitOf(panel.y.label);
   const sentences = (panel.mask ?? []).map((limit) => {
     const { asked, reached } = reachedAlong(curve, limit);
-    return words.askedAndReached(valueText(asked, unit), valueText(reached, unit));
+    return words.askedAndReached(`${significant(asked, 4)} ${unit}`, valueText(reached, unit));
   });
   return [...new Set(sentences)];
 }

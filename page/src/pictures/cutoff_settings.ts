@@ -12,8 +12,14 @@ export function cutoffCount(settings: Settings): number {
   return word(settings, 'response').startsWith('band') ? 2 : 1;
 }
 
+/** Whether the frequencies below a cutoff are those that are stopped. */
+export function isStoppedBelow(settings: Settings, index: number): boolean {
+  const response = word(settings, 'response');
+  return response === 'highpass' || response === (index === 0 ? 'bandpass' : 'bandstop');
+}
+
 /** How many Hz a unit of the cutoffs is; undefined for units that are not known here. */
-export function unitInHertz(design: Design): number | undefined {
+function unitInHertz(design: Design): number | undefined {
   const units = word(design.settings, 'units');
   if (units === 'hertz') return 1;
   if (units === 'normalized') return design.samplerate / 2;

@@ -2,9 +2,9 @@
 
 import type { App } from '../app.ts';
 import { element } from '../dom.ts';
-import type { Axis, LiveAnswer } from '../session/protocol.ts';
+import type { Axis, Design, LiveAnswer } from '../session/protocol.ts';
 import { strings } from '../strings.ts';
-import { cutoffsOf, setCutoff, unitInHertz } from './cutoff_settings.ts';
+import { cutoffCount, cutoffsOf, isStoppedBelow, setCutoff } from './cutoff_settings.ts';
 import { frequencyText } from './quantities.ts';
 import { placeOf, valueAt } from './range.ts';
 
@@ -35,20 +35,25 @@ class Handle {
     line.addEventListener('dblclick', (event) => event.stopPropagation());
   }
 
-  show(axis: Axis, hertz: number, count: number, nyquist: number): void {
+  show(axis: Axis, hertz: number, design: Design): void {
     this.#axis = axis;
     const line = this.element;
     const place = placeOf(axis, hertz);
     line.hidden = !(place >= 0 && place <= 1);
     if (line.hidden) return;
     line.style.left = `${place * 100}%`;
-    line.setAttribute('aria-label', strings.pictures.cutoff(this.#index, count));
+    line.setAttribute(
+      'aria-label',
+      strings.pictures.cutoff(this.#index, cutoffCount(design.settings)),
+    );
     line.setAttribute('aria-valuemin', '0');
-    line.setAttribute('aria-valuemax', String(nyquist));
+    line.setAttribute('aria-valuemax', String(design.samplerate / 2));
     line.setAttribute('aria-valuenow', String(hertz));
     line.setAttribute('aria-valuetext', frequencyText(hertz, 6));
     line.dataset['text'] = frequencyText(hertz);
-    line.classList.toggle('late', place > 0.75);
+    // Beside the stopband, where there is room above the curve; but not beyond the axis.
+    const isLeft = isStoppedBelow(design.settings, this.#index);
+    line.classList.toggle('leftwards', isLeft ? place > 0.2 : place > 0.8);
   }
 
   /** Between the neighbours. */
@@ -126,7 +131,7 @@ export class Cutoffs {
   }
 
   show({ design }: LiveAnswer, axis: Axis): void {
-    const cutoffs = unitInHertz(design) === undefined ? [] : cutoffsOf(design);
+    const cutoffs = cutoffsOf(design);
     while (this.#handles.length < cutoffs.length) {
       const handle = new Handle(this.#app, this.#handles.length);
       this.#handles.push(handle);
@@ -135,7 +140,7 @@ export class Cutoffs {
     this.#handles.forEach((handle, index) => {
       const hertz = cutoffs[index];
       if (hertz === undefined) handle.element.hidden = true;
-      else handle.show(axis, hertz, cutoffs.length, design.samplerate / 2);
+      else handle.show(axis, hertz, design);
     });
   }
 }

@@ -101,7 +101,7 @@ export class FrequencyPanel implements Picture {
     const whole = this.#room.app.store.state.value.view.low === undefined;
     const right = panel.right ? [strings.pictures.onTheRight(panel.right.label)] : [];
     const reached = whole ? limitsReached(panel) : [];
-    return { title: panel.title, note: [panel.y.label, ...right, ...reached].join(' · ') };
+    return { title: panel.title, note: [...reached, panel.y.label, ...right].join(' · ') };
   }
 
   /** The surface lies over the inside of the axes. */

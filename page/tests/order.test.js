@@ -1,0 +1,229 @@
+// Which order? The demand is drawn, and a candidate is taken.
+
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { open } from './browser.js';
+
+/** @typedef {import('puppeteer-core').Page} Page */
+/** @typedef {import('../src/session/protocol.ts').Settings} Settings */
+
+/**
+ * @param {import('node:test').TestContext} t
+ * @param {Settings} settings
+ */
+async function openWith(t, settings) {
+  const page = await open(t, { width: 1600, height: 1000 });
+  await page.evaluate((given) => {
+    window.veltane.store.replace(given);
+    window.veltane.store.settle();
+  }, settings);
+  await page.$eval('.order', (panel) => panel.scrollIntoView());
+  await page.waitForSelector('.order tbody tr');
+  await settle(page);
+  return page;
+}
+
+/**
+ * Waits until the session has no more to answer.
+ * @param {Page} page
+ */
+async function settle(page) {
+  for (let count = 0; count < 3; ++count) {
+    await page.evaluate(() => window.veltane.patient.ask('describe', {}));
+    await page.evaluate(() => new Promise((next) => requestAnimationFrame(next)));
+  }
+}
+
+/**
+ * @param {Page} page
+ * @returns the numbers of the fields, by their labels
+ */
+async function demandIn(page) {
+  const fields = await page.$$eval('.order .numbers label', (labels) =>
+    labels.map((label) => {
+      const value = Number(label.querySelector('input')?.value);
+      return /** @type {const} */ ([label.querySelector('span')?.textContent ?? '', value]);
+    }),
+  );
+  return /** @type {Record<string, number>} */ (Object.fromEntries(fields));
+}
+
+/** @param {Page} page */
+const rowsIn = (page) =>
+  page.$$eval('.order tbody tr', (rows) =>
+    rows.map((row) => ({
+      cells: [...row.cells].map((cell) => cell.textContent ?? ''),
+      isRecommended: row.className === 'recommended',
+    })),
+  );
+
+/**
+ * @param {Page} page
+ * @param {string} label  of a field
+ * @param {number} value
+ */
+async function type(page, label, value) {
+  const inputs = await page.$$('.order .numbers label');
+  for (const input of inputs) {
+    const text = await input.$eval('span', (span) => span.textContent);
+    if (text !== label) continue;
+    await input.$eval('input', (field) => field.select());
+    await page.keyboard.type(String(value));
+    await page.keyboard.press('Enter');
+    await settle(page);
+    return;
+  }
+  assert.fail(`no field ${label}`);
+}
+
+const lowpass = {
+  topology: ['chebyshev-1'],
+  order: [6],
+  frequency: [2000],
+  passband_ripple: [0.5],
+};
+
+test('it starts from the response of the filter, which meets its own demand', async (t) => {
+  const page = await openWith(t, { topology: ['chebyshev-2'], stopband_attenuation: [60] });
+  const demand = await demandIn(page);
+  assert.equal(demand['Attenuation (dB)'], 60);
+  assert.equal(demand['Stopband edge (Hz)'], 3000);
+  const row = (await rowsIn(page)).find(({ cells }) => cells[0] === 'chebyshev-2');
+  assert.equal(row?.cells[1], '5');
+});
+
+for (const response of ['lowpass', 'highpass', 'bandpass', 'bandstop'])
+  test(`the demand of a ${response} has the order that it came from`, async (t) => {
+    const frequency = response.startsWith('band') ? [800, 2500] : [2000];
+    const page = await openWith(t, { ...lowpass, response: [response], frequency });
+    const chosen = await page.$eval('.order select', (select) => select.value);
+    assert.equal(chosen, response);
+    const row = (await rowsIn(page)).find(({ cells }) => cells[0] === 'chebyshev-1');
+    assert.equal(row?.cells[1], '6');
+  });
+
+test('an edge is dragged, and the orders follow', async (t) => {
+  const page = await openWith(t, lowpass);
+  const before = await demandIn(page);
+  const orders = (await rowsIn(page)).map(({ cells }) => Number(cells[1]));
+  const edge = await page.$('.order .handle[aria-label="Stopband edge"]');
+  const box = await edge?.boundingBox();
+  const surface = await (await page.$('.order .surface'))?.boundingBox();
+  assert.ok(box && surface);
+  const from = { x: box.x + box.width / 2, y: box.y + box.height * 0.8 };
+  await page.mouse.move(from.x, from.y);
+  await page.mouse.down();
+  // Towards the passband, where the demand is harder.
+  await page.mouse.move(from.x - surface.width / 12, from.y, { steps: 6 });
+  await page.mouse.up();
+  await settle(page);
+  const after = await demandIn(page);
+  assert.ok((after['Stopband edge (Hz)'] ?? NaN) < (before['Stopband edge (Hz)'] ?? NaN) * 0.9);
+  assert.equal(after['Passband edge (Hz)'], before['Passband edge (Hz)']);
+  const harder = (await rowsIn(page)).map(({ cells }) => Number(cells[1]));
+  assert.ok(
+    harder.every((order, index) => order > (orders[index] ?? Infinity)),
+    harder.join(),
+  );
+});
+
+test('ripple and attenuation are dragged and moved by the keyboard', async (t) => {
+  const page = await openWith(t, lowpass);
+  const line = await page.$('.order .handle[aria-label="Attenuation"]');
+  const box = await line?.boundingBox();
+  assert.ok(box);
+  const before = await demandIn(page);
+  await page.mouse.move(box.x + box.width / 2, box.y + box.height / 2);
+  await page.mouse.down();
+  await page.mouse.move(box.x + box.width / 2, box.y + box.height / 2 - 30, { steps: 4 });
+  await page.mouse.up();
+  const dragged = (await demandIn(page))['Attenuation (dB)'] ?? NaN;
+  assert.ok(dragged < (before['Attenuation (dB)'] ?? NaN) - 5, `${dragged}`);
+  await page.focus('.order .handle[aria-label="Ripple"]');
+  await page.keyboard.press('ArrowDown');
+  const ripple = (await demandIn(page))['Ripple (dB)'];
+  assert.equal(ripple, 0.55);
+});
+
+test('what is typed is the demand that is asked', async (t) => {
+  const page = await openWith(t, lowpass);
+  await type(page, 'Passband edge (Hz)', 1000);
+  await type(page, 'Stopband edge (Hz)', 2000);
+  await type(page, 'Ripple (dB)', 1);
+  await type(page, 'Attenuation (dB)', 60);
+  const found = await page.evaluate(() =>
+    window.veltane.patient.ask('estimate', {
+      response: 'lowpass',
+      passband: [1000],
+      stopband: [2000],
+      ripple: 1,
+      attenuation: 60,
+      samplerate: 48000,
+    }),
+  );
+  const rows = await rowsIn(page);
+  assert.deepEqual(
+    rows.map(({ cells, isRecommended }) => [cells[0], Number(cells[1]), isRecommended]),
+    found.candidates.map((candidate) => [candidate.family, candidate.order, candidate.recommended]),
+  );
+  assert.equal(rows.filter(({ isRecommended }) => isRecommended).length, 1);
+});
+
+test('a family that cannot do it says why', async (t) => {
+  const page = await openWith(t, lowpass);
+  await type(page, 'Stopband edge (Hz)', 2020);
+  await type(page, 'Passband edge (Hz)', 2000);
+  await type(page, 'Attenuation (dB)', 200);
+  const rows = await rowsIn(page);
+  const butterworth = rows.find(({ cells }) => cells[0] === 'butterworth');
+  assert.equal(butterworth?.cells.length, 2);
+  assert.match(butterworth?.cells[1] ?? '', /order/);
+});
+
+test('one click takes a candidate, in one step to undo', async (t) => {
+  const page = await openWith(t, { ...lowpass, units: ['normalized'], frequency: [0.1] });
+  const before = await page.evaluate(() => window.veltane.store.state.value.settings);
+  await type(page, 'Attenuation (dB)', 90);
+  const row = (await rowsIn(page)).find(({ cells }) => cells[0] === 'butterworth');
+  const demand = await demandIn(page);
+  await page.click('.order button[aria-label^="Take butterworth"]');
+  await page.waitForFunction(
+    () => window.veltane.shown.value?.design.settings['topology']?.[0] === 'butterworth',
+  );
+  const { settings, samplerate } = await page.evaluate(() => {
+    const design = window.veltane.shown.value?.design;
+    if (!design) throw new Error('no design');
+    return { settings: design.settings, samplerate: design.samplerate };
+  });
+  assert.equal(settings['order']?.[0], Number(row?.cells[1]));
+  assert.deepEqual(settings['units'], ['hertz']);
+  // The box goes on following the rate of the audio.
+  assert.deepEqual(settings['samplerate'], [0]);
+  const edge = demand['Stopband edge (Hz)'] ?? NaN;
+  const level = await page.evaluate(
+    (at) => {
+      const curve = window.veltane.shown.value?.panels.level?.curves[0];
+      if (!curve) throw new Error('no level');
+      const index = curve.x.findIndex((hertz) => hertz >= at);
+      return Math.max(...curve.y.slice(index).filter((value) => !Number.isNaN(value)));
+    },
+    Math.min(edge, samplerate / 2),
+  );
+  assert.ok(level <= -90 + 0.01, `${level} dB in the stopband`);
+  await page.evaluate(() => window.veltane.store.undo());
+  assert.deepEqual(await page.evaluate(() => window.veltane.store.state.value.settings), before);
+});
+
+test('another response keeps the levels', async (t) => {
+  const page = await openWith(t, lowpass);
+  const before = await demandIn(page);
+  await page.select('.order select', 'bandstop');
+  await settle(page);
+  const after = await demandIn(page);
+  assert.equal(after['Attenuation (dB)'], before['Attenuation (dB)']);
+  const edges = ['Passband from', 'Stopband from', 'Stopband to', 'Passband to'].map(
+    (name) => after[`${name} (Hz)`] ?? NaN,
+  );
+  assert.ok(edges.every((hertz, index) => index === 0 || hertz > (edges[index - 1] ?? NaN)));
+  assert.ok((await rowsIn(page)).some(({ isRecommended }) => isRecommended));
+});
