@@ -83,17 +83,6 @@ async function start(): Promise<void> {
     announce: (sentence) => (status.textContent = sentence),
     settings: () => ({ ...description.fresh, ...store.state.value.settings }),
   };
-  const main = document.querySelector('main')!;
-  const counts = element('output', { class: 'counts' });
-  main.replaceChildren(
-    counts,
-    element('section', { id: 'pictures' }, pictures(app)),
-    element('section', { id: 'order' }, order(app)),
-  );
-  app.counts.follow(({ changes, designs, microseconds }) => {
-    counts.value = strings.counts(changes, designs, microseconds);
-  });
-  redesignOnChange(app);
   window.veltane = app;
   followTheme();
   document
