@@ -26,7 +26,7 @@ std::string paragraph(const Finding &finding, Colour colour) {
   std::string text = fmt::format(
       "{}: {}: {}\n", finding.weight == Weight::problem ? alarming("PROBLEM", colour) : "note",
       finding.about, finding.text);
-  if (!finding.change.empty()) text += fmt::format("  change: {}\n", finding.change);
+  if (!finding.change.words.empty()) text += fmt::format("  change: {}\n", finding.change.words);
   return text;
 }
 
@@ -52,7 +52,7 @@ std::string check_document(const verdict::Verdict &verdict, const Words &command
     findings.push_back({{"about", finding.about},
                         {"weight", word(finding.weight)},
                         {"text", finding.text},
-                        {"change", finding.change}});
+                        {"change", finding.change.words}});
   return text::json_page({{"veltane", VELTANE_VERSION},
                           {"command", command},
                           {"sound", verdict.problems() == 0},

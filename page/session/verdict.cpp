@@ -13,7 +13,7 @@ text::Json json(const verdict::Finding &finding) {
   return {{"about", finding.about},
           {"weight", weights[static_cast<std::size_t>(finding.weight)]},
           {"text", finding.text},
-          {"change", finding.change}};
+          {"change", finding.change.words}};
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ inline std::string said(const Findings &findings, const std::string &about, Weig
   std::string text;
   for (const Finding &finding : findings.list)
     if (finding.about == about && finding.weight == weight)
-      text += finding.text + '\n' + finding.change;
+      text += finding.text + '\n' + finding.change.words;
   return text;
 }
 

@@ -76,7 +76,7 @@ TEST(Verdict, EveryProblemAndNoteSaysWhatToChange) {
   for (const Settings &settings : filters) {
     const Verdict verdict = checked(settings);
     for (const Finding &finding : verdict.findings.list)
-      EXPECT_EQ(finding.change.empty(), finding.weight == Weight::fact)
+      EXPECT_EQ(finding.change.words.empty(), finding.weight == Weight::fact)
           << verdict.title << ": " << finding.text;
   }
 }

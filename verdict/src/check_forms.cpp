@@ -90,6 +90,12 @@ struct Breakdown {
   std::string change;
 };
 
+// Without the transfer function the sections are what is left to take.
+std::vector<designer::Settings> sections_instead() {
+  const designer::Value on = std::string("on");
+  return {{{"tf_output", {std::string("off")}}, {"sos_output", {on}}, {"zpk_output", {on}}}};
+}
+
 // None if the transfer function can be used.
 std::optional<Breakdown> breakdown(const FilterUnderTest &filter,
                                    const TransferMeasures &measured) {
@@ -127,7 +133,7 @@ Findings transfer_function(const FilterUnderTest &filter) {
                                      published ? "safe: " : "not published; it would be safe: ",
                                      within(measured.difference.db)));
   else if (published)
-    findings.problem(about, "breaks down: " + broken->text, broken->change);
+    findings.problem(about, "breaks down: " + broken->text, {broken->change, sections_instead()});
   else
     findings.note(about, "not published, and it would break down: " + broken->text, broken->change);
   return findings;

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "checks.h"
+#include "cutoff_remedies.h"
 #include "health.h"
 #include "remedies.h"
 #include "text/quantities.h"
@@ -16,7 +17,9 @@ namespace {
 // A pole is no nearer to the circle than doubles tell.
 constexpr double last_digit = 4e-16;
 
-constexpr char fix_the_cutoffs[] = "fix the cutoffs first";
+Change fix_the_cutoffs(const FilterUnderTest &filter) {
+  return {"fix the cutoffs first", cutoffs_in_order(filter)};
+}
 
 // Other programs hold a1 and a2 with the other sign, which makes most filters unstable.
 bool is_stable_with_other_feedback(analysis::Sections sections) {
@@ -27,15 +30,24 @@ bool is_stable_with_other_feedback(analysis::Sections sections) {
   return analysis::stability(sections).stable;
 }
 
-const char *remedy(const FilterUnderTest &filter) {
+Change remedy(const FilterUnderTest &filter) {
   if (filter.origin == Origin::foreign)
     return is_stable_with_other_feedback(filter.forms.sections)
                ? "the signs of a1 and a2: with the other ones it is stable, and some programs hold "
                  "them so"
                : "coefficients with more digits, or a filter designed anew";
-  if (filter.published.has_no_band()) return fix_the_cutoffs;
+  if (filter.published.has_no_band()) return fix_the_cutoffs(filter);
   if (filter.origin == Origin::saved) return design_it_again;
-  return "a lower --order, or cutoffs further from 0, from the Nyquist frequency and apart";
+  return Change::to_lower_order(
+      "a lower --order, or cutoffs further from 0, from the Nyquist frequency and apart");
+}
+
+Change remedy_for_lost_gain(const FilterUnderTest &filter) {
+  if (filter.origin == Origin::foreign) return "the numerators of the sections";
+  if (filter.published.has_no_band()) return fix_the_cutoffs(filter);
+  return Change::to_lower_order(
+      "a lower --order, a higher cutoff or a wider band, or several filters of a lower order in a "
+      "row");
 }
 
 Findings ringing(const FilterUnderTest &filter, const analysis::Stability &stability) {
@@ -89,11 +101,7 @@ Findings gain(const FilterUnderTest &filter) {
       smallest == 0 && filter.origin == Origin::foreign ? "it is 0: the filter is silent"
       : smallest == 0 ? "it is 0, because it is too small for a double: the filter is silent"
                       : fmt::format("{:.3g} is so small that it has lost digits", smallest),
-      filter.origin == Origin::foreign ? "the numerators of the sections"
-      : filter.published.has_no_band()
-          ? fix_the_cutoffs
-          : "a lower --order, a higher cutoff or a wider band, or several filters of "
-            "a lower order in a row");
+      remedy_for_lost_gain(filter));
   return findings;
 }
 

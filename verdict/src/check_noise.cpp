@@ -28,11 +28,12 @@ Findings check_noise(const FilterUnderTest &filter) {
                                  "several filters of a lower order in a row",
                                  exported));
   else
-    findings.problem("noise",
-                     fmt::format("in doubles the sections as published {}, and as 'veltane export' "
-                                 "arranges them they {}",
-                                 published, exported),
-                     "a lower --order, or several filters of a lower order in a row");
+    findings.problem(
+        "noise",
+        fmt::format("in doubles the sections as published {}, and as 'veltane export' "
+                    "arranges them they {}",
+                    published, exported),
+        Change::to_lower_order("a lower --order, or several filters of a lower order in a row"));
   return findings;
 }
 

@@ -9,6 +9,7 @@
 
 #include "checks.h"
 #include "cutoff_findings.h"
+#include "cutoff_remedies.h"
 
 namespace verdict {
 namespace {
@@ -33,9 +34,10 @@ Findings unused_samplerate(const FilterUnderTest &filter) {
                      fmt::format("{} Hz was asked for, but {} Hz is used: rates are whole numbers "
                                  "from 1",
                                  patchbay::to_text(given->front()), rate),
-                     fmt::format("--samplerate {}, or cutoffs as fractions of the Nyquist "
-                                 "frequency, --units normalized, which are right at any rate",
-                                 rate));
+                     {fmt::format("--samplerate {}, or cutoffs as fractions of the Nyquist "
+                                  "frequency, --units normalized, which are right at any rate",
+                                  rate),
+                      {{{"samplerate", {rate}}}}});
   return findings;
 }
 
@@ -50,7 +52,8 @@ Findings clipped_settings(const FilterUnderTest &filter) {
     const std::string used = filter.used.text(name);
     findings.problem(
         name, fmt::format("{} was asked for, but {} is used", patchbay::to_text(asked), used),
-        fmt::format("{} {}; 'veltane design --help' says what is allowed", option(name), used));
+        {fmt::format("{} {}; 'veltane design --help' says what is allowed", option(name), used),
+         {{{name, {filter.used.number(name)}}}}});
   }
   return findings;
 }
@@ -62,7 +65,7 @@ Findings unused_cutoff(const FilterUnderTest &filter) {
     findings.note("cutoff",
                   fmt::format("a {} has only one: {} is not used",
                               name_of(filter.published.response), patchbay::to_text((*cutoffs)[1])),
-                  "for two, --response bandpass or bandstop");
+                  {"for two, --response bandpass or bandstop", band_responses(*cutoffs)});
   return findings;
 }
 
@@ -71,7 +74,8 @@ Findings unused_level(const FilterUnderTest &filter, const char *name, Family fa
   Findings findings;
   if (filter.typed.contains(name) && filter.published.family != family)
     findings.note(name, fmt::format("a {} does not use it", name_of(filter.published.family)),
-                  fmt::format("to use it, --topology {}", name_of(family)));
+                  {fmt::format("to use it, --topology {}", name_of(family)),
+                   {{{"topology", {std::string(name_of(family))}}}}});
   return findings;
 }
 
@@ -82,6 +86,7 @@ Findings published_forms(const FilterUnderTest &filter) {
   Findings findings;
   findings.measured["published"] = {
       {"roots", roots}, {"sections", sections}, {"transfer_function", transfer}};
+  const Value on = std::string("on");
   std::vector<std::string> forms;
   if (roots) forms.emplace_back("zeros, poles and gain");
   if (sections) forms.emplace_back("sections");
@@ -91,10 +96,11 @@ Findings published_forms(const FilterUnderTest &filter) {
     findings.problem("published",
                      "the sections were asked for but are empty: they are made from the published "
                      "zeros and poles, which are switched off",
-                     "--zpk-output on");
+                     {"--zpk-output on", {{{"zpk_output", {on}}}}});
   else if (forms.empty())
-    findings.problem("published", "no form of the filter is published",
-                     "--zpk-output on --sos-output on");
+    findings.problem(
+        "published", "no form of the filter is published",
+        {"--zpk-output on --sos-output on", {{{"zpk_output", {on}}, {"sos_output", {on}}}}});
   return findings;
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "cutoff_remedies.h"
 #include "designer/cutoffs.h"
 #include "designer/limits.h"
 #include "health.h"
@@ -47,7 +48,7 @@ Findings used_cutoffs(const FilterUnderTest &filter) {
   return findings;
 }
 
-Findings cutoff_in_range(const PublishedFilter &filter, const designer::Cutoff &cutoff) {
+Findings cutoff_in_range(const FilterUnderTest &filter, const designer::Cutoff &cutoff) {
   const bool hertz = cutoff.units == Units::hertz;
   Findings findings;
   if (!cutoff.is_clipped()) return findings;
@@ -62,24 +63,26 @@ Findings cutoff_in_range(const PublishedFilter &filter, const designer::Cutoff &
       fmt::format("{}{} is too {}, so {} is used: cutoffs lie between {} and {} of the "
                   "Nyquist frequency, {}",
                   cutoff.asked, hertz ? " Hz" : "", low ? "low" : "high", limit,
-                  cutoff_range.lowest, cutoff_range.highest, filter.hz_text(1)),
-      change);
+                  cutoff_range.lowest, cutoff_range.highest, filter.published.hz_text(1)),
+      {change, cutoffs_in_range(filter)});
   return findings;
 }
 
-Findings band(const PublishedFilter &filter) {
+Findings band(const FilterUnderTest &filter) {
+  const PublishedFilter &published = filter.published;
   Findings findings;
-  if (!filter.has_no_band()) return findings;
-  const double first = filter.frequency[0];
-  const double second = filter.frequency[1];
+  if (!published.has_no_band()) return findings;
+  const double first = published.frequency[0];
+  const double second = published.frequency[1];
   if (first > second)
     findings.problem("cutoff", "the two cutoffs are in reverse order",
-                     fmt::format("give the lower one first: --frequency {} {}", second, first));
+                     {fmt::format("give the lower one first: --frequency {} {}", second, first),
+                      cutoffs_in_order(filter)});
   else
     findings.problem(
         "cutoff",
         fmt::format("the two cutoffs are {}, so there is no band between them",
-                    first == second ? "equal" : "both " + filter.hz_text(filter.cutoffs[0])),
+                    first == second ? "equal" : "both " + published.hz_text(published.cutoffs[0])),
         "give two cutoffs: --frequency LOWER UPPER");
   return findings;
 }
@@ -90,8 +93,8 @@ Findings cutoff_findings(const FilterUnderTest &filter) {
   const PublishedFilter &published = filter.published;
   Findings findings = used_cutoffs(filter);
   for (const designer::Cutoff &cutoff : designer::cutoffs_in(filter.used, published.samplerate))
-    findings += cutoff_in_range(published, cutoff);
-  findings += band(published);
+    findings += cutoff_in_range(filter, cutoff);
+  findings += band(filter);
   return findings;
 }
 

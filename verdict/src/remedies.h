@@ -3,6 +3,7 @@
 #define VERDICT_REMEDIES_H
 
 #include "verdict/filter_under_test.h"
+#include "verdict/verdict.h"
 
 namespace verdict {
 
@@ -11,10 +12,10 @@ inline constexpr char design_it_again[] = "design it again: 'veltane design --fr
 
 /** For a filter that is not precise enough: a saved one may have been changed, a new one is at the
  *  limit of double precision. */
-inline const char *remedy_for_lost_digits(const FilterUnderTest &filter) {
-  return filter.origin == Origin::saved
-             ? design_it_again
-             : "a lower --order, or cutoffs further from 0 and from the Nyquist frequency";
+inline Change remedy_for_lost_digits(const FilterUnderTest &filter) {
+  if (filter.origin == Origin::saved) return design_it_again;
+  return Change::to_lower_order(
+      "a lower --order, or cutoffs further from 0 and from the Nyquist frequency");
 }
 
 }  // namespace verdict

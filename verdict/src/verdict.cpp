@@ -26,16 +26,21 @@ constexpr Check checks[] = {
 
 }  // namespace
 
-void Findings::fact(const std::string &about, const std::string &text) {
-  list.push_back({about, Weight::fact, text, ""});
+Change Change::to_lower_order(std::string words) {
+  Change change(std::move(words));
+  change.lower_order = true;
+  return change;
 }
 
-void Findings::note(const std::string &about, const std::string &text, const std::string &change) {
+void Findings::fact(const std::string &about, const std::string &text) {
+  list.push_back({about, Weight::fact, text, {}});
+}
+
+void Findings::note(const std::string &about, const std::string &text, const Change &change) {
   list.push_back({about, Weight::note, text, change});
 }
 
-void Findings::problem(const std::string &about, const std::string &text,
-                       const std::string &change) {
+void Findings::problem(const std::string &about, const std::string &text, const Change &change) {
   list.push_back({about, Weight::problem, text, change});
 }
 

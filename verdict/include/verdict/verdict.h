@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "text/json.h"
@@ -17,11 +18,30 @@ enum class Weight {
   problem /**< the filter, or a form of it that was asked for, is not what was asked for */
 };
 
+/** What to change. */
+struct Change {
+  std::string words; /**< one line, without a full stop */
+  std::vector<designer::Settings>
+      remedies;             /**< what of the words can be said in settings. Any one of them, given
+                                 with the settings that were asked for, is enough */
+  bool lower_order = false; /**< whether an order that is low enough is a remedy; lower_order.h
+                                 finds the highest */
+
+  Change() = default;
+  Change(std::string text) : words(std::move(text)) {}
+  Change(const char *text) : words(text) {}
+  Change(std::string text, std::vector<designer::Settings> settings)
+      : words(std::move(text)), remedies(std::move(settings)) {}
+
+  /** @return a change that an order that is low enough makes, too. */
+  static Change to_lower_order(std::string words);
+};
+
 struct Finding {
   std::string about; /**< what it is about, such as "cutoff"; programs rely on these words */
   Weight weight;
-  std::string text;   /**< one line, without a full stop */
-  std::string change; /**< what to change; present for every problem and note, empty for facts */
+  std::string text; /**< one line, without a full stop */
+  Change change;    /**< has words for every problem and note, and none for facts */
 };
 
 /** What was found, in the order of the checks. */
@@ -31,8 +51,8 @@ struct Findings {
       object(); /**< the numbers behind the findings, by name; values that are not finite included */
 
   void fact(const std::string &about, const std::string &text);
-  void note(const std::string &about, const std::string &text, const std::string &change);
-  void problem(const std::string &about, const std::string &text, const std::string &change);
+  void note(const std::string &about, const std::string &text, const Change &change);
+  void problem(const std::string &about, const std::string &text, const Change &change);
 
   /** Appends other findings, and what was measured for them. */
   Findings &operator+=(const Findings &others);
