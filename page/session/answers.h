@@ -12,6 +12,7 @@ using Request = text::Json;
 Answer describe(designer::Designer &designer, const Request &request);
 Answer live(designer::Designer &designer, const Request &request);
 Answer verdict_on(designer::Designer &designer, const Request &request);
+Answer lower_order(designer::Designer &designer, const Request &request);
 Answer layout(designer::Designer &designer, const Request &request);
 Answer estimate(designer::Designer &designer, const Request &request);
 Answer open(designer::Designer &designer, const Request &request);

@@ -18,9 +18,9 @@ struct Handler {
 };
 
 constexpr std::array handlers{Handler{"describe", describe},  Handler{"live", live},
-                              Handler{"verdict", verdict_on}, Handler{"layout", layout},
-                              Handler{"estimate", estimate},  Handler{"open", open},
-                              Handler{"document", document}};
+                              Handler{"verdict", verdict_on}, Handler{"lower_order", lower_order},
+                              Handler{"layout", layout},      Handler{"estimate", estimate},
+                              Handler{"open", open},          Handler{"document", document}};
 
 Answer answered(designer::Designer &designer, std::string_view text) {
   const Request request = Request::parse(text, nullptr, false);

@@ -165,8 +165,10 @@ export interface Finding {
   readonly text: string;
   /** What to change, in words; empty for facts. */
   readonly change: string;
-  /** The same as settings, where it can be said in settings. */
-  readonly remedy?: Settings;
+  /** What of the words can be said in settings: any one of them is enough. */
+  readonly remedies: readonly Settings[];
+  /** Whether a lower order is a remedy, too: "lower_order" finds it. */
+  readonly lower_order: boolean;
 }
 
 export interface Verdict {
@@ -222,6 +224,11 @@ export interface Requests {
   describe: { takes: object; answers: Description };
   live: { takes: LiveRequest; answers: LiveAnswer };
   verdict: { takes: { settings: Settings; audio_rate?: number }; answers: Verdict };
+  /** The highest order at which nothing wants a lower one; null if there is none. */
+  lower_order: {
+    takes: { settings: Settings; audio_rate?: number };
+    answers: { order: number | null };
+  };
   layout: { takes: LayoutRequest; answers: Layout };
   estimate: { takes: EstimateRequest; answers: { candidates: readonly Candidate[] } };
   /** A design that was saved as JSON. */
