@@ -42,10 +42,11 @@ async function bundled(entry, options = {}) {
 const inScript = (code) => code.replaceAll('</script', '<\\/script');
 
 const worker = await bundled('session/worker.ts', { format: 'iife' });
+const listen = await bundled('listen/processor.ts', { format: 'iife' });
 const script = inScript(
   await bundled('main.ts', {
     format: 'esm',
-    define: { WORKER_CODE: JSON.stringify(worker) },
+    define: { WORKER_CODE: JSON.stringify(worker), LISTEN_CODE: JSON.stringify(listen) },
   }),
 );
 const style = await bundled('style/page.css');

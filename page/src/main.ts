@@ -15,6 +15,7 @@ import { layouts } from './layouts/layouts.ts';
 import { published } from './published/published.ts';
 import { order } from './order/order.ts';
 import { pictures } from './pictures/pictures.ts';
+import { listen } from './listen/listen.ts';
 import { redesignOnChange } from './redesign.ts';
 import { Session } from './session/client.ts';
 import { carriedModule } from './session/module.ts';
@@ -25,6 +26,7 @@ import { Signal } from './state/signal.ts';
 import { Store } from './state/store.ts';
 import { strings } from './strings.ts';
 import { followTheme } from './theme.ts';
+import { verdict } from './verdict/verdict.ts';
 
 function layout(app: App): HTMLElement {
   const words = strings.layout;
@@ -41,12 +43,14 @@ function layout(app: App): HTMLElement {
     element(
       'section',
       { id: 'tools', 'aria-label': words.tools },
-      // The verdict stands above, since it is about every change.
+      // It is about every change, so that it stands above what is looked at now and then.
+      verdict(app),
       tabs([
         { name: 'published', title: strings.published.title, make: () => published(app) },
         { name: 'layouts', title: strings.layouts.title, make: () => layouts(app) },
         { name: 'order', title: strings.order.title, make: () => order(app) },
         { name: 'compare', title: strings.compare.title, make: () => compare(app) },
+        { name: 'listen', title: strings.listen.heading, make: () => listen(app) },
       ]),
     ),
   );

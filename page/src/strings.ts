@@ -1,5 +1,6 @@
 // All that the page says, apart from what the module and the session say themselves.
 
+import type { Weight } from './session/protocol.ts';
 import type { Theme } from './theme.ts';
 
 export const strings = {
@@ -204,5 +205,60 @@ export const strings = {
       readonly attenuation: number;
     }) =>
       `The demand: ${demand.response}, ripple ${demand.ripple} dB, attenuation ${demand.attenuation} dB`,
+  },
+  verdict: {
+    heading: 'Verdict',
+    judging: 'Checking…',
+    sound: 'Sound',
+    problems: (count: number) => (count === 1 ? '1 problem' : `${count} problems`),
+    noFilter: 'No filter',
+    kind: (weight: Weight, about: string) =>
+      `${weight === 'problem' ? 'Problem' : 'Note'}: ${about}:`,
+    facts: (count: number) => `${count} facts`,
+    change: 'Change: ',
+    set: (settings: string) => `Set ${settings}`,
+    setTitle: (settings: string) => `Sets ${settings}; undo takes it back`,
+    and: ' and ',
+  },
+  listen: {
+    heading: 'Listen',
+    start: 'Start',
+    stop: 'Stop',
+    startTitle: 'Starts and stops the sound (space bar)',
+    signal: 'Signal',
+    signals: {
+      pink: 'Pink noise',
+      white: 'White noise',
+      sweep: 'Sweep',
+      clicks: 'Clicks',
+      file: 'A file…',
+    },
+    file: 'Sound file',
+    through: 'Through',
+    choices: { off: 'No filter', a: 'A', b: 'B' },
+    noB: 'Pin a filter as B to compare with it',
+    match: 'Match levels',
+    matchTitle:
+      'Raises or lowers the filtered signal by what the filter does to its power, so that A and B are as loud as the signal itself',
+    matched: (filter: 'a' | 'b', db: number) =>
+      `${filter.toUpperCase()} is ${db < 0 ? 'lowered' : 'raised'} by ${Math.abs(db).toFixed(1)} dB, which makes it as loud as the signal.`,
+    volume: 'Volume',
+    decibels: (db: number) => `${db} dB`.replace('-', '−'),
+    level: 'Level',
+    levels: (rms: number, peak: number, lowest: number) => {
+      const text = (db: number) => (db <= lowest ? '−∞' : db.toFixed(0).replace('-', '−'));
+      return `${text(rms)} dB, peak ${text(peak)} dB`;
+    },
+    silence: 'off',
+    limited: 'limited',
+    notLimited: 'not limited',
+    noSections: 'No sections are published, so there is nothing to hear.',
+    ranAway: 'The filter is unstable: its output grew without bound and was muted.',
+    fileTooLarge: (name: string, megabytes: number) => `${name} is larger than ${megabytes} MB.`,
+    fileUnreadable: (name: string) => `${name} is not a sound file that this browser can read.`,
+    rate: (hz: number) => `Audio at ${hz} Hz.`,
+    otherRate: (design: number, audio: number) =>
+      `The filter is for ${design} Hz, and the audio runs at ${audio} Hz: what the filter does at 1000 Hz is heard at ${Math.round((1000 * audio) / design)} Hz.`,
+    follow: (hz: number) => `Design for ${hz} Hz`,
   },
 } as const;
