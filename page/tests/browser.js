@@ -21,23 +21,35 @@ const flags = [
 export const file = path.resolve(process.env.VELTANE_PAGE ?? '../build/page/veltane.html');
 
 /**
- * @param {import('node:test').TestContext} t  the browser is closed with it
- * @param {{ hash?: string, width?: number, height?: number, args?: string[],
- *           before?: (page: import('puppeteer-core').Page) => Promise<void> }} [options]
- * @returns a page that has drawn its first filter, and fails the test with any error in it
+ * @param {readonly string[]} [args]
+ * @returns a browser with a profile of its own, and what closes it and takes the profile away
  */
-export async function open(t, { hash = '', width = 1280, height = 900, args = [], before } = {}) {
+export async function launched(args = []) {
   const profile = await mkdtemp(path.join(os.tmpdir(), 'veltane-page-'));
   const browser = await puppeteer.launch({
     executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
     userDataDir: profile,
     args: [...flags, ...args],
   });
+  const end = async () => {
+    await browser.close();
+    await rm(profile, { recursive: true, force: true, maxRetries: 5 });
+  };
+  return { browser, end };
+}
+
+/**
+ * @param {import('node:test').TestContext} t  the browser is closed with it
+ * @param {{ hash?: string, width?: number, height?: number, args?: string[],
+ *           before?: (page: import('puppeteer-core').Page) => Promise<void> }} [options]
+ * @returns a page that has drawn its first filter, and fails the test with any error in it
+ */
+export async function open(t, { hash = '', width = 1280, height = 900, args = [], before } = {}) {
+  const { browser, end } = await launched(args);
   /** @type {string[]} */
   const errors = [];
   t.after(async () => {
-    await browser.close();
-    await rm(profile, { recursive: true, force: true, maxRetries: 5 });
+    await end();
     if (errors.length > 0) throw new Error(`errors in the page: ${errors.join('; ')}`);
   });
   const page = await browser.newPage();
