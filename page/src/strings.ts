@@ -135,7 +135,6 @@ export const strings = {
       `The address is no filter, and a fresh box is used instead: ${reason}.`,
   },
   pictures: {
-    title: 'Pictures',
     panels: {
       level: 'Level',
       passband: 'Passband',
@@ -193,7 +192,7 @@ export const strings = {
     frequencyAxis: 'frequency in Hz',
     levelAxis: 'level in dB',
     restart: 'Start from this filter',
-    columns: ['Family', 'Order', 'Ripple', 'Attenuation', ''],
+    columns: ['Family', 'Order', 'Ripple', 'Attenuation', 'Filter'],
     take: 'Take',
     takeFamily: (family: string, order: number) => `Take ${family} of order ${order}`,
     taken: (family: string, order: number) => `The filter is ${family} of order ${order}`,

@@ -1,6 +1,7 @@
 // Which panels are open, and which one is enlarged: a habit of the user, kept from visit to visit.
 
 import type { PanelName } from '../session/protocol.ts';
+import { keep, kept } from '../state/kept.ts';
 import { Signal } from '../state/signal.ts';
 
 /** In the order in which they are shown. */
@@ -22,7 +23,7 @@ export interface Choice {
   readonly enlarged?: PanelName;
 }
 
-const key = 'veltane.pictures';
+const key = 'pictures';
 
 const usual: Choice = { open: panelNames.filter((name) => name !== 'sections') };
 
@@ -30,9 +31,9 @@ const isName = (name: unknown): name is PanelName =>
   (panelNames as readonly unknown[]).includes(name);
 
 /** What was kept; the usual choice where that is nothing of ours. */
-function kept(): Choice {
+function keptChoice(): Choice {
   try {
-    const found = JSON.parse(localStorage.getItem(key) ?? '') as Partial<Record<string, unknown>>;
+    const found = JSON.parse(kept(key) ?? '') as Partial<Record<string, unknown>>;
     if (!Array.isArray(found['open'])) return usual;
     const open = found['open'].filter(isName);
     const { enlarged } = found;
@@ -43,7 +44,7 @@ function kept(): Choice {
 }
 
 export class Choices {
-  readonly value = new Signal(kept());
+  readonly value = new Signal(keptChoice());
 
   isOpen(name: PanelName): boolean {
     return this.value.value.open.includes(name);
@@ -67,10 +68,6 @@ export class Choices {
 
   #keep(choice: Choice): void {
     this.value.set(choice);
-    try {
-      localStorage.setItem(key, JSON.stringify(choice));
-    } catch {
-      // A browser that keeps nothing for a file still shows what was chosen.
-    }
+    keep(key, JSON.stringify(choice));
   }
 }

@@ -42,9 +42,11 @@ export class Frame {
   draw(answer: LiveAnswer): void {
     if (!answer.panels[this.name]) return;
     const { title, note } = this.picture.head(answer);
-    if (this.#title.textContent !== title) this.#title.textContent = title;
-    if (this.#note.textContent !== note) this.#note.textContent = note;
-    this.#note.title = note;
+    for (const [place, text] of [
+      [this.#title, title],
+      [this.#note, note],
+    ] as const)
+      if (place.textContent !== text) place.textContent = place.title = text;
     this.picture.draw(answer);
   }
 }

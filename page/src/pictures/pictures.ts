@@ -71,6 +71,7 @@ export function pictures(app: App): HTMLElement {
   app.shown.follow((answer) => {
     undrawable.hidden = !answer?.undrawable;
     undrawable.textContent = answer ? strings.pictures.undrawable(answer.undrawable) : '';
+    sheet.classList.toggle('stale', Boolean(answer?.undrawable));
     legend.hidden = !answer?.other;
   });
   return made;

@@ -33,7 +33,9 @@ const shapes: Record<Mark['kind'], readonly Shape[]> = {
 
 /** In pixels of the page. */
 const margin = { left: 44, right: 10, top: 8, bottom: 20 };
-const markSize = 4;
+const markSize = { usual: 4, crowded: 2.5 };
+/** Marks from so many on are drawn small. */
+const crowd = 80;
 /** How near the pointer has to be. */
 const reach = 24;
 
@@ -178,8 +180,9 @@ export class RootPanel implements Picture {
 
   #stroke(field: Field, { kind, filter, x, y }: Mark): void {
     const shape = shapes[kind][filter] ?? 'diamond';
+    const size = this.#marks.length < crowd ? markSize.usual : markSize.crowded;
     const { colour } = penOf(this.#room.colours.value, filter);
-    strokeShape(field, shape, [across(field)(x), up(field)(y)], markSize, { colour, width: 1.5 });
+    strokeShape(field, shape, [across(field)(x), up(field)(y)], size, { colour, width: 1.5 });
   }
 
   #multiplicities(field: Field, panel: Shown): void {

@@ -31,7 +31,7 @@ function shortText(value: number, step: number, unit: string): string {
   const size = Math.abs(value);
   if (unit === 'Hz' && size >= 1e6) return `${significant(value / 1e6, 6)}M`;
   if (unit === 'Hz' && size >= 1e3) return `${significant(value / 1e3, 6)}k`;
-  if (size >= 1e6) return signed(value.toExponential());
+  if (size >= 1e6) return signed(value.toExponential()).replace('+', '');
   const digits = decimals(step);
   if (digits > 5) return size < step / 2 ? '0' : signed(value.toExponential());
   return signed(value.toFixed(digits));
