@@ -17,7 +17,7 @@ async function openWith(t, settings) {
     window.veltane.store.replace(given);
     window.veltane.store.settle();
   }, settings);
-  await page.$eval('.order', (panel) => panel.scrollIntoView());
+  await page.click('#tab-order');
   await page.waitForSelector('.order tbody tr');
   await settle(page);
   return page;

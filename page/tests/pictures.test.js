@@ -323,6 +323,9 @@ test('a closed panel is not asked for, and stays closed', async (t) => {
 
 test('panels out of sight are not asked for', async (t) => {
   const page = await open(t, { width: 360, height: 640 });
+  const nothing = await page.evaluate(() => window.veltane.panels.value);
+  assert.deepEqual(nothing, []);
+  await page.$eval('.picture[data-panel="level"]', (panel) => panel.scrollIntoView());
   await page.waitForSelector('.picture[data-panel="level"] .cutoff');
   await settle(page);
   const asked = await page.evaluate(() => window.veltane.panels.value);
@@ -331,6 +334,35 @@ test('panels out of sight are not asked for', async (t) => {
   await settle(page);
   const then = await page.evaluate(() => window.veltane.panels.value);
   assert.ok(then.includes('step') && !then.includes('level'), then.join());
+});
+
+test('what a level has to stay out of is shaded, and what it comes to is said', async (t) => {
+  const page = await openWith(t, {
+    topology: ['chebyshev-2'],
+    frequency: [3000],
+    stopband_attenuation: [80],
+  });
+  /** The colour of the picture where nothing but the mask may lie. @param {number} hertz */
+  const colourAt = (hertz) =>
+    page.evaluate((at) => {
+      const axis = window.veltane.shown.value?.panels.level?.x;
+      const canvas = document.querySelector('.picture[data-panel="level"] canvas');
+      const surface = document.querySelector('.picture[data-panel="level"] .surface');
+      if (!axis || !surface || !(canvas instanceof HTMLCanvasElement)) throw new Error('no level');
+      const [inside, all] = [surface.getBoundingClientRect(), canvas.getBoundingClientRect()];
+      const place = Math.log(at / axis.low) / Math.log(axis.high / axis.low);
+      const x = inside.left - all.left + place * inside.width;
+      const y = inside.top - all.top + inside.height * 0.55;
+      const pixel = canvas.getContext('2d')?.getImageData(Math.round(x), Math.round(y), 1, 1).data;
+      return [...(pixel ?? [])].join();
+    }, hertz);
+  const nothing = await colourAt(650);
+  assert.equal(await colourAt(2550), nothing);
+  const shaded = await colourAt(3550);
+  assert.notEqual(shaded, nothing);
+  assert.equal(await colourAt(15500), shaded);
+  const note = await page.$eval('.picture[data-panel="level"] .note', (text) => text.textContent);
+  assert.match(note ?? '', /^−80 dB asked, −80\.00 dB reached/);
 });
 
 test('a root is read by the pointer and by the keyboard', async (t) => {

@@ -42,9 +42,9 @@ function row(candidate: Candidate, take: () => void): HTMLTableRowElement {
     'tr',
     candidate.recommended ? { class: 'recommended' } : {},
     name,
-    element('td', { class: 'number' }, String(candidate.order)),
-    element('td', { class: 'number' }, `${significant(candidate.ripple, 3)} dB`),
-    element('td', { class: 'number' }, `${fixed(candidate.attenuation, 1)} dB`),
+    element('td', { class: 'quantity' }, String(candidate.order)),
+    element('td', { class: 'quantity' }, `${significant(candidate.ripple, 3)} dB`),
+    element('td', { class: 'quantity' }, `${fixed(candidate.attenuation, 1)} dB`),
     element('td', {}, button, element('span', { class: 'remark' }, remarks.join(', '))),
   );
 }

@@ -10,7 +10,7 @@ export class Frame {
   readonly element: HTMLElement;
   readonly name: PanelName;
   readonly picture: Picture;
-  readonly #title = element('h3');
+  readonly #title = element('h2');
   readonly #note = element('span', { class: 'note' });
   readonly #enlarge: HTMLButtonElement;
   /** Whether any of it is in sight. */
