@@ -39,6 +39,7 @@ export class FrequencyPanel implements Picture {
   constructor(name: FrequencyPanelName, room: Room) {
     this.#name = name;
     this.#room = room;
+    this.#image.setAttribute('aria-label', strings.pictures.panels[name]);
     this.#surface = element('div', {
       class: 'surface',
       role: 'group',
@@ -88,11 +89,9 @@ export class FrequencyPanel implements Picture {
     this.#chart.redraw();
   }
 
-  words(answer: LiveAnswer): string {
+  describe(answer: LiveAnswer): void {
     const panel = answer.panels[this.#name];
-    const words = panel ? frequencyWords(panel, answer) : '';
-    this.#image.setAttribute('aria-label', words);
-    return words;
+    if (panel) this.#image.setAttribute('aria-label', frequencyWords(panel, answer));
   }
 
   head(answer: LiveAnswer): { title: string; note: string } {

@@ -22,8 +22,8 @@ export interface Picture {
   resize(width: number, height: number): void;
   /** The same again in other colours. */
   redraw(): void;
-  /** The picture in words; empty without one. */
-  words(answer: LiveAnswer): string;
+  /** Says in words what it shows of an answer, if that has this panel. */
+  describe(answer: LiveAnswer): void;
   /** What stands in the panel's head. */
   head(answer: LiveAnswer): { readonly title: string; readonly note: string };
 }

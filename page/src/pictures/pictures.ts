@@ -128,14 +128,14 @@ function takeSizes(frames: readonly Frame[]): void {
 function drawAnswers(app: App, frames: readonly Frame[]): void {
   let isDrawn = false;
   let waiting: LiveAnswer | undefined;
-  let words: ReturnType<typeof setTimeout> | undefined;
+  let describing: ReturnType<typeof setTimeout> | undefined;
   const draw = (answer: LiveAnswer) => {
     isDrawn = true;
     for (const frame of frames) frame.draw(answer);
     mark('veltane:drawn');
-    clearTimeout(words);
-    words = setTimeout(() => {
-      for (const { picture } of frames) picture.words(answer);
+    clearTimeout(describing);
+    describing = setTimeout(() => {
+      for (const { picture } of frames) picture.describe(answer);
     }, wordsAfter);
     requestAnimationFrame(() => {
       isDrawn = false;

@@ -54,6 +54,7 @@ export class RootPanel implements Picture {
   constructor(name: RootPanelName, room: Room) {
     this.#name = name;
     this.#room = room;
+    this.#canvas.setAttribute('aria-label', strings.pictures.panels[name]);
     this.element.setAttribute(
       'aria-label',
       strings.pictures.rootSurface(strings.pictures.panels[name]),
@@ -83,11 +84,9 @@ export class RootPanel implements Picture {
     this.redraw();
   }
 
-  words(answer: LiveAnswer): string {
+  describe(answer: LiveAnswer): void {
     const panel = answer.panels[this.#name];
-    const words = panel ? rootWords(panel) : '';
-    this.#canvas.setAttribute('aria-label', words);
-    return words;
+    if (panel) this.#canvas.setAttribute('aria-label', rootWords(panel));
   }
 
   head(answer: LiveAnswer): { title: string; note: string } {

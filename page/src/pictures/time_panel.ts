@@ -29,6 +29,7 @@ export class TimePanel implements Picture {
   constructor(name: TimePanelName, room: Room) {
     this.#name = name;
     this.#room = room;
+    this.#image.setAttribute('aria-label', strings.pictures.panels[name]);
     this.#surface = element('div', {
       class: 'surface',
       role: 'group',
@@ -72,11 +73,9 @@ export class TimePanel implements Picture {
     this.#chart.redraw();
   }
 
-  words(answer: LiveAnswer): string {
+  describe(answer: LiveAnswer): void {
     const panel = answer.panels[this.#name];
-    const words = panel ? timeWords(panel) : '';
-    this.#image.setAttribute('aria-label', words);
-    return words;
+    if (panel) this.#image.setAttribute('aria-label', timeWords(panel));
   }
 
   head(answer: LiveAnswer): { title: string; note: string } {
