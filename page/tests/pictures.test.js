@@ -114,7 +114,9 @@ const paintedPanels = (page) =>
   page.$$eval('.picture:not([hidden])', (panels) =>
     panels
       .filter((panel) => {
-        const canvas = panel.querySelector('canvas');
+        const canvas = /** @type {HTMLCanvasElement | null} */ (
+          panel.querySelector('.plot > canvas, .curves')
+        );
         const pixels = canvas
           ?.getContext('2d')
           ?.getImageData(0, 0, canvas.width, canvas.height).data;
@@ -346,7 +348,7 @@ test('what a level has to stay out of is shaded, and what it comes to is said', 
   const colourAt = (hertz) =>
     page.evaluate((at) => {
       const axis = window.veltane.shown.value?.panels.level?.x;
-      const canvas = document.querySelector('.picture[data-panel="level"] canvas');
+      const canvas = document.querySelector('.picture[data-panel="level"] .curves');
       const surface = document.querySelector('.picture[data-panel="level"] .surface');
       if (!axis || !surface || !(canvas instanceof HTMLCanvasElement)) throw new Error('no level');
       const [inside, all] = [surface.getBoundingClientRect(), canvas.getBoundingClientRect()];
@@ -414,7 +416,7 @@ test('pictures say in words what they show', async (t) => {
 test('pictures follow the theme', async (t) => {
   const page = await openWith(t, lowpass);
   const pixels = () =>
-    page.$eval('.picture[data-panel="level"] canvas', (canvas) =>
+    page.$eval('.picture[data-panel="level"] .curves', (canvas) =>
       /** @type {HTMLCanvasElement} */ (canvas).toDataURL(),
     );
   await page.emulateMediaFeatures([{ name: 'prefers-color-scheme', value: 'light' }]);

@@ -95,8 +95,10 @@ export class DemandPicture {
     this.#chart.draw({
       x,
       y,
-      under: (field) => this.#mask(field, demand),
-      over: (field) => this.#curves(field),
+      paint: (field) => {
+        this.#mask(field, demand);
+        this.#curves(field);
+      },
     });
     this.#place();
     this.#handles.show(demand, { x, y, nyquist: this.#nyquist });

@@ -1,6 +1,8 @@
-// Two axes with a grid, kept from one drawing to the next; what is drawn on them is the caller's.
+// Two axes with a grid; what is drawn over them is the caller's, on a canvas of its own: while a dial
+// turns, most axes stay as they are, and their texts take longer than the curves.
 
 import uPlot from 'uplot';
+import { element } from '../dom.ts';
 import type { Axis } from '../session/protocol.ts';
 import { unitOf } from './quantities.ts';
 import type { Range } from './range.ts';
@@ -12,22 +14,27 @@ export interface Drawing {
   readonly x: Axis;
   readonly y: Axis;
   readonly right?: Axis;
-  /** Below the grid. */
-  under(field: Field): void;
-  /** Above it. */
-  over(field: Field): void;
+  paint(field: Field): void;
 }
 
 /** In pixels of the page. */
 const sizes = { labelAcross: 52, labelUp: 22, acrossSpace: 46, upSpace: 26 };
 
-const sameAxes = (a: Drawing, b: Drawing) =>
+/** Whether two drawings have axes of the same kinds. */
+const sameKinds = (a: Drawing, b: Drawing) =>
   a.x.logarithmic === b.x.logarithmic &&
   a.y.logarithmic === b.y.logarithmic &&
   (a.right === undefined) === (b.right === undefined);
 
+const sameAxis = (a: Axis | undefined, b: Axis | undefined) =>
+  a?.low === b?.low && a?.high === b?.high && a?.label === b?.label;
+
+const sameAxes = (a: Drawing, b: Drawing) =>
+  sameKinds(a, b) && sameAxis(a.x, b.x) && sameAxis(a.y, b.y) && sameAxis(a.right, b.right);
+
 export class Chart {
   readonly #place: HTMLElement;
+  readonly #canvas = element('canvas', { class: 'curves' });
   readonly #colours: () => Colours;
   #plot: uPlot | undefined;
   #drawing: Drawing | undefined;
@@ -56,7 +63,8 @@ export class Chart {
   /** Takes a size in pixels of the page, and draws again. */
   resize(width: number, height: number): void {
     this.#size = { width: Math.floor(width), height: Math.floor(height) };
-    if (this.#plot) this.#plot.setSize(this.#size);
+    const plot = this.#plot;
+    if (plot) plot.batch(() => plot.setSize(this.#size));
     else if (this.#drawing) this.draw(this.#drawing);
   }
 
@@ -64,7 +72,11 @@ export class Chart {
     const before = this.#drawing;
     this.#drawing = drawing;
     if (!this.#size.width || !this.#size.height) return;
-    if (before && this.#plot && !sameAxes(before, drawing)) {
+    if (before && this.#plot && sameAxes(before, drawing)) {
+      this.#paint(this.#plot);
+      return;
+    }
+    if (before && this.#plot && !sameKinds(before, drawing)) {
       this.#plot.destroy();
       this.#plot = undefined;
     }
@@ -91,7 +103,7 @@ export class Chart {
       distr: logarithmic ? 3 : 1,
       range: (_, low, high) => [low, high],
     });
-    return new uPlot(
+    const plot = new uPlot(
       {
         ...this.#size,
         pxAlign: true,
@@ -112,13 +124,14 @@ export class Chart {
             : []),
         ],
         hooks: {
-          drawClear: [(plot) => this.#with(plot, (made, field) => made.under(field))],
-          draw: [(plot) => this.#with(plot, (made, field) => made.over(field))],
+          draw: [(plot) => this.#paint(plot)],
         },
       },
       [[drawing.x.low, drawing.x.high]],
       this.#place,
     );
+    this.#place.append(this.#canvas);
+    return plot;
   }
 
   #axis(
@@ -151,14 +164,16 @@ export class Chart {
     };
   }
 
-  #with(plot: uPlot, draw: (drawing: Drawing, field: Field) => void): void {
+  #paint(plot: uPlot): void {
+    const context = this.#canvas.getContext('2d');
     const drawing = this.#drawing;
-    if (!drawing) return;
-    const { left, top, width, height } = plot.bbox;
+    if (!context || !drawing) return;
+    const { width, height } = plot.ctx.canvas;
+    // A size that is set clears the canvas.
+    if (this.#canvas.width !== width || this.#canvas.height !== height)
+      Object.assign(this.#canvas, { width, height });
+    else context.clearRect(0, 0, width, height);
     const { x, y } = drawing;
-    // The plot remembers the styles that it set, and expects to find them.
-    plot.ctx.save();
-    draw(drawing, { context: plot.ctx, left, top, width, height, x, y, ratio: uPlot.pxRatio });
-    plot.ctx.restore();
+    drawing.paint({ ...plot.bbox, context, x, y, ratio: uPlot.pxRatio });
   }
 }

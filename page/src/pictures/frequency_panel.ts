@@ -72,8 +72,7 @@ export class FrequencyPanel implements Picture {
       x,
       y,
       ...(right && { right }),
-      under: (field) => this.#under(field),
-      over: (field) => this.#over(field),
+      paint: (field) => this.#paint(field),
     });
     this.#place();
     this.#cutoffs.show(answer, panel.x);
@@ -122,20 +121,14 @@ export class FrequencyPanel implements Picture {
     if (!this.#line.hidden) this.#line.style.left = `${place * 100}%`;
   }
 
-  #under(field: Field): void {
-    const { forbidden } = this.#room.colours.value;
-    clipped(field, () => {
-      for (const { polygon } of this.#panel?.mask ?? []) fillPolygon(field, polygon, forbidden);
-    });
-  }
-
-  #over(field: Field): void {
+  #paint(field: Field): void {
     const answer = this.#answer;
     const panel = this.#panel;
     if (!panel || !answer) return;
     const colours = this.#room.colours.value;
     const asked = { colour: colours.limit, width: 1, dash: [2, 3] };
     clipped(field, () => {
+      for (const { polygon } of panel.mask ?? []) fillPolygon(field, polygon, colours.forbidden);
       for (const limit of panel.limits) strokeHorizontal(field, limit, asked);
       for (const { border } of panel.mask ?? [])
         strokeCurve(field, border, { colour: colours.limit, width: 1.25 });

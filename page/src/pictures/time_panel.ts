@@ -57,8 +57,7 @@ export class TimePanel implements Picture {
     this.#chart.draw({
       x: panel.x,
       y: panel.y,
-      under: () => undefined,
-      over: (field) => this.#over(field, panel),
+      paint: (field) => this.#paint(field, panel),
     });
     this.#place();
     this.#read(this.#sample);
@@ -96,7 +95,7 @@ export class TimePanel implements Picture {
     });
   }
 
-  #over(field: Field, panel: Shown): void {
+  #paint(field: Field, panel: Shown): void {
     const colours = this.#room.colours.value;
     clipped(field, () => {
       strokeHorizontal(field, 0, { colour: colours.muted, width: 1 });
