@@ -35,7 +35,7 @@ export function layouts(app: App): HTMLElement {
     return { option, input, label };
   });
   const text = element('pre', { class: 'file', tabindex: '0', 'aria-label': words.file });
-  const remarks = element('ul', { class: 'remarks', role: 'status' });
+  const remarks = element('ul', { class: 'remarks' });
   const command = commandLine(app);
   const copy = copyButton(app, words.copy, words.file, () => text.textContent ?? '');
   const save = element('button', { type: 'button' }, words.save);
@@ -72,7 +72,7 @@ export function layouts(app: App): HTMLElement {
     ),
     summary,
     element('div', { class: 'row' }, ...switches.map(({ label }) => label)),
-    remarks,
+    element('div', { role: 'status' }, remarks),
     text,
     command.element,
   );
