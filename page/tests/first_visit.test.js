@@ -32,8 +32,8 @@ void test('starting points', async (t) => {
   await t.test('are sound filters', async () => {
     for (const [index, name] of names.entries()) {
       await page.click('header button[popovertarget]');
-      await page.click(`.menu li:nth-child(${index + 1}) button`);
-      assert.equal(await page.$('.menu:popover-open'), null);
+      await page.click(`.starting-menu li:nth-child(${index + 1}) button`);
+      assert.equal(await page.$('.starting-menu:popover-open'), null);
       await designed(page);
       const { problems, title, remarks } = await page.evaluate(async () => {
         const { settings } = window.veltane.store.state.value;
@@ -50,7 +50,7 @@ void test('starting points', async (t) => {
     /** @param {string} name @param {number[]} frequencies @returns levels in dB */
     const levels = async (name, frequencies) => {
       await page.click('header button[popovertarget]');
-      await page.click(`.menu ::-p-text(${name})`);
+      await page.click(`.starting-menu ::-p-text(${name})`);
       await designed(page);
       const { cascade, samplerate } = await page.evaluate(() => {
         const design = window.veltane.shown.value?.design;

@@ -125,7 +125,8 @@ void test('the layouts', async (t) => {
       const expected = await answered(name);
       if (expected.startsWith('Refused: ')) {
         await page.waitForFunction(
-          (text) => document.querySelector('#panel-layouts .remarks')?.textContent === `${text}.`,
+          (text) =>
+            document.querySelector('#panel-layouts .layout-remarks')?.textContent === `${text}.`,
           {},
           expected.slice('Refused: '.length),
         );
@@ -168,8 +169,10 @@ void test('the layouts', async (t) => {
   await t.test('say why a filter cannot be written', async () => {
     await page.select('#layout-target', 'webaudio');
     await begin(page, { order: [40] });
-    await page.waitForFunction(() => document.querySelector('#panel-layouts .remarks.problem'));
-    assert.match(await textOf(page, '#panel-layouts .remarks'), /19|poles/);
+    await page.waitForFunction(() =>
+      document.querySelector('#panel-layouts .layout-remarks.problem'),
+    );
+    assert.match(await textOf(page, '#panel-layouts .layout-remarks'), /19|poles/);
     await begin(page, { order: [4] });
     assert.match(await shown(), /IIRFilter|feedback/i);
   });

@@ -109,7 +109,7 @@ export function compare(app: App): HTMLElement {
   const pinning = button(words.pin, () => pin(app));
   const swapping = button(words.swap, () => swap(app));
   const unpinning = button(words.unpin, () => unpin(app));
-  const titles = element('dl', { class: 'titles' });
+  const titles = element('dl', { class: 'compared' });
   const settings = element('div');
   const measures = element('div');
   const made = element(

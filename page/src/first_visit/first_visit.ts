@@ -60,7 +60,11 @@ export function firstVisit(app: App): HTMLElement {
 export function startingMenu(app: App): HTMLElement {
   const id = 'starting-menu';
   const list = element('ul', { class: 'starting-points' });
-  const menu = element('div', { id, class: 'menu', popover: '', 'aria-label': words.title }, list);
+  const menu = element(
+    'div',
+    { id, class: 'starting-menu', popover: '', 'aria-label': words.title },
+    list,
+  );
   list.append(...buttons(app, () => menu.hidePopover()));
   const button = element('button', { type: 'button', popovertarget: id }, words.menu);
   return element('span', {}, button, menu);

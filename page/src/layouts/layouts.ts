@@ -34,8 +34,8 @@ export function layouts(app: App): HTMLElement {
     const label = element('label', { class: 'switch' }, input, words.options[option]);
     return { option, input, label };
   });
-  const text = element('pre', { class: 'file', tabindex: '0', 'aria-label': words.file });
-  const remarks = element('ul', { class: 'remarks' });
+  const text = element('pre', { class: 'layout-file', tabindex: '0', 'aria-label': words.file });
+  const remarks = element('ul', { class: 'layout-remarks' });
   const command = commandLine(app);
   const copy = copyButton(app, words.copy, words.file, () => text.textContent ?? '');
   const save = element('button', { type: 'button' }, words.save);
