@@ -166,6 +166,15 @@ void test('the inspector', async (t) => {
     assert.deepEqual((await boxSettings(page)).order, [200]);
     await page.click('header button[title^="Undo"]');
     assert.deepEqual((await boxSettings(page)).order, [5], 'a drag is one step');
+    for (const part of [0.4, 0.7]) {
+      await page.mouse.move(box.x + part * box.width, middle);
+      await page.mouse.down();
+      await page.mouse.up();
+    }
+    await page.click('header button[title^="Undo"]');
+    const [first] = (await boxSettings(page)).order ?? [];
+    assert.ok(Number(first) > 5 && Number(first) < 20, `${first} after the first of two drags`);
+    await begin(page);
     await page.focus(slider);
     await page.keyboard.press('ArrowRight');
     await page.keyboard.press('PageUp');
