@@ -128,6 +128,7 @@ export const strings = {
     failed: 'The browser does not let the page copy.',
   },
   link: {
+    title: (filter: string) => `${filter} – veltane`,
     tooLong: 'The address is too long to be a filter of this page: a fresh box is used instead.',
     wrong: (words: string) =>
       `The address has settings that cannot be used, and a fresh box's are used instead: ${words}`,

@@ -274,6 +274,22 @@ void test('a new attribute appears by itself', async (t) => {
   assert.deepEqual(await page.evaluate(() => window.veltane.settings().shape), ['flat']);
 });
 
+void test('groups stay as they are folded', async (t) => {
+  const page = await open(t);
+  const folded = () =>
+    page.$$eval('#inspector details', (all) =>
+      all
+        .filter((group) => !group.open)
+        .map((group) => group.querySelector('summary')?.textContent),
+    );
+  assert.deepEqual(await folded(), ['Dictionary']);
+  await page.click('#inspector details:nth-of-type(2) > summary');
+  await page.evaluate(() => new Promise((done) => setTimeout(done, 50)));
+  await page.reload();
+  await page.waitForFunction(() => 'veltane' in window && window.veltane.shown.value);
+  assert.deepEqual(await folded(), ['Behavior', 'Dictionary']);
+});
+
 void test('undo and redo', async (t) => {
   const page = await open(t);
   await begin(page, { order: [6] });

@@ -61,6 +61,12 @@ void test('an address is a filter', async (t) => {
     assert.ok(written.count >= 1 && written.count <= 12, `${written.count} times`);
   });
 
+  await t.test('has the title of the filter', async () => {
+    await begin(page, { order: [7], topology: ['butterworth'] });
+    await page.waitForFunction(() => document.title.startsWith('butterworth lowpass of order 7,'));
+    assert.match(await page.title(), / – veltane$/);
+  });
+
   await t.test('is copied as it is', async () => {
     await begin(page, { order: [9] });
     const copied = await catchCopies(page);

@@ -3,6 +3,7 @@
 
 import type { App } from '../app.ts';
 import { element } from '../dom.ts';
+import { fold } from '../layout/fold.ts';
 import type { Attribute } from '../session/protocol.ts';
 import { strings } from '../strings.ts';
 import { choiceControl } from './choice.ts';
@@ -104,8 +105,7 @@ export function inspector(app: App): HTMLElement {
   const groups = [...categories(app.description.attributes)];
   groups.sort(([, a], [, b]) => rank(a) - rank(b));
   for (const [category, attributes] of groups) {
-    const group = element('details', { class: 'fold' }, element('summary', {}, category));
-    group.open = isOpenAtFirst(attributes);
+    const group = fold(category, isOpenAtFirst(attributes));
     for (const attribute of attributes) {
       const control = controlOf(app, attribute);
       const remark = element('p', { class: 'remark', id: `remark-${attribute.name}` });

@@ -2,6 +2,7 @@
 
 import type { App } from '../app.ts';
 import { element } from '../dom.ts';
+import { fold } from '../layout/fold.ts';
 import { strings } from '../strings.ts';
 import { commandLine } from './command_line.ts';
 import { openButton } from './open.ts';
@@ -31,10 +32,9 @@ export function keep(app: App): HTMLElement {
   app.shown.follow((shown) => {
     if (shown) command.show(shown.design.command);
   });
-  const made = element(
-    'details',
-    { class: 'fold' },
-    element('summary', {}, words.title),
+  return fold(
+    words.title,
+    !matchMedia('(max-width: 48rem)').matches,
     element(
       'div',
       { class: 'keep stack' },
@@ -42,6 +42,4 @@ export function keep(app: App): HTMLElement {
       command.element,
     ),
   );
-  made.open = !matchMedia('(max-width: 48rem)').matches;
-  return made;
 }

@@ -32,6 +32,9 @@ export function followAddress(app: App): void {
     timer = undefined;
     const link = linkTo(app);
     if (link !== location.href) history.replaceState(history.state, '', link);
+    // Tabs and bookmarks are told apart by it.
+    const filter = app.shown.value?.design.title;
+    document.title = filter === undefined ? strings.title : strings.link.title(filter);
   };
   app.store.state.follow(() => (timer ??= setTimeout(write, pause)));
   addEventListener('hashchange', () => {
