@@ -20,6 +20,11 @@ const headings: Readonly<Record<string, readonly string[]>> = {
   cascade: words.section,
 };
 
+// What comes into sight is shown a moment later, and what is copied is always the latest.
+function dictionaryOf(app: App): readonly DictionaryEntry[] {
+  return app.shown.value?.design.dictionary ?? [];
+}
+
 interface Entry {
   readonly element: HTMLElement;
   show(value: Published | readonly Published[]): void;
@@ -33,7 +38,10 @@ function entry(app: App, key: string): Entry {
   const more = element('button', { type: 'button' });
   let isOpen = false;
   let value: Published | readonly Published[] = '';
-  const copy = copyButton(app, words.copy, `"${key}"`, () => jsonValue(value));
+  const copy = copyButton(app, words.copy, `"${key}"`, () => {
+    const latest = dictionaryOf(app).find(([name]) => name === key);
+    return latest ? jsonValue(latest[1]) : '';
+  });
   const show = () => {
     const isList = Array.isArray(value);
     const names = headings[key] ?? [];
@@ -68,7 +76,9 @@ export function published(app: App): HTMLElement {
   const list = element('ul', { class: 'dictionary' });
   let dictionary: readonly DictionaryEntry[] = [];
   const asJson = () =>
-    `{\n${dictionary.map(([key, value]) => `  ${JSON.stringify(key)}: ${jsonValue(value)}`).join(',\n')}\n}\n`;
+    `{\n${dictionaryOf(app)
+      .map(([key, value]) => `  ${JSON.stringify(key)}: ${jsonValue(value)}`)
+      .join(',\n')}\n}\n`;
   const made = element(
     'div',
     { class: 'stack' },
