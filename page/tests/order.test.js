@@ -52,7 +52,7 @@ async function demandIn(page) {
 const rowsIn = (page) =>
   page.$$eval('.order tbody tr', (rows) =>
     rows.map((row) => ({
-      cells: [...row.cells].map((cell) => cell.textContent ?? ''),
+      cells: [...row.cells].map((cell) => cell.firstChild?.textContent ?? ''),
       isRecommended: row.className === 'recommended',
     })),
   );

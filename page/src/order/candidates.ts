@@ -34,10 +34,11 @@ function row(candidate: Candidate, take: () => void): HTMLTableRowElement {
   const button = element('button', { type: 'button' }, words.take);
   button.setAttribute('aria-label', words.takeFamily(family, candidate.order));
   button.addEventListener('click', take);
-  const remarks = [
+  const remark = [
     ...(candidate.recommended ? [words.recommended] : []),
     ...(candidate.noisy ? [words.noisy] : []),
-  ];
+  ].join(', ');
+  if (remark) name.append(element('small', {}, remark));
   return element(
     'tr',
     candidate.recommended ? { class: 'recommended' } : {},
@@ -45,7 +46,7 @@ function row(candidate: Candidate, take: () => void): HTMLTableRowElement {
     element('td', { class: 'quantity' }, String(candidate.order)),
     element('td', { class: 'quantity' }, `${significant(candidate.ripple, 3)} dB`),
     element('td', { class: 'quantity' }, `${fixed(candidate.attenuation, 1)} dB`),
-    element('td', {}, button, element('span', { class: 'remark' }, remarks.join(', '))),
+    element('td', {}, button),
   );
 }
 

@@ -10,13 +10,17 @@ import { strings } from '../strings.ts';
 import { edgesOf, frequencyOf, spansOf, type Demand } from './demand.ts';
 import { Handles } from './handles.ts';
 
-/** Axes that show all of a demand. */
+/** Axes that show all of a demand; a narrow band with as much beside it that it can be seen. */
 function axesOf(demand: Demand, nyquist: number): { x: Axis; y: Axis } {
-  const [lowest] = edgesOf(demand).map((edge) => frequencyOf(demand, edge));
-  const low = Math.min(nyquist / 100, (lowest ?? nyquist) / 4);
+  const edges = edgesOf(demand).map((edge) => frequencyOf(demand, edge));
+  const [lowest, highest] = [Math.min(...edges), Math.max(...edges)];
+  const beside = (highest / lowest) ** 4;
+  const isNarrow = edges.length === 4 && beside < 80;
+  const low = isNarrow ? lowest / beside : Math.min(nyquist / 100, lowest / 4);
+  const high = isNarrow ? Math.min(nyquist, highest * beside) : nyquist;
   const floor = -Math.max(20, Math.ceil((demand.attenuation * 1.25) / 10) * 10);
   return {
-    x: { low, high: nyquist, logarithmic: true, label: strings.order.frequencyAxis },
+    x: { low, high, logarithmic: true, label: strings.order.frequencyAxis },
     y: { low: floor, high: 6, logarithmic: false, label: strings.order.levelAxis },
   };
 }

@@ -35,7 +35,7 @@ class Handle {
     line.addEventListener('dblclick', (event) => event.stopPropagation());
   }
 
-  show(axis: Axis, hertz: number, design: Design): void {
+  show(axis: Axis, hertz: number, design: Design, neighbour: number | undefined): void {
     this.#axis = axis;
     const line = this.element;
     const place = placeOf(axis, hertz);
@@ -51,8 +51,10 @@ class Handle {
     line.setAttribute('aria-valuenow', String(hertz));
     line.setAttribute('aria-valuetext', frequencyText(hertz, 6));
     line.dataset['text'] = frequencyText(hertz);
-    // Beside the stopband, where there is room above the curve; but not beyond the axis.
-    const isLeft = isStoppedBelow(design.settings, this.#index);
+    // Beside the stopband, where there is room above the curve; but neither over another cutoff's
+    // text nor beyond the axis.
+    const isCrowded = neighbour !== undefined && Math.abs(placeOf(axis, neighbour) - place) < 0.35;
+    const isLeft = isCrowded ? neighbour > hertz : isStoppedBelow(design.settings, this.#index);
     line.classList.toggle('leftwards', isLeft ? place > 0.2 : place > 0.8);
   }
 
@@ -140,7 +142,7 @@ export class Cutoffs {
     this.#handles.forEach((handle, index) => {
       const hertz = cutoffs[index];
       if (hertz === undefined) handle.element.hidden = true;
-      else handle.show(axis, hertz, design);
+      else handle.show(axis, hertz, design, cutoffs[1 - index]);
     });
   }
 }
