@@ -63,6 +63,8 @@ Json json(const pictures::RootPanel &panel, Answer &answer) {
   return {{"title", panel.title},
           {"x", json(panel.real)},
           {"y", json(panel.imaginary)},
+          {"origin", {panel.origin.real(), panel.origin.imag()}},
+          {"unit", panel.unit},
           {"circle", json(panel.unit_circle, answer)},
           {"frame", json(panel.frame, answer)},
           {"filters", filters},

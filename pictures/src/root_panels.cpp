@@ -65,6 +65,8 @@ RootPanel root_panel(std::string title, const Square &square,
   panel.title = std::move(title);
   panel.real = {view.real_axis(), TickStyle::decimal, view.real_label()};
   panel.imaginary = {view.imaginary_axis(), TickStyle::decimal, view.imaginary_label()};
+  panel.origin = view.origin();
+  panel.unit = view.unit();
   panel.unit_circle = view.unit_circle();
   panel.filters.resize(filters.size());
   std::vector<RootMark> all;

@@ -41,6 +41,15 @@ TEST_F(SessionTest, DesignsAndDrawsInOneAnswer) {
   EXPECT_FALSE(answer.document.at("panels").contains("phase"));
 }
 
+TEST_F(SessionTest, EnlargedPolesSayWhereTheyLieInThePlane) {
+  const page::Answer answer = ask("live", live(butterworth, {"zeros_and_poles", "poles"}));
+  const Json &panels = answer.document.at("panels");
+  EXPECT_EQ(panels.at("zeros_and_poles").at("origin"), Json({0.0, 0.0}));
+  EXPECT_EQ(panels.at("zeros_and_poles").at("unit"), 1.0);
+  EXPECT_EQ(panels.at("poles").at("origin").size(), 2U);
+  EXPECT_GE(panels.at("poles").at("unit"), 1.0);
+}
+
 TEST_F(SessionTest, ALevelIs3dBDownAtItsCutoff) {
   const page::Answer answer = ask("live", live(butterworth, {"level"}));
   const Json &level = answer.document.at("panels").at("level");

@@ -56,6 +56,21 @@ TEST(RootPanels, AFrameShowsWhatIsEnlarged) {
   EXPECT_GT(narrow.frame.x[1] - narrow.frame.x[0], 0.1);
 }
 
+TEST(RootPanels, TheAxesSayWhereTheirRootsLieInThePlane) {
+  const pictures::DrawnFilter filter = drawn("butterworth", "bandpass", 4, {59, 61});
+  const RootPanel panel = poles_panel({filter});
+  ASSERT_GT(panel.unit, 1.0);
+  const pictures::Curve &poles = panel.filters[0].poles;
+  ASSERT_THAT(poles.x, SizeIs(4));
+  for (std::size_t i = 0; i < poles.x.size(); ++i) {
+    const analysis::Complex z =
+        panel.origin + analysis::Complex(poles.x[i], poles.y[i]) / panel.unit;
+    EXPECT_THAT(filter.roots.poles,
+                testing::Contains(testing::Truly(
+                    [&](const analysis::Complex &pole) { return std::abs(pole - z) < 1e-14; })));
+  }
+}
+
 TEST(RootPanels, TheTitleSaysWhichPolesAreEnlarged) {
   EXPECT_EQ(poles_panel({drawn("butterworth", "lowpass", 6, {3000})}).title,
             "Poles enlarged, upper half plane");

@@ -117,10 +117,11 @@ export function radiusText(radius: number): string {
   return significant(radius, 5);
 }
 
-function farthest(roots: Curve): number {
+function farthest(roots: Curve, { origin: [real, imaginary], unit }: RootPanel): number {
   let largest = 0;
   roots.x.forEach((x, index) => {
-    largest = Math.max(largest, Math.hypot(x, roots.y[index] ?? 0));
+    const y = roots.y[index] ?? NaN;
+    largest = Math.max(largest, Math.hypot(real + x / unit, imaginary + y / unit));
   });
   return largest;
 }
@@ -129,7 +130,7 @@ export function rootWords(panel: RootPanel): string {
   const filters = panel.filters.map(({ zeros, poles }, index) => {
     const name = panel.filters.length > 1 ? `${'AB'[index]}: ` : '';
     const text = words.roots(zeros.x.length, poles.x.length);
-    return `${name}${text}${poles.x.length ? `, ${words.farthest(radiusText(farthest(poles)))}` : ''}`;
+    return `${name}${text}${poles.x.length ? `, ${words.farthest(radiusText(farthest(poles, panel)))}` : ''}`;
   });
   return `${panel.title}: ${filters.join('; ')}`;
 }

@@ -91,7 +91,10 @@ export class RootPanel implements Picture {
 
   head(answer: LiveAnswer): { title: string; note: string } {
     const panel = answer.panels[this.#name];
-    return { title: panel?.title ?? strings.pictures.panels[this.#name], note: '' };
+    return {
+      title: panel?.title ?? strings.pictures.panels[this.#name],
+      note: panel ? `${panel.x.label}, ${panel.y.label}` : '',
+    };
   }
 
   redraw(): void {
@@ -226,7 +229,8 @@ export class RootPanel implements Picture {
 
   #say(): void {
     const mark = this.#read === undefined ? undefined : this.#marks[this.#read];
-    this.#reading.textContent = mark && this.#answer ? textOf(mark, this.#answer) : '';
+    this.#reading.textContent =
+      mark && this.#answer && this.#panel ? textOf(mark, this.#panel, this.#answer) : '';
   }
 
   #key(event: KeyboardEvent): void {
@@ -248,25 +252,30 @@ export class RootPanel implements Picture {
 }
 
 /** All roots within the axes, by angle: conjugates follow each other. */
-function marksOf({ filters, x, y }: Shown): Mark[] {
+function marksOf({ filters, x, y, origin: [real, imaginary], unit }: Shown): Mark[] {
   const marks: Mark[] = [];
   const add = (kind: Mark['kind'], filter: number, roots: Curve) =>
-    roots.x.forEach((real, index) => {
-      const imaginary = roots.y[index] ?? NaN;
-      if (real >= x.low && real <= x.high && imaginary >= y.low && imaginary <= y.high)
-        marks.push({ kind, filter, x: real, y: imaginary });
+    roots.x.forEach((right, index) => {
+      const up = roots.y[index] ?? NaN;
+      if (right >= x.low && right <= x.high && up >= y.low && up <= y.high)
+        marks.push({ kind, filter, x: right, y: up });
     });
   filters.forEach(({ zeros, poles }, filter) => {
     add('zero', filter, zeros);
     add('pole', filter, poles);
   });
-  const angle = (mark: Mark) => Math.abs(Math.atan2(mark.y, mark.x));
+  const angle = (mark: Mark) =>
+    Math.abs(Math.atan2(imaginary + mark.y / unit, real + mark.x / unit));
   return marks.sort((a, b) => a.filter - b.filter || angle(a) - angle(b));
 }
 
-function textOf({ kind, filter, x, y }: Mark, { design, other }: LiveAnswer): string {
+function textOf(
+  { kind, filter, x, y }: Mark,
+  { origin: [real, imaginary], unit }: Shown,
+  { design, other }: LiveAnswer,
+): string {
   const { samplerate } = filter === 0 || !other ? design : other;
-  const { radius, frequency } = rootAt(x, y, samplerate);
+  const { radius, frequency } = rootAt(real + x / unit, imaginary + y / unit, samplerate);
   const name = other ? `${'AB'[filter]}: ` : '';
   return name + strings.pictures.root(kind, radiusText(radius), frequencyText(frequency, 5));
 }

@@ -95,6 +95,10 @@ export interface RootPanel {
   readonly title: string;
   readonly x: Axis;
   readonly y: Axis;
+  /** The point of the plane that is 0 on both axes. */
+  readonly origin: readonly [real: number, imaginary: number];
+  /** How long 1 is on the axes. */
+  readonly unit: number;
   readonly circle: Curve;
   /** Around what the other panel enlarges. */
   readonly frame: Curve;

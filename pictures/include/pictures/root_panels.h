@@ -29,6 +29,8 @@ struct MultiplicityLabel {
 struct RootPanel {
   std::string title;
   LabelledAxis real, imaginary;
+  analysis::Complex origin; /**< the point of the plane that is 0 on both axes */
+  double unit = 1.0;        /**< how long 1 is on the axes */
   Curve unit_circle;
   Curve frame;                     /**< around what the other panel enlarges; empty in that one */
   std::vector<ShownRoots> filters; /**< as many as were given, in their order */

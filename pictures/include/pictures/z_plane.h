@@ -42,6 +42,12 @@ class ZPlaneView {
   /** @return a point in the units of the axes. */
   analysis::Complex seen(const analysis::Complex &z) const { return (z - origin_) * unit(); }
 
+  /** @return the point of the plane that is 0 on both axes. */
+  const analysis::Complex &origin() const { return origin_; }
+
+  /** @return how long 1 is on the axes. */
+  double unit() const;
+
   Axis real_axis() const { return axis(seen(square_.centre).real()); }
   Axis imaginary_axis() const { return axis(seen(square_.centre).imag()); }
 
@@ -54,7 +60,6 @@ class ZPlaneView {
   Curve unit_circle() const;
 
  private:
-  double unit() const;
   Axis axis(double middle) const;
   std::string label(const std::string &part, double origin) const;
 
