@@ -226,6 +226,8 @@ Range Designer::range(const std::string &attribute) const {
 
 Settings Designer::fresh() {
   Settings settings;
+  // The default cutoff is a fraction of the rate.
+  host_.set_samplerate(audio_samplerate);
   // A name of its own leaves the free ones to the boxes that are designed.
   const patchbay::Box box = host_.make(fmt::format("{} name: fresh", class_name));
   for (const AttributeInfo &attribute : attributes_)

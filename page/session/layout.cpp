@@ -14,7 +14,7 @@ Answer layout(designer::Designer &designer, const Request &request) {
   if (flag_in(request, "as_published")) wanted.arrangement = layouts::Arrangement::published;
   if (flag_in(request, "anyway")) wanted.noisy = layouts::Noisy::written;
   layouts::check(wanted, target);
-  const designer::Settings settings = settings_at_audio_rate(request, "settings");
+  const designer::Settings settings = settings_at_audio_rate(designer, request, "settings");
   wanted.command = layouts::export_command(target, setting_words(designer, settings), wanted);
   const designer::Design design = designer.design(layouts::with_sections(settings));
   const layouts::File file = layouts::write(design, target, wanted);

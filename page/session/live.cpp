@@ -17,13 +17,14 @@ using text::Json;
 Json design_of(designer::Designer &designer, const designer::Design &design, const Request &request,
                const char *member) {
   std::vector<std::string> command{"veltane", "design"};
-  for (std::string &word : setting_words(designer, settings_at_audio_rate(request, member)))
+  for (std::string &word :
+       setting_words(designer, settings_at_audio_rate(designer, request, member)))
     command.push_back(std::move(word));
   return {{"title", designer::title(design)},
           {"settings", json(design.settings)},
           {"samplerate", design.samplerate},
           {"remarks", design.remarks},
-          {"out_of_use", designer.out_of_use(settings_in(request, member))},
+          {"out_of_use", designer.out_of_use(settings_in(designer, request, member))},
           {"dictionary", json(design.dictionary)},
           {"command", command}};
 }

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "designer/command_words.h"
+#include "designer/names.h"
 #include "designer/refusal.h"
 #include "designer/saved_design.h"
 
@@ -36,6 +37,12 @@ void follow_audio(designer::Designer &designer, const Request &request) {
   designer.set_audio_rate(rate);
 }
 
+bool has_one_cutoff(const designer::Settings &settings) {
+  if (!settings.has("response")) return true;
+  const auto response = designer::response_named(settings.text("response"));
+  return response && !analysis::has_two_edges(*response);
+}
+
 bool gives_rate(const designer::Settings &settings) {
   const designer::Values *rate = settings.find("samplerate");
   return rate != nullptr && designer::number_in(rate->front()).value_or(0) >= 1;
@@ -65,20 +72,25 @@ bool flag_in(const Request &request, const char *member) {
   return request.value(member, text::Json(false)) == text::Json(true);
 }
 
-designer::Settings settings_in(const Request &request, const char *member) {
-  const auto found = request.find(member);
-  if (found == request.end()) return {};
-  return designer::parse_settings(found->dump(), "the request");
+designer::Settings settings_in(designer::Designer &designer, const Request &request,
+                               const char *member) {
+  designer::Settings settings;
+  if (const auto found = request.find(member); found != request.end())
+    settings = designer::parse_settings(found->dump(), "the request");
+  if (has(request, "audio_rate") && !settings.has("frequency") && has_one_cutoff(settings))
+    settings.set("frequency", *designer.fresh().find("frequency"));
+  return settings;
 }
 
 designer::Design design_in(designer::Designer &designer, const Request &request,
                            const char *member) {
   follow_audio(designer, request);
-  return designer.design(settings_in(request, member));
+  return designer.design(settings_in(designer, request, member));
 }
 
-designer::Settings settings_at_audio_rate(const Request &request, const char *member) {
-  designer::Settings settings = settings_in(request, member);
+designer::Settings settings_at_audio_rate(designer::Designer &designer, const Request &request,
+                                          const char *member) {
+  designer::Settings settings = settings_in(designer, request, member);
   if (has(request, "audio_rate") && !gives_rate(settings))
     settings.set("samplerate", {number_in(request, "audio_rate")});
   return settings;

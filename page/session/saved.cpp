@@ -21,7 +21,7 @@ Answer open(designer::Designer &designer, const Request &request) {
 }
 
 Answer document(designer::Designer &designer, const Request &request) {
-  const designer::Settings settings = settings_at_audio_rate(request, "settings");
+  const designer::Settings settings = settings_at_audio_rate(designer, request, "settings");
   std::vector<std::string> command{"veltane", "design", "--format", "json"};
   for (std::string &word : setting_words(designer, settings)) command.push_back(std::move(word));
   Answer answer;

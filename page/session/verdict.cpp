@@ -34,7 +34,7 @@ text::Json json(designer::Designer &designer, const verdict::Finding &finding) {
 }  // namespace
 
 Answer verdict_on(designer::Designer &designer, const Request &request) {
-  const designer::Settings wanted = settings_at_audio_rate(request, "settings");
+  const designer::Settings wanted = settings_at_audio_rate(designer, request, "settings");
   std::set<std::string> typed;
   for (const auto &[name, values] : wanted) typed.insert(name);
   const verdict::Verdict verdict = verdict::judge(verdict::new_filter(designer, wanted, typed));
@@ -50,7 +50,8 @@ Answer verdict_on(designer::Designer &designer, const Request &request) {
 }
 
 Answer lower_order(designer::Designer &designer, const Request &request) {
-  const auto order = verdict::lower_order(designer, settings_at_audio_rate(request, "settings"));
+  const auto order =
+      verdict::lower_order(designer, settings_at_audio_rate(designer, request, "settings"));
   Answer answer;
   answer.document["order"] = order ? text::Json(*order) : text::Json(nullptr);
   return answer;

@@ -102,6 +102,17 @@ TEST_F(SessionTest, TheRateFollowsTheAudio) {
   EXPECT_EQ(ask("live", live(butterworth, {})).document.at("design").at("samplerate"), 48000);
 }
 
+TEST_F(SessionTest, ACutoffStaysWhereItIsWhenAudioIsSwitchedOn) {
+  Json request = live(Json::object(), {});
+  const Json before = ask("live", request).document.at("design");
+  request["audio_rate"] = 44100;
+  const Json design = ask("live", request).document.at("design");
+  EXPECT_EQ(design.at("settings").at("frequency"), before.at("settings").at("frequency"));
+  EXPECT_EQ(design.at("command"), Json({"veltane", "design", "--samplerate", "44100"}));
+  EXPECT_EQ(ask("describe").document.at("fresh").at("frequency"),
+            before.at("settings").at("frequency"));
+}
+
 TEST_F(SessionTest, ADocumentOpensAgain) {
   const std::string text = ask("document", {{"settings", butterworth}}).document.at("text");
   const Json opened = ask("open", {{"text", text}, {"name", "a.json"}}).document;

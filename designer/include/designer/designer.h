@@ -47,7 +47,7 @@ class Designer {
    *  `audio_samplerate` at first. */
   void set_audio_rate(double rate) { audio_rate_ = rate; }
 
-  /** @return the settings of a box created without any; its name is not a free one. */
+  /** @return the settings of a box created without any, at `audio_samplerate`; its name is not a free one. */
   Settings fresh();
 
   /**
