@@ -242,9 +242,12 @@ TEST_F(Modules, GivePropertiesToTheAttributesOfAClass) {
 
 int linked_starts = 0;
 
+void *make_nothing(t_symbol *, t_long, t_atom *) { return nullptr; }
+
 void linked_main() {
   ++linked_starts;
-  class_register(common_symbols->box, class_new("linked", nullptr, nullptr, sizeof(t_object),
+  common_symbols_init();
+  class_register(common_symbols->box, class_new("linked", make_nothing, nullptr, sizeof(t_object),
                                                 nullptr, ARGS_VARIABLE, 0));
 }
 
