@@ -109,7 +109,7 @@ export function compare(app: App): HTMLElement {
   const pinning = button(words.pin, () => pin(app));
   const swapping = button(words.swap, () => swap(app));
   const unpinning = button(words.unpin, () => unpin(app));
-  const titles = element('dl', { class: 'compared' });
+  const titles = element('div');
   const settings = element('div');
   const measures = element('div');
   const made = element(
@@ -134,10 +134,14 @@ export function compare(app: App): HTMLElement {
 
   const showDesigns = (design: Design, other: Design) => {
     titles.replaceChildren(
-      element('dt', {}, 'A'),
-      element('dd', {}, design.title),
-      element('dt', {}, 'B'),
-      element('dd', {}, other.title),
+      element(
+        'dl',
+        { class: 'compared' },
+        element('dt', {}, 'A'),
+        element('dd', {}, design.title),
+        element('dt', {}, 'B'),
+        element('dd', {}, other.title),
+      ),
     );
     const rows = settingRows(app, design, other);
     settings.replaceChildren(
@@ -151,7 +155,7 @@ export function compare(app: App): HTMLElement {
     swapping.disabled = unpinning.disabled = !other;
     pinning.textContent = other ? words.pinAgain : words.pin;
     if (!other || !shown?.other) {
-      titles.replaceChildren(element('dd', { class: 'quiet' }, words.howTo));
+      titles.replaceChildren(element('p', { class: 'quiet' }, words.howTo));
       settings.replaceChildren();
       measures.replaceChildren();
       return;

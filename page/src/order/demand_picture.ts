@@ -41,7 +41,10 @@ export interface Levels {
 
 export class DemandPicture {
   readonly element = element('div', { class: 'plot' });
-  readonly #image = element('div', { role: 'img' });
+  readonly #image = element('div', {
+    role: 'img',
+    'aria-label': strings.order.title,
+  });
   readonly #surface = element('div', { class: 'surface' });
   readonly #chart: Chart;
   readonly #handles: Handles;
