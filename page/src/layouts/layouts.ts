@@ -34,7 +34,12 @@ export function layouts(app: App): HTMLElement {
     const label = element('label', { class: 'switch' }, input, words.options[option]);
     return { option, input, label };
   });
-  const text = element('pre', { class: 'layout-file', role: 'region', tabindex: '0', 'aria-label': words.file });
+  const text = element('pre', {
+    class: 'layout-file',
+    role: 'region',
+    tabindex: '0',
+    'aria-label': words.file,
+  });
   const remarks = element('ul', { class: 'layout-remarks' });
   const command = commandLine(app);
   const copy = copyButton(app, words.copy, words.file, () => text.textContent ?? '');
