@@ -7,9 +7,9 @@ import { begin, textOf } from './steps.js';
 
 void test('comparing', async (t) => {
   const page = await open(t);
-  await page.click('#tab-compare');
+  await page.locator('#tab-compare').click();
   /** @param {string} label */
-  const press = (label) => page.click(`#panel-compare ::-p-text(${label})`);
+  const press = (label) => page.locator(`#panel-compare ::-p-text(${label})`).click();
   const state = () => page.evaluate(() => window.veltane.store.state.value);
   const bothShown = () =>
     page.waitForFunction(() => {

@@ -31,8 +31,8 @@ void test('starting points', async (t) => {
 
   await t.test('are sound filters', async () => {
     for (const [index, name] of names.entries()) {
-      await page.click('header button[popovertarget]');
-      await page.click(`.starting-menu li:nth-child(${index + 1}) button`);
+      await page.locator('header button[popovertarget]').click();
+      await page.locator(`.starting-menu li:nth-child(${index + 1}) button`).click();
       assert.equal(await page.$('.starting-menu:popover-open'), null);
       await designed(page);
       const { problems, title, remarks } = await page.evaluate(async () => {
@@ -49,8 +49,8 @@ void test('starting points', async (t) => {
   await t.test('do what they say', async () => {
     /** @param {string} name @param {number[]} frequencies @returns levels in dB */
     const levels = async (name, frequencies) => {
-      await page.click('header button[popovertarget]');
-      await page.click(`.starting-menu ::-p-text(${name})`);
+      await page.locator('header button[popovertarget]').click();
+      await page.locator(`.starting-menu ::-p-text(${name})`).click();
       await designed(page);
       const { cascade, samplerate } = await page.evaluate(() => {
         const design = window.veltane.shown.value?.design;
@@ -86,7 +86,7 @@ void test('starting points', async (t) => {
 
 void test('starting points are taken with one click, and not shown with an address', async (t) => {
   const page = await open(t);
-  await page.click('.first-visit li:nth-child(3) button');
+  await page.locator('.first-visit li:nth-child(3) button').click();
   const box = await boxSettings(page);
   assert.deepEqual([box.response, box.frequency], [['bandpass'], [300, 3400]]);
   const linked = await open(t, { hash: '#order=4' });

@@ -24,12 +24,12 @@ void test('the inspector', async (t) => {
       if (name === 'stopband_attenuation') await begin(page);
       if (properties.enumvals) {
         for (const choice of properties.enumvals.filter((value) => value !== 'radians')) {
-          await page.click(`${field(name)}[value="${choice}"]`);
+          await page.locator(`${field(name)}[value="${choice}"]`).click();
           assert.deepEqual((await boxSettings(page))[name], [choice]);
         }
       } else if (properties.style?.[0] === 'onoff') {
         const before = Number((await boxSettings(page))[name]?.[0]);
-        await page.click(field(name));
+        await page.locator(field(name)).click();
         assert.deepEqual((await boxSettings(page))[name], [1 - before]);
       } else {
         const typed =
@@ -116,7 +116,7 @@ void test('the inspector', async (t) => {
     await designed(page);
     assert.match(await textOf(page, '#remark-frequency'), /23997.6 Hz is used/);
     await begin(page);
-    await page.click(`${field('units')}[value="radians"]`);
+    await page.locator(`${field('units')}[value="radians"]`).click();
     await page.waitForFunction(() => window.veltane.refusal.value !== '');
     assert.match(await textOf(page, '#remark-units'), /radians/);
   });
@@ -164,14 +164,14 @@ void test('the inspector', async (t) => {
     await page.mouse.move(box.x + 5 * box.width, middle, { steps: 5 });
     await page.mouse.up();
     assert.deepEqual((await boxSettings(page)).order, [200]);
-    await page.click('header button[title^="Undo"]');
+    await page.locator('header button[title^="Undo"]').click();
     assert.deepEqual((await boxSettings(page)).order, [5], 'a drag is one step');
     for (const part of [0.4, 0.7]) {
       await page.mouse.move(box.x + part * box.width, middle);
       await page.mouse.down();
       await page.mouse.up();
     }
-    await page.click('header button[title^="Undo"]');
+    await page.locator('header button[title^="Undo"]').click();
     const [first] = (await boxSettings(page)).order ?? [];
     assert.ok(Number(first) > 5 && Number(first) < 20, `${first} after the first of two drags`);
     await begin(page);
@@ -206,13 +206,13 @@ void test('the inspector', async (t) => {
       );
     await begin(page, { frequency: [1000] });
     assert.deepEqual(await shownFields(), ['1000']);
-    await page.click(`${field('response')}[value="bandpass"]`);
+    await page.locator(`${field('response')}[value="bandpass"]`).click();
     await designed(page);
     assert.deepEqual(await shownFields(), ['1000', '2000']);
     await page.focus(sliderOf('Cutoff Frequencies, lower'));
     await page.keyboard.press('End');
     assert.deepEqual((await boxSettings(page)).frequency, [1000, 2000]);
-    await page.click(`${field('response')}[value="highpass"]`);
+    await page.locator(`${field('response')}[value="highpass"]`).click();
     await designed(page);
     assert.deepEqual(await shownFields(), ['1000']);
     assert.equal(await textOf(page, '#remark-frequency'), '');
@@ -224,7 +224,7 @@ void test('the inspector', async (t) => {
       ['chebyshev-2', true, false],
       ['butterworth', true, true],
     ])) {
-      await page.click(`${field('topology')}[value="${topology}"]`);
+      await page.locator(`${field('topology')}[value="${topology}"]`).click();
       await designed(page);
       const isDisabled = (/** @type {string} */ name) =>
         page.$eval(field(name), (found) => /** @type {HTMLInputElement} */ (found).disabled);
@@ -270,7 +270,7 @@ void test('a new attribute appears by itself', async (t) => {
     found.map((one) => one.getAttribute('role') ?? one.tagName),
   );
   assert.deepEqual(labels, ['group', 'INPUT', 'slider']);
-  await page.click(`${field('shape')}[value="flat"]`);
+  await page.locator(`${field('shape')}[value="flat"]`).click();
   assert.deepEqual(await page.evaluate(() => window.veltane.settings().shape), ['flat']);
 });
 
@@ -283,7 +283,7 @@ void test('groups stay as they are folded', async (t) => {
         .map((group) => group.querySelector('summary')?.textContent),
     );
   assert.deepEqual(await folded(), ['Dictionary']);
-  await page.click('#inspector details:nth-of-type(2) > summary');
+  await page.locator('#inspector details:nth-of-type(2) > summary').click();
   await page.evaluate(() => new Promise((done) => setTimeout(done, 50)));
   await page.reload();
   await page.waitForFunction(() => 'veltane' in window && window.veltane.shown.value);
@@ -317,9 +317,9 @@ void test('undo and redo', async (t) => {
   await control('z');
   assert.equal(await order(), 8, 'the field takes back what was typed in it');
   await page.keyboard.press('Escape');
-  await page.click('header button[title^="Undo"]');
+  await page.locator('header button[title^="Undo"]').click();
   assert.equal(await order(), 6);
-  await page.click('header button[title^="Redo"]');
+  await page.locator('header button[title^="Redo"]').click();
   assert.equal(await order(), 8);
   assert.ok(await page.$eval('header button[title^="Redo"]', (b) => b.matches(':disabled')));
 });

@@ -66,7 +66,7 @@ void test('saved designs', async (t) => {
   await t.test('are saved, and opened by dropping them', async () => {
     await begin(page, settings);
     const box = await boxSettings(page);
-    await page.click('#inspector button[title^="Save"]');
+    await page.locator('#inspector button[title^="Save"]').click();
     const file = await saved(folder);
     assert.equal(file.name, 'bandpass_300_25_3400.json');
     const { command, dictionary } =
@@ -86,7 +86,7 @@ void test('saved designs', async (t) => {
       await page.evaluate(() => window.veltane.store.state.value.settings),
       settings,
     );
-    await page.click('header button[title^="Undo"]');
+    await page.locator('header button[title^="Undo"]').click();
     assert.deepEqual((await boxSettings(page)).order, [5]);
   });
 
@@ -96,7 +96,7 @@ void test('saved designs', async (t) => {
     await writeFile(name, '{"settings": {"order": 12, "topology": "butterworth"}}');
     const [chooser] = await Promise.all([
       page.waitForFileChooser(),
-      page.click('#inspector button[title^="Open"]'),
+      page.locator('#inspector button[title^="Open"]').click(),
     ]);
     await chooser.accept([name]);
     await page.waitForFunction(() => window.veltane.settings().order?.[0] === 12);
@@ -141,7 +141,7 @@ void test('the command makes the same', async (t) => {
     frequency: [48, 52],
   });
   const copied = await catchCopies(page);
-  await page.click('#inspector .command-line button');
+  await page.locator('#inspector .command-line button').click();
   assert.equal(
     await copied(),
     'veltane design --topology chebyshev-1 --response bandstop --order 8 --frequency 48 52',

@@ -37,7 +37,7 @@ void test('an address is a filter', async (t) => {
     await page.waitForFunction(() => location.hash === '');
     await go(page, hash);
     assert.deepEqual(await page.evaluate(() => window.veltane.store.state.value), state);
-    await page.click('header button[title^="Undo"]');
+    await page.locator('header button[title^="Undo"]').click();
     assert.deepEqual(await page.evaluate(() => window.veltane.store.state.value.settings), {});
   });
 
@@ -72,7 +72,7 @@ void test('an address is a filter', async (t) => {
   await t.test('is copied as it is', async () => {
     await begin(page, { order: [9] });
     const copied = await catchCopies(page);
-    await page.click('header button[title*="link"]');
+    await page.locator('header button[title*="link"]').click();
     assert.match(await copied(), /^file:.*#order=9$/);
   });
 });
@@ -109,7 +109,7 @@ void test('wrong addresses', async (t) => {
     await go(page, '#order=8&topology=bessel');
     assert.deepEqual((await boxSettings(page)).order, [8]);
     assert.match(await textOf(page, '.notice p'), /topology=bessel$/);
-    await page.click('.notice button');
+    await page.locator('.notice button').click();
     assert.equal(await textOf(page, '.notice p'), '');
   });
 

@@ -94,7 +94,7 @@ async function choose(page, { signal, through, match, volume }) {
 
 /** @param {Page} page */
 async function start(page) {
-  await page.click('.listen-start');
+  await page.locator('.listen-start').click();
   await page.waitForFunction(() => window.veltane.audioRate.value !== undefined);
 }
 

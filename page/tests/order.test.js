@@ -17,7 +17,7 @@ async function openWith(t, settings) {
     window.veltane.store.replace(given);
     window.veltane.store.settle();
   }, settings);
-  await page.click('#tab-order');
+  await page.locator('#tab-order').click();
   await page.waitForSelector('.order tbody tr');
   await settle(page);
   return page;
@@ -186,7 +186,7 @@ test('one click takes a candidate, in one step to undo', async (t) => {
   await type(page, 'Attenuation (dB)', 90);
   const row = (await rowsIn(page)).find(({ cells }) => cells[0] === 'butterworth');
   const demand = await demandIn(page);
-  await page.click('.order button[aria-label^="Take butterworth"]');
+  await page.locator('.order button[aria-label^="Take butterworth"]').click();
   await page.waitForFunction(
     () => window.veltane.shown.value?.design.settings['topology']?.[0] === 'butterworth',
   );

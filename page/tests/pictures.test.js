@@ -313,11 +313,11 @@ test('a linear axis and a wrapped phase', async (t) => {
 
 test('a closed panel is not asked for, and stays closed', async (t) => {
   const page = await openWith(t, lowpass);
-  await page.click('.picture[data-panel="delay"] button[aria-label^="Close"]');
+  await page.locator('.picture[data-panel="delay"] button[aria-label^="Close"]').click();
   await settle(page);
   const delay = () => page.evaluate(() => window.veltane.shown.value?.panels.delay === undefined);
   assert.ok(await delay());
-  await page.click('.picture[data-panel="impulse"] button[aria-label^="Enlarge"]');
+  await page.locator('.picture[data-panel="impulse"] button[aria-label^="Enlarge"]').click();
   await page.reload();
   await page.waitForSelector('.picture[data-panel="impulse"].enlarged');
   assert.equal(await page.$('.picture[data-panel="delay"]:not([hidden])'), null);

@@ -16,7 +16,7 @@ async function dictionary(page) {
 
 void test('the dictionary', async (t) => {
   const page = await open(t);
-  await page.click('#tab-published');
+  await page.locator('#tab-published').click();
   const copied = await catchCopies(page);
   const keys = () =>
     page.$$eval('.entry .heading code', (all) => all.map((one) => one.textContent));
@@ -49,12 +49,12 @@ void test('the dictionary', async (t) => {
   await t.test('is copied, all of it or one key', async () => {
     await begin(page, { order: [30], response: ['bandpass'] });
     const published = await dictionary(page);
-    await page.click('#panel-published button[title*="dictionary"]');
+    await page.locator('#panel-published button[title*="dictionary"]').click();
     assert.deepEqual(
       Object.entries(/** @type {Record<string, unknown>} */ (parsed(await copied()))),
       published,
     );
-    await page.click('#panel-published button[title*="cascade"]');
+    await page.locator('#panel-published button[title*="cascade"]').click();
     const cascade = published.find(([key]) => key === 'cascade')?.[1];
     assert.deepEqual(parsed(await copied()), cascade);
   });
@@ -63,7 +63,7 @@ void test('the dictionary', async (t) => {
     const rows = () =>
       page.$eval('.entry:last-child pre', (pre) => (pre.textContent ?? '').split('\n').length);
     assert.equal(await rows(), 13);
-    await page.click('.entry:last-child > button');
+    await page.locator('.entry:last-child > button').click();
     assert.equal(await rows(), 31);
     await begin(page, { order: [29], response: ['bandpass'] });
     assert.equal(await rows(), 30, 'and keeps them as the user has them');
@@ -71,12 +71,12 @@ void test('the dictionary', async (t) => {
 
   await t.test('is not written where it is not seen', async () => {
     const numbers = () => textOf(page, '.dictionary .entry:last-child pre');
-    await page.click('#tab-layouts');
+    await page.locator('#tab-layouts').click();
     const before = await numbers();
     await page.evaluate(() => new Promise((done) => setTimeout(done, 100)));
     await begin(page, { order: [3] });
     assert.equal(await numbers(), before);
-    await page.click('#tab-published');
+    await page.locator('#tab-published').click();
     await page.waitForFunction(
       (text) => document.querySelector('.dictionary .entry:last-child pre')?.textContent !== text,
       {},
@@ -91,7 +91,7 @@ void test('the layouts', async (t) => {
   const page = await open(t, { hash: '#order=6&frequency=440' });
   const client = await page.createCDPSession();
   await client.send('Browser.setDownloadBehavior', { behavior: 'allow', downloadPath: folder });
-  await page.click('#tab-layouts');
+  await page.locator('#tab-layouts').click();
   const settings = { order: [6], frequency: [440] };
   const targets = await page.evaluate(() => window.veltane.description.targets);
 
@@ -142,11 +142,11 @@ void test('the layouts', async (t) => {
   await t.test('take the options of the command', async () => {
     await page.select('#layout-target', 'c');
     for (const option of ['normalise', 'as_published', 'anyway']) {
-      await page.click(`#panel-layouts input[name="${option}"]`);
+      await page.locator(`#panel-layouts input[name="${option}"]`).click();
       await becomes(await answered('c', { [option]: true }));
       const command = await textOf(page, '#panel-layouts .command');
       assert.ok(command.includes(option.replace('_', '-')), command);
-      await page.click(`#panel-layouts input[name="${option}"]`);
+      await page.locator(`#panel-layouts input[name="${option}"]`).click();
     }
     await becomes(await answered('c'));
   });
@@ -156,9 +156,9 @@ void test('the layouts', async (t) => {
     await page.select('#layout-target', 'scipy');
     const expected = await answered('scipy');
     await becomes(expected);
-    await page.click('#panel-layouts .row button:nth-of-type(1)');
+    await page.locator('#panel-layouts .row button:nth-of-type(1)').click();
     assert.equal(await copied(), expected);
-    await page.click('#panel-layouts .row button:nth-of-type(2)');
+    await page.locator('#panel-layouts .row button:nth-of-type(2)').click();
     for (let turn = 0; ; ++turn) {
       const text = await readFile(path.join(folder, 'lowpass_440.py'), 'utf8').catch(() => '');
       if (text === expected) break;

@@ -43,7 +43,8 @@ void test('a fresh box is sound', async (t) => {
 void test('facts are folded, in the words of the session', async (t) => {
   const page = await open(t);
   await headline(page, 'Sound');
-  await page.click('.verdict summary');
+  await page.locator('.verdict summary').click();
+  await page.waitForSelector('.facts tr');
   const shown = await page.$$eval('.facts tr', (rows) =>
     rows.map((row) => row.lastElementChild?.textContent),
   );
