@@ -29,10 +29,17 @@ designer::Settings combined(const designer::Settings &common, const Line &line) 
   designer::Settings settings = designer::parse_settings(line.text, "the line");
   for (const auto &[name, values] : common)
     if (!settings.has(name)) settings.set(name, values);
-  // The same name whichever worker designs it.
-  if (!settings.has("name"))
-    settings.set("name", designer::Values{fmt::format("u{}", line.number)});
   return settings;
+}
+
+designer::Design designed(designer::Designer &designer, const designer::Settings &common,
+                          const Line &line) {
+  const designer::Settings requested = combined(common, line);
+  designer::Design design = designer.design(requested);
+  // A name of its own, and the same one whichever worker designed it.
+  if (!requested.has("name"))
+    design.settings.set("name", designer::Values{fmt::format("u{}", line.number)});
+  return design;
 }
 
 class BatchOutput {
@@ -93,7 +100,7 @@ Result designed_line(designer::Designer &designer, const designer::Settings &com
                      const Line &line) {
   try {
     return {Outcome::designed,
-            layouts::design_line(line.number, designer.design(combined(common, line)))};
+            layouts::design_line(line.number, designed(designer, common, line))};
   } catch (const std::bad_alloc &) {
     throw;  // no fault of the line
   } catch (const std::exception &error) {

@@ -19,6 +19,10 @@ using patchbay::AttributeInfo;
 
 constexpr char class_name[] = "veltane";
 
+// The name is the one that a host gives to the first box without one. Each new name would stay in
+// the host for ever, and a designer may design for days.
+constexpr char box_text[] = "veltane name: u1";
+
 // What a box posts that had no memory to design.
 constexpr char no_memory[] = "out of memory";
 
@@ -143,7 +147,7 @@ class Designer::Box {
   // A box asks for the rate of the audio when it is made.
   patchbay::Box made() {
     host_.set_samplerate(audio_rate_);
-    return host_.make(class_name);
+    return host_.make(box_text);
   }
 
   void set(std::size_t index, const Values &given) {
@@ -228,8 +232,7 @@ Settings Designer::fresh() {
   Settings settings;
   // The default cutoff is a fraction of the rate.
   host_.set_samplerate(audio_samplerate);
-  // A name of its own leaves the free ones to the boxes that are designed.
-  const patchbay::Box box = host_.make(fmt::format("{} name: fresh", class_name));
+  const patchbay::Box box = host_.make(box_text);
   for (const AttributeInfo &attribute : attributes_)
     settings.set(attribute.name, host_.get(box, attribute.name));
   host_.free(box);
