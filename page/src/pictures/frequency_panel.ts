@@ -1,7 +1,7 @@
 // A panel over frequency.
 
 import { element } from '../dom.ts';
-import type { LiveAnswer, PanelName, ResponsePanel } from '../session/protocol.ts';
+import type { Axis, LiveAnswer, PanelName, ResponsePanel } from '../session/protocol.ts';
 import { strings } from '../strings.ts';
 import { frequencyWords, limitsReached } from './alternative.ts';
 import { Chart } from './chart.ts';
@@ -24,6 +24,11 @@ export type FrequencyPanelName = Extract<
   PanelName,
   'level' | 'passband' | 'phase' | 'delay' | 'difference' | 'sections'
 >;
+
+// The title says what the quantity is.
+function inUnit({ label }: Axis): string {
+  return label.slice(label.lastIndexOf(' in ') + 1);
+}
 
 export class FrequencyPanel implements Picture {
   readonly element = element('div', { class: 'plot' });
@@ -97,9 +102,12 @@ export class FrequencyPanel implements Picture {
     const panel = answer.panels[this.#name];
     if (!panel) return { title: strings.pictures.panels[this.#name], note: '' };
     const whole = this.#room.app.store.state.value.view.low === undefined;
-    const right = panel.right ? [strings.pictures.onTheRight(panel.right.label)] : [];
+    const right = panel.right ? [strings.pictures.onTheRight(inUnit(panel.right))] : [];
     const reached = whole ? limitsReached(panel) : [];
-    return { title: panel.title, note: [...reached, panel.y.label, ...right].join(' · ') };
+    return {
+      title: panel.title,
+      note: [...(reached.length > 0 ? reached : [inUnit(panel.y)]), ...right].join(' · '),
+    };
   }
 
   /** The surface lies over the inside of the axes. */
