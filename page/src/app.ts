@@ -18,17 +18,26 @@ export interface Shown extends LiveAnswer {
   readonly asked: Settings;
 }
 
+export interface Headline {
+  readonly kind: 'pending' | 'sound' | 'problem';
+  readonly text: string;
+}
+
 export interface App {
   readonly description: Description;
   /** Designs and curves, which are wanted at once. */
   readonly live: Session;
-  /** What may take longer: verdicts, layouts, estimates. */
+  /** What is asked for now and then: layouts, estimates, files. */
   readonly patient: Session;
+  /** Verdicts, which follow the filter, and take longest of all. */
+  readonly judge: Session;
   readonly store: Store;
   /** What was designed last; undefined before the first time. */
   readonly shown: Signal<Shown | undefined>;
   /** Why the settings were refused; empty if they were not. */
   readonly refusal: Signal<string>;
+  /** The verdict in a word or two. */
+  readonly headline: Signal<Headline>;
   /** What the user should know of an address or a file; stays until it is dismissed. */
   readonly notice: Signal<string>;
   /** The panels that are in sight. */

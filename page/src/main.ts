@@ -1,6 +1,6 @@
 // Puts the page together.
 
-import type { App, Counts, Shown } from './app.ts';
+import type { App, Counts, Headline, Shown } from './app.ts';
 import { compare } from './compare/compare.ts';
 import { element } from './dom.ts';
 import { firstVisit, startingMenu } from './first_visit/first_visit.ts';
@@ -68,8 +68,11 @@ function startFreshIfRefused(app: App): void {
 
 async function start(): Promise<void> {
   const module = await carriedModule(document.querySelector('#module')!);
-  const [live, patient] = await Promise.all([Session.start(module), Session.start(module)]);
+  const live = new Session(module);
   const description = await live.ask('describe', {});
+  // The first filter is shown before these are ready.
+  const patient = new Session(module);
+  const judge = new Session(module);
   const status = document.querySelector<HTMLElement>('#status')!;
   const address = readAddress(location.hash, description.attributes);
   const store = new Store(address.state, description.fresh);
@@ -77,9 +80,11 @@ async function start(): Promise<void> {
     description,
     live,
     patient,
+    judge,
     store,
     shown: new Signal<Shown | undefined>(undefined),
     refusal: new Signal(''),
+    headline: new Signal<Headline>({ kind: 'pending', text: strings.verdict.judging }),
     notice: new Signal(complaint(address)),
     panels: new Signal<readonly PanelName[]>([]),
     audioRate: new Signal<number | undefined>(undefined),

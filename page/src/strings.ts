@@ -209,6 +209,7 @@ export const strings = {
   verdict: {
     heading: 'Verdict',
     judging: 'Checking…',
+    showTitle: 'Shows the verdict',
     sound: 'Sound',
     problems: (count: number) => (count === 1 ? '1 problem' : `${count} problems`),
     noFilter: 'No filter',

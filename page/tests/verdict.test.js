@@ -143,3 +143,51 @@ void test('the headline is read out, and only when it changes', async (t) => {
     ['1 problem'],
   );
 });
+
+void test('a verdict that takes long waits until the dial rests', async (t) => {
+  const page = await open(t);
+  /** @param {number} order */
+  const askedInATurn = (order) =>
+    page.evaluate(async (wanted) => {
+      const { judge, store } = window.veltane;
+      const rest = (/** @type {number} */ ms) => new Promise((done) => setTimeout(done, ms));
+      store.merge({ order: [wanted], topology: ['butterworth'] });
+      await rest(1500);
+      let count = 0;
+      const ask = judge.ask.bind(judge);
+      judge.ask = (name, request) => {
+        if (name === 'verdict') ++count;
+        return ask(name, request);
+      };
+      for (let i = 0; i < 10; ++i) {
+        store.merge({ frequency: [3000 + i] });
+        await rest(100);
+      }
+      const during = count;
+      await rest(1500);
+      judge.ask = ask;
+      return { during, after: count };
+    }, order);
+  const quick = await askedInATurn(5);
+  assert.ok(quick.during >= 5, `${quick.during} verdicts on a filter of order 5`);
+  const slow = await askedInATurn(200);
+  assert.ok(slow.during <= 1 && slow.after > slow.during, JSON.stringify(slow));
+});
+
+void test('the headline at the top leads to a verdict that is out of sight', async (t) => {
+  const page = await open(t, { width: 1024 });
+  await begin(page, { frequency: [24000] });
+  await headline(page, '1 problem');
+  assert.equal(await page.$eval('.verdict', (one) => one.getBoundingClientRect().top > 900), true);
+  await page.locator('.top .verdict-headline').click();
+  assert.match(
+    await page.$eval('.top .verdict-headline', (one) => one.textContent ?? ''),
+    /1 prob/,
+  );
+  assert.equal(await page.$eval('#verdict-heading', (one) => one === document.activeElement), true);
+  const { top, bottom } = await page.$eval('#verdict-heading', (one) => {
+    const { top, bottom } = one.getBoundingClientRect();
+    return { top, bottom };
+  });
+  assert.ok(top > 0 && bottom < 900, `the heading stands at ${top}`);
+});

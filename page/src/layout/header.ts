@@ -5,6 +5,7 @@ import { copyButton } from '../clipboard.ts';
 import { element } from '../dom.ts';
 import { linkTo } from '../state/link.ts';
 import { strings } from '../strings.ts';
+import { headlineButton } from '../verdict/headline.ts';
 import { chosenTheme, themes } from '../theme.ts';
 
 const words = strings.header;
@@ -51,6 +52,7 @@ export function header(app: App, ...tools: HTMLElement[]): HTMLElement {
     { class: 'top' },
     element('h1', {}, strings.title),
     title,
+    headlineButton(app),
     element(
       'div',
       { class: 'top-tools', role: 'group', 'aria-label': words.tools },

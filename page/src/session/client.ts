@@ -15,36 +15,39 @@ declare const WORKER_CODE: string;
 export class Session {
   readonly #worker: Worker;
   readonly #waiting = new Map<number, Waiting>();
+  /** Rejects where the worker cannot work. */
+  readonly started: Promise<void>;
   #last = 0;
 
-  private constructor(worker: Worker) {
-    this.#worker = worker;
-    worker.addEventListener('message', ({ data }: MessageEvent<Answered>) => this.#take(data));
-  }
-
-  /** Starts a worker with a compiled module. */
-  static start(module: WebAssembly.Module): Promise<Session> {
+  /** @param module  compiled */
+  constructor(module: WebAssembly.Module) {
     const code = URL.createObjectURL(new Blob([WORKER_CODE], { type: 'text/javascript' }));
-    const worker = new Worker(code);
-    return new Promise((started, failed) => {
-      worker.addEventListener('error', (event) => failed(new Error(event.message)), { once: true });
-      worker.addEventListener(
+    this.#worker = new Worker(code);
+    this.started = new Promise((started, failed) => {
+      this.#worker.addEventListener('error', (event) => failed(new Error(event.message)), {
+        once: true,
+      });
+      this.#worker.addEventListener(
         'message',
         () => {
           URL.revokeObjectURL(code);
-          started(new Session(worker));
+          this.#worker.addEventListener('message', ({ data }: MessageEvent<Answered>) =>
+            this.#take(data),
+          );
+          started();
         },
         { once: true },
       );
-      worker.postMessage({ module } satisfies Start);
     });
+    this.#worker.postMessage({ module } satisfies Start);
   }
 
   /** Rejects with Refused where the request was wrong. */
-  ask<Name extends RequestName>(
+  async ask<Name extends RequestName>(
     name: Name,
     request: Requests[Name]['takes'],
   ): Promise<Requests[Name]['answers']> {
+    await this.started;
     const number = ++this.#last;
     return new Promise((answer, refuse) => {
       this.#waiting.set(number, { answer, refuse });

@@ -18,7 +18,7 @@ export class LowerOrder {
 
   constructor(app: App) {
     this.#latest = new Latest(
-      app.patient,
+      app.judge,
       'lower_order',
       ({ order }, request) => {
         if (order !== null && request === this.#wanted) this.#show({ order: [order] });
