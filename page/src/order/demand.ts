@@ -1,19 +1,15 @@
 // What a filter has to do: edges of its bands, ripple and attenuation.
 
+import type { EstimateRequest } from '../session/protocol.ts';
+
 export const responses = ['lowpass', 'highpass', 'bandpass', 'bandstop'] as const;
 
 export type Response = (typeof responses)[number];
 
 export type Band = 'passband' | 'stopband';
 
-export interface Demand {
+export interface Demand extends Omit<EstimateRequest, 'samplerate'> {
   readonly response: Response;
-  /** Edges in Hz, ascending: one, or two of a band. */
-  readonly passband: readonly number[];
-  readonly stopband: readonly number[];
-  /** In dB, above zero. */
-  readonly ripple: number;
-  readonly attenuation: number;
 }
 
 export interface Edge {

@@ -6,6 +6,7 @@ import { clipped, fillPolygon, strokeCurve, type Field } from '../pictures/strok
 import { themeOf, type Colours } from '../pictures/theme.ts';
 import type { Axis, Curve } from '../session/protocol.ts';
 import type { Signal } from '../state/signal.ts';
+import { layOver } from '../pictures/surface.ts';
 import { strings } from '../strings.ts';
 import { edgesOf, frequencyOf, spansOf, type Demand } from './demand.ts';
 import { Handles } from './handles.ts';
@@ -69,7 +70,7 @@ export class DemandPicture {
     new ResizeObserver(([entry]) => {
       if (!entry) return;
       this.#chart.resize(entry.contentRect.width, entry.contentRect.height);
-      this.#place();
+      layOver(this.#surface, this.#chart);
     }).observe(this.element);
   }
 
@@ -107,7 +108,7 @@ export class DemandPicture {
         this.#curves(field);
       },
     });
-    this.#place();
+    layOver(this.#surface, this.#chart);
     this.#handles.show(demand, { x, y, nyquist: this.#nyquist });
   }
 
@@ -130,16 +131,6 @@ export class DemandPicture {
     clipped(field, () => {
       if (present) strokeCurve(field, present, { colour: a, width: 1.5 });
       if (candidate) strokeCurve(field, candidate, { colour: b, width: 1.75, dash: [6, 4] });
-    });
-  }
-
-  #place(): void {
-    const { left, top, width, height } = this.#chart.inside;
-    Object.assign(this.#surface.style, {
-      left: `${left}px`,
-      top: `${top}px`,
-      width: `${width}px`,
-      height: `${height}px`,
     });
   }
 }

@@ -10,6 +10,7 @@ import { Cutoffs } from './cutoffs.ts';
 import { follow } from './gestures.ts';
 import { penOf, type Picture, type Room } from './picture.ts';
 import { placeOf } from './range.ts';
+import { layOver, Surface } from './surface.ts';
 import {
   clipped,
   fillPolygon,
@@ -35,8 +36,7 @@ export class FrequencyPanel implements Picture {
   readonly #name: FrequencyPanelName;
   readonly #room: Room;
   readonly #image = element('div', { role: 'img' });
-  readonly #surface: HTMLElement;
-  readonly #line = element('div', { class: 'crosshair', hidden: '' });
+  readonly #surface: Surface;
   readonly #chart: Chart;
   readonly #cutoffs: Cutoffs;
   #answer: LiveAnswer | undefined;
@@ -45,20 +45,14 @@ export class FrequencyPanel implements Picture {
     this.#name = name;
     this.#room = room;
     this.#image.setAttribute('aria-label', strings.pictures.panels[name]);
-    this.#surface = element('div', {
-      class: 'surface',
-      role: 'group',
-      tabindex: '0',
-      'aria-label': strings.pictures.surface(strings.pictures.panels[name]),
-    });
-    this.#surface.append(this.#line);
-    this.element.append(this.#image, this.#surface);
+    this.#surface = new Surface(strings.pictures.surface(strings.pictures.panels[name]));
+    this.element.append(this.#image, this.#surface.element);
     this.#chart = new Chart(this.#image, () => room.colours.value);
-    this.#cutoffs = new Cutoffs(room.app, this.#surface);
+    this.#cutoffs = new Cutoffs(room.app, this.#surface.element);
     follow({
       app: room.app,
       crosshair: room.crosshair,
-      element: this.#surface,
+      element: this.#surface.element,
       axis: () => this.#panel?.x,
     });
     room.crosshair.follow(() => this.#showCrosshair());
@@ -79,14 +73,14 @@ export class FrequencyPanel implements Picture {
       ...(right && { right }),
       paint: (field) => this.#paint(field),
     });
-    this.#place();
+    layOver(this.#surface.element, this.#chart);
     this.#cutoffs.show(answer, panel.x);
     this.#showCrosshair();
   }
 
   resize(width: number, height: number): void {
     this.#chart.resize(width, height);
-    this.#place();
+    layOver(this.#surface.element, this.#chart);
   }
 
   redraw(): void {
@@ -110,23 +104,10 @@ export class FrequencyPanel implements Picture {
     };
   }
 
-  /** The surface lies over the inside of the axes. */
-  #place(): void {
-    const { left, top, width, height } = this.#chart.inside;
-    const style = { left, top, width, height };
-    for (const [side, length] of Object.entries(style)) {
-      const text = `${length}px`;
-      if (this.#surface.style.getPropertyValue(side) !== text)
-        this.#surface.style.setProperty(side, text);
-    }
-  }
-
   #showCrosshair(): void {
     const { value } = this.#room.crosshair;
     const panel = this.#panel;
-    const place = value === undefined || !panel ? NaN : placeOf(panel.x, value);
-    this.#line.hidden = !(place >= 0 && place <= 1);
-    if (!this.#line.hidden) this.#line.style.left = `${place * 100}%`;
+    this.#surface.showLine(value === undefined || !panel ? undefined : placeOf(panel.x, value));
   }
 
   #paint(field: Field): void {

@@ -8,6 +8,7 @@ import { Chart } from './chart.ts';
 import { penOf, type Picture, type Room } from './picture.ts';
 import { significant, unitOf } from './quantities.ts';
 import { placeOf, valueAt } from './range.ts';
+import { layOver, Surface } from './surface.ts';
 import { nearestOn } from './reading.ts';
 import { clipped, strokeCurve, strokeHorizontal, strokeStems, type Field } from './strokes.ts';
 
@@ -18,8 +19,7 @@ export class TimePanel implements Picture {
   readonly #name: TimePanelName;
   readonly #room: Room;
   readonly #image = element('div', { role: 'img' });
-  readonly #surface: HTMLElement;
-  readonly #line = element('div', { class: 'crosshair', hidden: '' });
+  readonly #surface: Surface;
   readonly #reading = element('span', { class: 'reading' });
   readonly #chart: Chart;
   #panel: Shown | undefined;
@@ -30,24 +30,19 @@ export class TimePanel implements Picture {
     this.#name = name;
     this.#room = room;
     this.#image.setAttribute('aria-label', strings.pictures.panels[name]);
-    this.#surface = element('div', {
-      class: 'surface',
-      role: 'group',
-      tabindex: '0',
-      'aria-label': strings.pictures.timeSurface(strings.pictures.panels[name]),
-    });
-    this.#surface.append(this.#line);
-    this.element.append(this.#image, this.#surface, this.#reading);
+    this.#surface = new Surface(strings.pictures.timeSurface(strings.pictures.panels[name]));
+    const { element: surface } = this.#surface;
+    this.element.append(this.#image, surface, this.#reading);
     this.#chart = new Chart(this.#image, () => room.colours.value);
-    this.#surface.addEventListener('pointermove', (event) => {
-      const box = this.#surface.getBoundingClientRect();
+    surface.addEventListener('pointermove', (event) => {
+      const box = surface.getBoundingClientRect();
       const [curve] = this.#panel?.curves ?? [];
       if (!curve || !this.#panel) return;
       const place = (event.clientX - box.left) / box.width;
       this.#read(nearestOn(curve, valueAt(this.#panel.x, place)));
     });
-    this.#surface.addEventListener('pointerleave', () => this.#read(undefined));
-    this.#surface.addEventListener('keydown', (event) => this.#key(event));
+    surface.addEventListener('pointerleave', () => this.#read(undefined));
+    surface.addEventListener('keydown', (event) => this.#key(event));
   }
 
   draw(answer: LiveAnswer): void {
@@ -59,13 +54,13 @@ export class TimePanel implements Picture {
       y: panel.y,
       paint: (field) => this.#paint(field, panel),
     });
-    this.#place();
+    layOver(this.#surface.element, this.#chart);
     this.#read(this.#sample);
   }
 
   resize(width: number, height: number): void {
     this.#chart.resize(width, height);
-    this.#place();
+    layOver(this.#surface.element, this.#chart);
   }
 
   redraw(): void {
@@ -83,16 +78,6 @@ export class TimePanel implements Picture {
       title: panel?.title ?? strings.pictures.panels[this.#name],
       note: panel?.x.label ?? '',
     };
-  }
-
-  #place(): void {
-    const { left, top, width, height } = this.#chart.inside;
-    Object.assign(this.#surface.style, {
-      left: `${left}px`,
-      top: `${top}px`,
-      width: `${width}px`,
-      height: `${height}px`,
-    });
   }
 
   #paint(field: Field, panel: Shown): void {
@@ -113,10 +98,9 @@ export class TimePanel implements Picture {
     this.#sample = sample;
     const panel = this.#panel;
     const time = sample === undefined ? undefined : panel?.curves[0]?.x[sample];
-    this.#line.hidden = time === undefined;
+    this.#surface.showLine(panel && time !== undefined ? placeOf(panel.x, time) : undefined);
     this.#reading.textContent = '';
     if (!panel || time === undefined) return;
-    this.#line.style.left = `${placeOf(panel.x, time) * 100}%`;
     const values = panel.curves.map((curve, index) => {
       const nearest = nearestOn(curve, time);
       const value = significant(nearest === undefined ? NaN : (curve.y[nearest] ?? NaN), 5);

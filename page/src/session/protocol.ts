@@ -200,10 +200,10 @@ export interface Layout {
 
 export interface EstimateRequest {
   readonly response: string;
-  /** Edges in Hz, ascending. */
+  /** Edges in Hz, ascending: one, or two of a band. */
   readonly passband: readonly number[];
   readonly stopband: readonly number[];
-  /** In dB. */
+  /** In dB, above zero. */
   readonly ripple: number;
   readonly attenuation: number;
   readonly samplerate: number;
