@@ -99,8 +99,7 @@ bool wait_for(const Workers &workers, const LineReader *input) {
 Result designed_line(designer::Designer &designer, const designer::Settings &common,
                      const Line &line) {
   try {
-    return {Outcome::designed,
-            layouts::design_line(line.number, designed(designer, common, line))};
+    return {Outcome::designed, layouts::design_line(line.number, designed(designer, common, line))};
   } catch (const std::bad_alloc &) {
     throw;  // no fault of the line
   } catch (const std::exception &error) {
