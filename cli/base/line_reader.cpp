@@ -22,10 +22,10 @@ std::string sentence(const std::string &file, int error) {
 
 }  // namespace
 
-LineReader::LineReader(const std::string &file)
+LineReader::LineReader(const std::string &file, std::size_t first)
     : file_(file),
       descriptor_(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
-  current_.number = 1;
+  current_.number = first;
   if (descriptor_ < 0) throw designer::Refusal(sentence(file_, errno));
   struct stat status {};
   if (fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode))

@@ -10,7 +10,7 @@
 namespace cli {
 
 struct Line {
-  std::size_t number = 0; /**< from 1 */
+  std::size_t number = 0; /**< counts on from that of the first line */
   std::string text;       /**< without its newline */
   bool too_long = false;  /**< the text is only its beginning */
 };
@@ -20,9 +20,10 @@ class LineReader {
  public:
   static constexpr std::size_t longest = std::size_t{1} << 20U; /**< of a line, in bytes */
 
-  /** @param file  its name; "-" for standard input. Raises designer::Refusal when it cannot be
-   *  read. */
-  explicit LineReader(const std::string &file);
+  /** @param file   its name; "-" for standard input. Raises designer::Refusal when it cannot be
+   *                read.
+   *  @param first  the number of its first line */
+  explicit LineReader(const std::string &file, std::size_t first = 1);
   ~LineReader();
   LineReader(const LineReader &) = delete;
   LineReader &operator=(const LineReader &) = delete;

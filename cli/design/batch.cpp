@@ -108,8 +108,8 @@ Result designed_line(designer::Designer &designer, const designer::Settings &com
 }
 
 int run_batch(designer::Designer &designer, const designer::Settings &common,
-              const std::string &input, const std::optional<std::string> &output) {
-  LineReader reader(input);
+              const BatchInput &input, const std::optional<std::string> &output) {
+  LineReader reader(input.file, input.first_line);
   BatchOutput out(output);
   Workers workers(
       std::thread::hardware_concurrency(),

@@ -2,6 +2,7 @@
 #ifndef CLI_DESIGN_BATCH_H
 #define CLI_DESIGN_BATCH_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -19,19 +20,25 @@ namespace cli {
 Result designed_line(designer::Designer &designer, const designer::Settings &common,
                      const Line &line);
 
+/** Where the lines of a batch come from. */
+struct BatchInput {
+  std::string file;           /**< its name; "-" for standard input */
+  std::size_t first_line = 1; /**< the number of its first line: a part of a file counts on from the
+                                   part before it */
+};
+
 /**
  * Designs one filter for each line, with all processors, and writes one line for
  * each in the same order: as design_line, or as error_line. How far it is goes to standard error
  * where that is a terminal.
  * @param common  settings of all lines that do not have their own
- * @param input   the file with the lines; "-" for standard input
  * @param output  the file to write, whole or not at all; standard output without one
  * @return 0, also when the output's reader goes away before the end; 1 when some lines failed,
  *         which standard error then tells
  * Raises as LineReader, OutputFile and Workers.
  */
 int run_batch(designer::Designer &designer, const designer::Settings &common,
-              const std::string &input, const std::optional<std::string> &output);
+              const BatchInput &input, const std::optional<std::string> &output);
 
 }  // namespace cli
 

@@ -1,5 +1,13 @@
 // `veltane design`: one filter, as a page or as JSON; or many.
 
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <string>
+#include <system_error>
+
+#include <fmt/format.h>
+
 #include "args/settings_options.h"
 #include "args/shared_options.h"
 #include "args/subcommands.h"
@@ -18,7 +26,12 @@ constexpr Option batch_option{
     .value = "FILE",
     .help = "Design one filter for each line of settings, such as {\"order\": 4}"};
 
-constexpr std::array options{&format_option, &output_option, &batch_option};
+constexpr Option first_line_option{
+    .names = "--first-line",
+    .value = "N",
+    .help = "Count the lines of --batch from N, for a part of a file [1]"};
+
+constexpr std::array options{&format_option, &output_option, &batch_option, &first_line_option};
 
 constexpr std::array<std::string_view, 4> examples{
     "veltane design --topology butterworth --order 4 --frequency 1000",
@@ -36,10 +49,26 @@ constexpr char notes[] =
     "--batch reads one JSON object per line; - is standard input. It writes one JSON result per\n"
     "line, in the same order, using all processors. Settings given beside it apply to lines\n"
     "without their own. A line that fails becomes {\"line\": N, \"error\": \"...\"}; the others\n"
-    "are still designed.\n"
+    "are still designed. Lines are counted from --first-line: parts of a file that are designed\n"
+    "one by one give the results of the whole file.\n"
     "\n"
     "The exit status is 0 on success, 1 when lines of a batch failed, 2 when the request was\n"
     "wrong, and 3 when something else failed.\n";
+
+constexpr std::size_t last_line =
+    1'000'000'000'000'000;  // which every reader of JSON holds exactly
+
+std::size_t first_line(const Arguments &arguments) {
+  const auto text = arguments.value(first_line_option);
+  if (!text) return 1;
+  std::size_t number = 0;
+  const char *const end = text->data() + text->size();
+  const auto [stop, error] = std::from_chars(text->data(), end, number);
+  if (error != std::errc() || stop != end || number < 1 || number > last_line)
+    throw designer::Refusal(
+        fmt::format("--first-line takes a whole number from 1 to {}, not '{}'", last_line, *text));
+  return number;
+}
 
 int design_many(const Request &request, const std::string &lines) {
   const Arguments &arguments = request.arguments;
@@ -48,14 +77,17 @@ int design_many(const Request &request, const std::string &lines) {
   if (lines == "-" && arguments.value(from_option) == "-")
     throw designer::Refusal(
         "--batch - and --from - both read standard input: give one of them a file");
+  const BatchInput input{.file = lines, .first_line = first_line(arguments)};
   const auto file = arguments.value(output_option);
   const designer::Settings common = requested_settings(arguments);
   designer::Designer designer(request.module);
-  return run_batch(designer, common, lines, file);
+  return run_batch(designer, common, input, file);
 }
 
 int design_one(const Request &request) {
   const Arguments &arguments = request.arguments;
+  if (arguments.given(first_line_option))
+    throw designer::Refusal("--first-line counts the lines of --batch: give that as well");
   const bool json = arguments.choice(format_option) == "json";
   const auto file = arguments.value(output_option);
   const designer::Settings settings = requested_settings(arguments);

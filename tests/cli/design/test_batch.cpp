@@ -131,6 +131,37 @@ TEST_F(Batch, SettingsBesideItHoldForLinesWithoutTheirOwn) {
   EXPECT_EQ(lines[0]["settings"]["topology"], "butterworth");
 }
 
+TEST_F(Batch, PartsOfAFileGiveTheResultsOfTheWhole) {
+  const std::string first = "{\"order\": 3}\n{\"order\": \"five\"}\n";
+  const std::string second = "{}\n{\"name\": \"mine\"}\n{\"ordr\": 3}\n";
+  const Outcome whole = veltane("design --batch " + write("lines", first + second));
+  const Outcome begin = veltane("design --batch " + write("1", first) + " --first-line 1");
+  const Outcome rest = veltane("design --batch " + write("2", second) + " --first-line 3");
+  EXPECT_EQ(begin.out + rest.out, whole.out);
+  EXPECT_EQ(parsed(rest.out)[0]["settings"]["name"], "u3");
+  EXPECT_EQ(rest.err, "veltane: 1 of 3 lines failed; see its result\n");
+}
+
+TEST_F(Batch, CountsTheLinesOfABatchOnly) {
+  const Outcome outcome = veltane("design --first-line 3");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, "veltane: --first-line counts the lines of --batch: give that as well\n");
+}
+
+TEST_F(Batch, TheFirstLineHasAWholeNumber) {
+  const auto batch = "design --batch " + write("lines", "{}") + " --first-line ";
+  for (const char *bad :
+       {"0", "-1", "1.5", "2x", "x", "1000000000000001", "99999999999999999999999"}) {
+    const Outcome outcome = veltane(batch + bad);
+    EXPECT_EQ(outcome.status, 2) << bad;
+    EXPECT_THAT(outcome.err,
+                HasSubstr("--first-line takes a whole number from 1 to 1000000000000000, not '"))
+        << bad;
+    EXPECT_EQ(outcome.out, "");
+  }
+  EXPECT_EQ(parsed(veltane(batch + "1000000000000000").out)[0]["line"], 1000000000000000);
+}
+
 TEST_F(Batch, AnEmptyFileHasNoResults) { EXPECT_TRUE(results("").empty()); }
 
 TEST_F(Batch, ALineThatIsTooLongIsOneErrorAndTheNextIsRead) {
