@@ -6,13 +6,14 @@ digits of a design depend on the machine's mathematics library.
 
 In a block that begins with ```console, a line that begins with "$ " is a
 command, and the lines up to the next one are what it prints, on standard output
-and standard error together. "script/run" stands for the built command. The
-commands of a document run one after the other in a folder with links to all that the
-repository holds, so that what they write goes with it.
+and standard error together. "veltane" is the built command, and "script/run" stands
+for it. The commands of a document run one after the other in a folder with links to
+all that the repository holds, so that what they write goes with it.
 """
 
 import argparse
 import math
+import os
 import pathlib
 import re
 import subprocess
@@ -28,11 +29,11 @@ def examples(text):
             yield command, expected
 
 
-def as_built(command, veltane):
+def as_built(command):
     """The command with the program in the place of the script that builds it."""
     if command == "script/run":
-        return f"{veltane} design"
-    return re.sub(r"(^|[|] *)(script/run|veltane)(?= )", lambda found: found[1] + veltane, command)
+        return "veltane design"
+    return re.sub(r"(^|[|] *)script/run(?= )", r"\1veltane", command)
 
 
 NUMBER = re.compile(r"(?<![\w.])-?\d+(?:\.\d+)?(?:e[+-]?\d+)?")
@@ -54,7 +55,8 @@ def main():
     parser.add_argument("root", type=pathlib.Path, help="the folder with the documents")
     arguments = parser.parse_args()
 
-    documents = [arguments.root / "README.md", *sorted((arguments.root / "docs").glob("*.md"))]
+    documents = [arguments.root / "README.md", *sorted((arguments.root / "docs").rglob("*.md"))]
+    found_first = f"{pathlib.Path(arguments.veltane).resolve().parent}:{os.environ['PATH']}"
     count = failures = 0
     for document in documents:
         with tempfile.TemporaryDirectory() as folder:
@@ -63,11 +65,13 @@ def main():
             for command, expected in examples(document.read_text(encoding="utf-8")):
                 count += 1
                 run = subprocess.run(
-                    as_built(command, arguments.veltane), shell=True, cwd=folder, encoding="utf-8",
-                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+                    as_built(command), shell=True, cwd=folder, encoding="utf-8",
+                    env={**os.environ, "PATH": found_first}, stdout=subprocess.PIPE,
+                    stderr=subprocess.STDOUT, check=False)
                 if not same(run.stdout, expected):
                     failures += 1
-                    print(f"{document.name}: '{command}' prints\n{run.stdout}and not\n{expected}")
+                    print(f"{document.relative_to(arguments.root)}: '{command}' prints\n"
+                          f"{run.stdout}and not\n{expected}")
     print(f"{count} commands in {len(documents)} documents, {failures} differ")
     return 1 if failures or count == 0 else 0
 
