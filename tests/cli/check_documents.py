@@ -5,7 +5,7 @@ Numbers may differ by 1e-9 of themselves, and columns by their spaces: the last
 digits of a design depend on the machine's mathematics library.
 
 In a block that begins with ```console, a line that begins with "$ " is a
-command, and the lines up to the next one are what it prints, on standard output
+command, lines that begin with ">" go on with it, and those up to the next one are what it prints, on standard output
 and standard error together. "veltane" is the built command, and "script/run" stands
 for it. The commands of a document run one after the other in a folder with links to
 all that the repository holds, so that what they write goes with it.
@@ -25,8 +25,11 @@ def examples(text):
     """Yields (command, expected output) for each command in the text."""
     for block in re.findall(r"^```console\n(.*?)^```", text, flags=re.M | re.S):
         for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
-            command, _, expected = part.partition("\n")
-            yield command, expected
+            lines = part.splitlines(keepends=True)
+            count = next((i for i, line in enumerate(lines) if i > 0 and not line.startswith(">")),
+                         len(lines))
+            command = lines[0] + "".join(re.sub("^> ?", "", line) for line in lines[1:count])
+            yield command.removesuffix("\n"), "".join(lines[count:])
 
 
 def as_built(command):
@@ -56,7 +59,9 @@ def main():
     arguments = parser.parse_args()
 
     documents = [arguments.root / "README.md", *sorted((arguments.root / "docs").rglob("*.md"))]
-    found_first = f"{pathlib.Path(arguments.veltane).resolve().parent}:{os.environ['PATH']}"
+    # The Python that runs this has what the examples import.
+    found_first = f"{pathlib.Path(arguments.veltane).resolve().parent}:" \
+                  f"{pathlib.Path(sys.executable).parent}:{os.environ['PATH']}"
     count = failures = 0
     for document in documents:
         with tempfile.TemporaryDirectory() as folder:
