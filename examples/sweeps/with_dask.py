@@ -36,9 +36,9 @@ def design(piece, index):
 
 
 def largest_pole(line):
-    """The radius of the pole nearest to the unit circle."""
-    poles = json.loads(line)["dictionary"]["poles"]
-    return max(math.hypot(*pole) for pole in zip(poles[::2], poles[1::2]))
+    """The radius of the pole nearest to the unit circle; 0 of a line that failed."""
+    poles = json.loads(line).get("dictionary", {}).get("poles", [])
+    return max((math.hypot(*pole) for pole in zip(poles[::2], poles[1::2])), default=0.0)
 
 
 def main():
