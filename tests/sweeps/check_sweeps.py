@@ -187,7 +187,7 @@ def figures(count, measured, size, load):
     for way, (seconds, busy, memory) in measured.items():
         # Servers are no children of the command: what they use is not counted.
         served = way in WAYS and WAYS[way][1] is not None
-        rest = "| |" if served else f"| {busy:.0f} s | {memory / 1e6:.0f} MB |"
+        rest = "| | |" if served else f"| {busy:.0f} s | {memory / 1e6:.0f} MB |"
         rows.append(f"| {LABELS.get(way, way)} | {seconds:.0f} s {rest}")
     return rows
 
