@@ -56,16 +56,16 @@
  * and Van Dooren, Computation of zeros of linear multivariable systems,
  * Automatica 18 (1982). [GvL] Golub and Van Loan, Matrix Computations, 4th
  * edition. [Kai] Kailath, Linear Systems.
+ *
+ * The functions with C linkage compile as C11 too, where `t_zpk` is opaque. An exception that
+ * meets a caller's C code ends the program, unless that code is compiled with -fexceptions.
  */
 #ifndef FILTERMATH_H
 #define FILTERMATH_H
 
 #include "filtermath/bilinear.h"
-#include "filtermath/complex64.h"
-#include "filtermath/housh.h"
 #include "filtermath/matrix64.h"
 #include "filtermath/numerators.h"
-#include "filtermath/poly.h"
 #include "filtermath/prototypes.h"
 #include "filtermath/ss2coefs.h"
 #include "filtermath/ss2zpk.h"
@@ -76,5 +76,11 @@
 #include "filtermath/zpk2sos.h"
 #include "filtermath/zpk2ss.h"
 #include "filtermath/zpk2tf.h"
+
+#ifdef __cplusplus
+#include "filtermath/complex64.h"
+#include "filtermath/housh.h"
+#include "filtermath/poly.h"
+#endif
 
 #endif

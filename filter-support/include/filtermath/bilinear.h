@@ -2,9 +2,10 @@
 #ifndef FILTERMATH_BILINEAR_H
 #define FILTERMATH_BILINEAR_H
 
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * Makes an analog model digital, in place, by the bilinear transform
@@ -23,6 +24,6 @@ extern "C" {
  */
 void filtermath_bilinear(_statespace *ss, double fs);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -12,20 +12,20 @@
 #ifndef FILTERMATH_MATRIX64_H
 #define FILTERMATH_MATRIX64_H
 
-#include <cstdint>
+#include "filtermath/linkage.h"
 
 /**
  * A dense matrix of doubles. Element (column i, row j) is data[j * cols + i].
  * The record and its elements come from the host's memory calls.
  */
-struct _matrix64 {
+typedef struct _matrix64 {
   int32_t cols;
   int32_t rows;
   int32_t capacity; /**< cols * rows at the last reshape */
   double *data;     /**< row after row; null until the first reshape */
-};
+} _matrix64;
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /** @return a new matrix of 0 x 0 without storage, the caller's to release with `matrix64_free`. */
 _matrix64 *matrix64_new(void);
@@ -138,6 +138,6 @@ int matrix64_add(_matrix64 *dst, const _matrix64 *a, const _matrix64 *b);
 /** dst = a - b; dst may be either. @return 0, or -1 when the shapes differ (dst untouched). */
 int matrix64_subtract(_matrix64 *dst, const _matrix64 *a, const _matrix64 *b);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -9,12 +9,11 @@
 #ifndef FILTERMATH_NUMERATORS_H
 #define FILTERMATH_NUMERATORS_H
 
-#include <cstdint>
-
 #include "brontal/symbol.h"
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * The numerator of a digital Butterworth filter: its zeros expanded, and scaled
@@ -58,6 +57,6 @@ void filtermath_cheby1num(t_symbol *response, int order, const double *den, int6
  */
 void filtermath_cheby2num(const _statespace *ss, double **num, int64_t *num_count);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

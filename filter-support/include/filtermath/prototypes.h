@@ -13,9 +13,10 @@
 #ifndef FILTERMATH_PROTOTYPES_H
 #define FILTERMATH_PROTOTYPES_H
 
+#include "filtermath/linkage.h"
 #include "filtermath/zpk.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /** Reserved for the Bessel family; does nothing. */
 void filtermath_besselap(void);
@@ -46,6 +47,6 @@ void filtermath_cheby1ap(int order, t_zpk **out, double ripple_db);
  */
 void filtermath_cheby2ap(int order, t_zpk **out, double attenuation_db);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

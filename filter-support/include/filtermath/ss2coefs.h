@@ -2,11 +2,10 @@
 #ifndef FILTERMATH_SS2COEFS_H
 #define FILTERMATH_SS2COEFS_H
 
-#include <cstdint>
-
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * The denominator of a digital model, 1 + den[1] z^-1 + ... + den[n] z^-n: the
@@ -25,6 +24,6 @@ extern "C" {
 void filtermath_ss2coefs(const _statespace *ss, double **num, int64_t *num_count, double **den,
                          int64_t *den_count);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -18,12 +18,11 @@
 #ifndef FILTERMATH_SS2ZPK_H
 #define FILTERMATH_SS2ZPK_H
 
-#include <cstdint>
-
 #include "brontal/symbol.h"
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * Poles as above; zeros and gain are those of `filtermath_ss_tzero`, at its cost and with
@@ -46,6 +45,6 @@ void filtermath_ss2zpk_butterworth(const _statespace *ss, t_symbol *response, do
                                    int64_t *zero_count, double **poles, int64_t *pole_count,
                                    double *gain, double w0);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -12,9 +12,10 @@
 #define FILTERMATH_TRANSFORMATIONS_H
 
 #include "brontal/symbol.h"
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * s -> s / wo: moves the edge to wo. Multiplies A and B by wo: time grows with the square
@@ -56,6 +57,6 @@ void filtermath_lp2bp(_statespace *ss, double wo, double bw);
  */
 void filtermath_lp2bs(_statespace *ss, t_symbol *topology, double wo, double bw);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

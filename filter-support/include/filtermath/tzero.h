@@ -2,10 +2,11 @@
 #ifndef FILTERMATH_TZERO_H
 #define FILTERMATH_TZERO_H
 
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 #include "filtermath/zpk.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * The transmission zeros of a model.
@@ -49,6 +50,6 @@ void filtermath_ss_tzero(const _statespace *ss, t_zpk *zpk, bool coefficients);
 void filtermath_ss_tzreduce(const _matrix64 *S, int m, int n, int p, double tol, int ro, int sigma,
                             int *mu, int *nu);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -2,8 +2,9 @@
 #ifndef FILTERMATH_ZPK_H
 #define FILTERMATH_ZPK_H
 
-#include <cstdint>
+#include "filtermath/linkage.h"
 
+#ifdef __cplusplus
 #include "filtermath/complex64.h"
 
 /** A filter as zeros, poles and gain: gain * prod(s - zeros) / prod(s - poles). */
@@ -12,8 +13,12 @@ struct t_zpk {
   t_complex64list poles;
   double gain;
 };
+#else
+/** The same, made and read by the functions alone: its lists are C++ ones. */
+typedef struct t_zpk t_zpk;
+#endif
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /** @return a new record without zeros and poles, its gain unset; release with `zpk_free`. */
 t_zpk *zpk_new(void);
@@ -31,6 +36,6 @@ t_zpk *zpk_new_init(const double *zeros, int64_t zcount, const double *poles, in
 /** Releases a record and its lists; null is accepted. */
 void zpk_free(t_zpk *zpk);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -2,12 +2,11 @@
 #ifndef FILTERMATH_ZPK2SOS_H
 #define FILTERMATH_ZPK2SOS_H
 
-#include <cstdint>
-
 #include "brontal/symbol.h"
+#include "filtermath/linkage.h"
 #include "filtermath/zpk.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * Groups a digital filter into sections b0 b1 b2 a1 a2, each
@@ -37,6 +36,6 @@ extern "C" {
 void filtermath_zpk2sos(const t_zpk *zpk, t_symbol *topology, t_symbol *response, double **sos,
                         int64_t *sos_count);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

@@ -2,10 +2,11 @@
 #ifndef FILTERMATH_ZPK2SS_H
 #define FILTERMATH_ZPK2SS_H
 
+#include "filtermath/linkage.h"
 #include "filtermath/statespace.h"
 #include "filtermath/zpk.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * Realises zeros, poles and gain as a cascade of one first-order section (odd
@@ -25,6 +26,6 @@ extern "C" {
  */
 void filtermath_zpk2ss(const t_zpk *zpk, _statespace *model);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif

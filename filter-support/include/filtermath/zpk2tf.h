@@ -2,11 +2,10 @@
 #ifndef FILTERMATH_ZPK2TF_H
 #define FILTERMATH_ZPK2TF_H
 
-#include <cstdint>
-
+#include "filtermath/linkage.h"
 #include "filtermath/zpk.h"
 
-extern "C" {
+FILTERMATH_BEGIN
 
 /**
  * Expands zeros, poles and gain: H = gain prod(s - zeros) / prod(s - poles) as
@@ -24,6 +23,6 @@ extern "C" {
 void filtermath_zpk2tf(const t_zpk *zpk, void *unused, double **b, int64_t *b_count, double **a,
                        int64_t *a_count);
 
-}  // extern "C"
+FILTERMATH_END
 
 #endif
