@@ -14,8 +14,7 @@ import tempfile
 def build_and_run(options, arguments, folder):
     program = os.path.join(folder, "zeros")
     archives = [os.path.join(arguments.build, archive) for archive in
-                ("filter-support/libfiltermath.a", "runtime/libruntime.a",
-                 "runtime/libruntime-core.a")]
+                ("filter-support/libfiltermath.a", "runtime/libfiltermath-runtime.a")]
     includes = [f"-I{os.path.join(arguments.source, part)}" for part in
                 ("filter-support/include", "brontal/include")]
     source = os.path.join(arguments.source, "tests/built/zeros.cpp")
