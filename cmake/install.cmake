@@ -46,5 +46,10 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTAL
   OUTPUT_VARIABLE library_folder)
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
   BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig OUTPUT_VARIABLE prefix_from_pkgconfig)
+# What a C compiler has to be told to link the archive with.
+set(standard_library stdc++)
+if("c++" IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES)
+  set(standard_library c++)
+endif()
 configure_file(cmake/filtermath.pc.in ${PROJECT_BINARY_DIR}/filtermath.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/filtermath.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
