@@ -19,7 +19,8 @@ install(FILES build/page/veltane.html DESTINATION share/veltane OPTIONAL)
 install(FILES README.md CHANGELOG.md LICENSE THIRD-PARTY.md DESTINATION share/doc/veltane)
 install(DIRECTORY docs DESTINATION share/doc/veltane
   FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.png")
-install(DIRECTORY examples DESTINATION share/doc/veltane FILES_MATCHING PATTERN "*.cpp" PATTERN "*.py")
+install(DIRECTORY examples DESTINATION share/doc/veltane USE_SOURCE_PERMISSIONS
+  PATTERN CMakeLists.txt EXCLUDE)
 
 # The mathematics.
 install(DIRECTORY brontal/include/ filter-support/include/ DESTINATION include
