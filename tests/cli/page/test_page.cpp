@@ -18,9 +18,10 @@ class Page : public ScratchFolder {
  protected:
   void SetUp() override {
     fs::create_directories(tree() / "bin");
+    fs::create_directory(tree() / "lib");
     fs::create_directory(path("here"));
     fs::copy_file(VELTANE_COMMAND, tree() / "bin/veltane");
-    fs::create_directory_symlink(LIBRARY_FOLDER, tree() / "lib");
+    fs::create_directory_symlink(LIBRARY_FOLDER, tree() / "lib/veltane");
   }
 
   // The build tree of a source folder.
