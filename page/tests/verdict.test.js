@@ -156,7 +156,8 @@ void test('a verdict that takes long waits until the dial rests', async (t) => {
       const judged = /** @type {unknown[]} */ ([]);
       const ask = judge.ask.bind(judge);
       judge.ask = (name, request) => {
-        if (name === 'verdict' && 'settings' in request) judged.push(request.settings.frequency?.[0]);
+        if (name === 'verdict' && 'settings' in request)
+          judged.push(request.settings.frequency?.[0]);
         return ask(name, request);
       };
       for (let i = 0; i < 10; ++i) {
