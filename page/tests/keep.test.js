@@ -45,7 +45,7 @@ async function keepDownloads(page, folder) {
 
 /** @param {string} folder @returns the first file that is saved there, whole */
 async function saved(folder) {
-  for (let turn = 0; turn < 200; ++turn) {
+  for (let turn = 0; turn < 1500; ++turn) {
     const [name] = (await readdir(folder)).filter((file) => !file.endsWith('.crdownload'));
     if (name !== undefined && !name.startsWith('.')) {
       const text = await readFile(path.join(folder, name), 'utf8');
