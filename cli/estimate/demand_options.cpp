@@ -1,8 +1,6 @@
 #include "estimate/demand_options.h"
 
-#include <algorithm>
 #include <cmath>
-#include <stdexcept>
 #include <string>
 
 #include <fmt/format.h>
@@ -110,13 +108,6 @@ double samplerate_in(const Arguments &arguments) {
   return samplerate;
 }
 
-std::vector<double> scaled(const std::vector<double> &edges, double nyquist) {
-  std::vector<double> fractions(edges.size());
-  std::transform(edges.begin(), edges.end(), fractions.begin(),
-                 [&](double edge) { return edge / nyquist; });
-  return fractions;
-}
-
 }  // namespace
 
 std::vector<designer::Family> families_in(const Arguments &arguments) {
@@ -137,13 +128,9 @@ TypedDemand demand_in(const Arguments &arguments) {
   check_edges(stopband_option, typed.stopband, rated);
   check_room(typed.passband, typed.stopband);
   check_levels(rated.demand.ripple, rated.demand.attenuation);
-  rated.demand.passband = scaled(typed.passband, rated.nyquist());
-  rated.demand.stopband = scaled(typed.stopband, rated.nyquist());
-  try {
-    rated.response = analysis::demanded_band(rated.demand);
-  } catch (const std::invalid_argument &error) {
-    throw designer::Refusal(error.what());
-  }
+  rated = designer::rated(
+      {typed.passband, typed.stopband, rated.demand.ripple, rated.demand.attenuation},
+      rated.samplerate, rated.units);
   return typed;
 }
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <stdexcept>
 #include <tuple>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -13,6 +14,7 @@
 #include "analysis/noise.h"
 #include "analysis/stability.h"
 #include "designer/published_filter.h"
+#include "designer/refusal.h"
 
 namespace designer {
 namespace {
@@ -122,6 +124,18 @@ Candidate candidate(Designer &designer, const RatedDemand &rated, const Limits &
 }
 
 }  // namespace
+
+RatedDemand rated(analysis::Demand demand, double samplerate, Units units) {
+  RatedDemand made{std::move(demand), {}, samplerate, units};
+  for (std::vector<double> *edges : {&made.demand.passband, &made.demand.stopband})
+    for (double &edge : *edges) edge /= made.nyquist();
+  try {
+    made.response = analysis::demanded_band(made.demand);
+  } catch (const std::invalid_argument &wrong) {
+    throw Refusal(wrong.what());
+  }
+  return made;
+}
 
 const Candidate *recommended(const std::vector<Candidate> &candidates) {
   const auto rank = [](const Candidate &one) {

@@ -12,18 +12,11 @@ namespace {
 designer::RatedDemand demand_in(const Request &request) {
   const double rate = number_in(request, "samplerate");
   if (!(rate >= 1)) throw designer::Refusal("a sample rate is at least 1 Hz");
-  analysis::Demand demand{.passband = numbers_in(request, "passband"),
+  return designer::rated({.passband = numbers_in(request, "passband"),
                           .stopband = numbers_in(request, "stopband"),
                           .ripple = number_in(request, "ripple"),
-                          .attenuation = number_in(request, "attenuation")};
-  for (std::vector<double> *edges : {&demand.passband, &demand.stopband})
-    for (double &edge : *edges) edge /= rate / 2;
-  try {
-    const designer::Response response = analysis::demanded_band(demand);
-    return {std::move(demand), response, rate, designer::Units::hertz};
-  } catch (const std::invalid_argument &wrong) {
-    throw designer::Refusal(wrong.what());
-  }
+                          .attenuation = number_in(request, "attenuation")},
+                         rate, designer::Units::hertz);
 }
 
 }  // namespace

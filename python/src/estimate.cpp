@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <stdexcept>
 
 #include <fmt/format.h>
 
@@ -43,24 +42,14 @@ std::vector<designer::Family> families(const std::optional<std::string> &topolog
       fmt::format("topology cannot be '{}'; it is one of {}", *topology, fmt::join(names, ", ")));
 }
 
-designer::RatedDemand rated(analysis::Demand demand, double samplerate) {
-  for (std::vector<double> *edges : {&demand.passband, &demand.stopband})
-    for (double &edge : *edges) edge /= samplerate / 2;
-  try {
-    const designer::Response response = analysis::demanded_band(demand);
-    return {std::move(demand), response, samplerate, designer::Units::hertz};
-  } catch (const std::invalid_argument &wrong) {
-    throw designer::Refusal(wrong.what());
-  }
-}
-
 }  // namespace
 
 py::list estimated(const std::vector<double> &passband, const std::vector<double> &stopband,
                    double ripple, double attenuation, double samplerate,
                    const std::optional<std::string> &topology) {
   check(ripple, attenuation, samplerate);
-  const designer::RatedDemand demand = rated({passband, stopband, ripple, attenuation}, samplerate);
+  const designer::RatedDemand demand = designer::rated({passband, stopband, ripple, attenuation},
+                                                       samplerate, designer::Units::hertz);
   designer::Designer &designer = process_designer();
   const std::vector<designer::Candidate> found =
       designer::candidates(designer, demand, families(topology));

@@ -7,6 +7,7 @@
 
 #include "../designer_with_module.h"
 #include "designer/candidates.h"
+#include "designer/refusal.h"
 
 using designer::Candidate;
 using designer::Family;
@@ -54,6 +55,19 @@ TEST(Candidates, HaveCutoffsInTheUnitsOfTheDemand) {
   const Candidate hertz = found(demand)[1];
   EXPECT_DOUBLE_EQ(hertz.cutoffs.at(0), 24000 * fraction);
   EXPECT_FALSE(hertz.settings.has("units"));
+}
+
+TEST(Demands, AreRatedInTheirUnits) {
+  const RatedDemand hertz = designer::rated({{2400}, {3600}, 1.0, 60.0}, 48000.0, Units::hertz);
+  EXPECT_EQ(hertz.response, Response::lowpass);
+  EXPECT_THAT(hertz.demand.passband, testing::ElementsAre(0.1));
+  EXPECT_THAT(hertz.demand.stopband, testing::ElementsAre(0.15));
+  const RatedDemand fractions =
+      designer::rated({{0.15}, {0.1}, 1.0, 60.0}, 48000.0, Units::normalized);
+  EXPECT_EQ(fractions.response, Response::highpass);
+  EXPECT_THAT(fractions.demand.passband, testing::ElementsAre(0.15));
+  EXPECT_THROW(designer::rated({{2400}, {2400}, 1.0, 60.0}, 48000.0, Units::hertz),
+               designer::Refusal);
 }
 
 TEST(Candidates, SayWhyAFamilyCannotDoIt) {

@@ -23,6 +23,13 @@ struct RatedDemand {
   double nyquist() const { return units == Units::hertz ? samplerate / 2 : 1.0; }
 };
 
+/**
+ * @param demand      with edges in `units`
+ * @param samplerate  in Hz, above 0
+ * @throws Refusal where the edges belong to no response, see analysis::demanded_band()
+ */
+RatedDemand rated(analysis::Demand demand, double samplerate, Units units);
+
 struct Candidate {
   Family family;
   std::string impossible;   /**< why the family cannot do it; empty when it can */
