@@ -1,35 +1,18 @@
 #include "modules.h"
 
-#include <dlfcn.h>
-#include <sys/mman.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 
 #include <fmt/format.h>
 
 #include "call_out.h"
 #include "classes.h"
-#include "elf.h"
 #include "instances.h"
+#include "library.h"
 #include "state.h"
 #include "violations.h"
 
 namespace patchbay {
 namespace {
-
-// Whether there is room to load a file. The loader maps it; its libraries have some already.
-bool has_room_for(const std::filesystem::path &file) {
-  std::error_code unseen;
-  const auto size = static_cast<std::size_t>(std::filesystem::file_size(file, unseen));
-  if (unseen || size == 0) return true;
-  const std::size_t needed = 2 * size;
-  void *room = mmap(nullptr, needed, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (room == MAP_FAILED) return false;
-  munmap(room, needed);
-  return true;
-}
 
 // Takes the classes of a module away, and the module with them.
 void unload(State &s, Module module) {
@@ -40,7 +23,7 @@ void unload(State &s, Module module) {
   for (t_class *c : classes)
     if (c->module == module.key) destroy_class(s, c);
   std::erase(s.modules, module);
-  if (module.is_library) dlclose(module.key);
+  if (module.is_library) close_library(module.key);
 }
 
 bool is_loaded(const State &s, void *key) {
@@ -58,32 +41,19 @@ void start(State &s, Module module, void (*ext_main)()) {
 }  // namespace
 
 void load_module(State &s, const std::filesystem::path &path) {
-  // dlopen searches the system's folders for a name without a slash; a module
+  // The system searches folders of its own for a name without a slash; a module
   // is always a file that the user means.
   const std::filesystem::path file = std::filesystem::absolute(path);
   if (!std::filesystem::is_regular_file(file))
     throw Error(fmt::format("there is no module file '{}'", path.string()));
-  if (const auto claimed = claimed_size(file),
-      size = std::uint64_t{std::filesystem::file_size(file)};
-      claimed > size)
-    throw Error(fmt::format("'{}' cannot be loaded: it is truncated, {} bytes of at least {}",
-                            path.string(), size, claimed));
-  errno = 0;
-  void *module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (module == nullptr) {
-    // The loader's own words for this are often others.
-    if (errno == ENOMEM || !has_room_for(file))
-      throw std::runtime_error(fmt::format("'{}' cannot be loaded: {}", path.string(),
-                                           std::generic_category().message(ENOMEM)));
-    throw Error(fmt::format("'{}' cannot be loaded: {}", path.string(), dlerror()));
-  }
-  auto *ext_main = reinterpret_cast<void (*)()>(dlsym(module, "ext_main"));
+  void *module = open_library(file, path);
+  auto *ext_main = function_in(module, "ext_main");
   if (ext_main == nullptr) {
-    dlclose(module);
+    close_library(module);
     throw Error(fmt::format("'{}' is not a module: it has no function ext_main", path.string()));
   }
   if (is_loaded(s, module)) {
-    dlclose(module);
+    close_library(module);
     throw Error(fmt::format("'{}' is already loaded", path.string()));
   }
   start(s, {.key = module, .is_library = true}, ext_main);
