@@ -2,18 +2,15 @@
 #ifndef CLI_BASE_OUTPUT_FILE_H
 #define CLI_BASE_OUTPUT_FILE_H
 
-#include <sys/stat.h>
-
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "os/leftovers.h"
-
 namespace cli {
 
-struct Destination;
+class FileWriting;
 
 /**
  * A file being written. Its name appears, or the file that was there changes,
@@ -49,28 +46,7 @@ class OutputFile {
   void finish();
 
  private:
-  enum class Way { through, replace, copy };
-
-  OutputFile() = default;
-  void open_at(const Destination &found);
-  void open_descriptor(int number);
-  void open_by_name(int flags);
-  void open_in(const std::filesystem::path &folder);
-  int make_named(const std::filesystem::path &folder);
-  bool keeps_owner() const;
-  void set_mode() const;
-  void give_name();
-  int take_place();
-  void copy_over() const;
-  void sync(int descriptor) const;
-  [[noreturn]] void fail(int error) const;
-
-  std::filesystem::path shown_;     // as it was given
-  std::filesystem::path target_;    // what it leads to
-  std::optional<struct stat> old_;  // what was there
-  os::Leftover temporary_;          // where it has a name until it is complete
-  Way way_ = Way::through;
-  int descriptor_ = -1;
+  std::unique_ptr<FileWriting> writing_;
 };
 
 /** Writes a text to a file, whole or not at all; without a path, or with "-", to
