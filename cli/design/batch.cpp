@@ -1,12 +1,8 @@
 #include "design/batch.h"
 
-#include <poll.h>
-
-#include <cerrno>
 #include <memory>
 #include <new>
 #include <stdexcept>
-#include <thread>
 #include <vector>
 
 #include <fmt/format.h>
@@ -14,6 +10,7 @@
 #include "base/messages.h"
 #include "base/output_file.h"
 #include "base/progress.h"
+#include "design/all_lines.h"
 #include "designer/refusal.h"
 #include "designer/saved_design.h"
 #include "layouts/document.h"
@@ -82,18 +79,6 @@ class BatchOutput {
   std::size_t errors_ = 0;
 };
 
-// Waits until there is something to read or a worker has something to say.
-// @param input  null: nothing more is to be read now
-// @return whether there is something to read
-bool wait_for(const Workers &workers, const LineReader *input) {
-  std::vector<pollfd> waiting = workers.waiting();
-  if (input != nullptr) waiting.push_back({input->descriptor(), POLLIN, 0});
-  if (waiting.empty()) return false;
-  if (poll(waiting.data(), waiting.size(), -1) < 0 && errno != EINTR)
-    throw std::runtime_error("the workers cannot be waited for");
-  return input != nullptr && waiting.back().revents != 0;
-}
-
 }  // namespace
 
 Result designed_line(designer::Designer &designer, const designer::Settings &common,
@@ -109,26 +94,26 @@ Result designed_line(designer::Designer &designer, const designer::Settings &com
 
 int run_batch(designer::Designer &designer, const designer::Settings &common,
               const BatchInput &input, const std::optional<std::string> &output) {
+  const Work work = [&](const Line &line) { return designed_line(designer, common, line); };
+  if (works_for_another(work)) return 0;
+  const Loss loss = [](const Line &line, const std::string &how) {
+    return Result{Outcome::failed,
+                  layouts::error_line(line.number, "its design ended the process: " + how)};
+  };
   LineReader reader(input.file, input.first_line);
   BatchOutput out(output);
-  Workers workers(
-      std::thread::hardware_concurrency(),
-      [&](const Line &line) { return designed_line(designer, common, line); },
-      [](const Line &line, const std::string &how) {
-        return Result{Outcome::failed,
-                      layouts::error_line(line.number, "its design ended the process: " + how)};
-      });
   {
     Progress progress("lines");
-    while (!(reader.at_end() && reader.empty() && workers.idle())) {
-      const bool wants_input = reader.empty() && !reader.at_end() && workers.room() > 0;
-      if (wait_for(workers, wants_input ? &reader : nullptr)) reader.read();
-      workers.collect([&](const Result &result) { out.add(result); });
-      while (!reader.empty() && workers.room() > 0) workers.start(reader.take(workers.room()));
-      out.flush();
-      if (!out.is_read()) return 0;
-      progress.show(static_cast<double>(out.lines()), reader.fraction());
-    }
+    work_on_all_lines(reader, work, loss,
+                      {.take = [&](const Result &result) { out.add(result); },
+                       .rest =
+                           [&] {
+                             out.flush();
+                             if (out.is_read())
+                               progress.show(static_cast<double>(out.lines()), reader.fraction());
+                             return out.is_read();
+                           }});
+    if (!out.is_read()) return 0;
     out.finish();
   }
   if (out.errors() == 0) return 0;

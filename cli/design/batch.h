@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/line_reader.h"
-#include "design/workers.h"
+#include "design/result.h"
 #include "designer/designer.h"
 
 namespace cli {
@@ -35,7 +35,7 @@ struct BatchInput {
  * @param output  the file to write, whole or not at all; standard output without one
  * @return 0, also when the output's reader goes away before the end; 1 when some lines failed,
  *         which standard error then tells
- * Raises as LineReader, OutputFile and Workers.
+ * Raises as LineReader, OutputFile and work_on_all_lines.
  */
 int run_batch(designer::Designer &designer, const designer::Settings &common,
               const BatchInput &input, const std::optional<std::string> &output);

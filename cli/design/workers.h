@@ -17,22 +17,14 @@
 #include <vector>
 
 #include "base/line_reader.h"
+#include "design/result.h"
 
 namespace cli {
 
-enum class Outcome { designed, failed };
-
-struct Result {
-  Outcome outcome = Outcome::designed;
-  std::string text; /**< one line, without its newline */
-};
-
 class Workers {
  public:
-  using Work = std::function<Result(const Line &)>;
-
-  /** What becomes of a line that ended its process. */
-  using Loss = std::function<Result(const Line &, const std::string &how)>;
+  using Work = cli::Work;
+  using Loss = cli::Loss;
 
   /** @param count  how many processes may work at a time, at least one */
   Workers(std::size_t count, Work work, Loss loss);
