@@ -16,6 +16,7 @@
 #include "base/installation.h"
 #include "base/messages.h"
 #include "designer/refusal.h"
+#include "os/path.h"
 
 namespace cli {
 
@@ -118,7 +119,7 @@ int run(const Words &words) {
   }
   Request request{{"veltane"}, installed_module(), *arguments};
   request.command.insert(request.command.end(), words.begin(), words.end());
-  if (const auto module = arguments->value(module_option)) request.module = *module;
+  if (const auto module = arguments->value(module_option)) request.module = os::path_of(*module);
   return subcommand.run(request);
 }
 

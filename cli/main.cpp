@@ -4,7 +4,6 @@
 // Exit status: 0 done; 1 the filter has a problem, no family meets the demand, or lines of a
 // batch failed; 2 the request was wrong; 3 something else failed.
 
-#include <csignal>
 #include <exception>
 #include <new>
 
@@ -12,6 +11,8 @@
 #include "base/out_of_memory.h"
 #include "designer/refusal.h"
 #include "dispatch.h"
+#include "os/arguments.h"
+#include "os/program.h"
 
 namespace {
 
@@ -25,11 +26,9 @@ struct MemoryHandler {
 }  // namespace
 
 int main(int argc, char **argv) {
-  // A reader that went away and a file that may not grow are failed writes.
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
+  os::prepare_streams();
   try {
-    return cli::run(cli::Words(argv + 1, argv + argc));
+    return cli::run(os::arguments(argc, argv));
   } catch (const designer::Refusal &refusal) {
     cli::warn(refusal.what());
     return 2;

@@ -1,7 +1,5 @@
 #include "apply/input.h"
 
-#include <fcntl.h>
-#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +14,7 @@
 #include "args/saved_file.h"
 #include "designer/refusal.h"
 #include "os/descriptor.h"
+#include "os/pipe.h"
 #include "os/temporary.h"
 
 namespace cli {
@@ -56,24 +55,9 @@ bool is_text(std::string_view bytes) {
 // The first bytes of a file that can be read at any place.
 std::string first_bytes(int descriptor, const std::string &name) {
   std::string bytes(enough_bytes, '\0');
-  const ssize_t count = pread(descriptor, bytes.data(), bytes.size(), 0);
+  const std::ptrdiff_t count = os::read_at(descriptor, bytes.data(), bytes.size(), 0);
   if (count < 0) refuse(name, errno);
   bytes.resize(static_cast<std::size_t>(count));
-  return bytes;
-}
-
-// What a pipe holds now, which stays in it; empty where that cannot be known.
-std::string waiting_bytes(int descriptor) {
-  std::array<int, 2> copy{};
-  if (pipe2(copy.data(), O_CLOEXEC) != 0) return {};
-  const Descriptor from(copy[0]), into(copy[1]);
-  pollfd arrival{descriptor, POLLIN, 0};
-  while (poll(&arrival, 1, -1) < 0 && errno == EINTR) {
-  }
-  std::string bytes(enough_bytes, '\0');
-  const ssize_t there = tee(descriptor, copy[1], bytes.size(), 0);
-  const ssize_t count = there > 0 ? read(copy[0], bytes.data(), bytes.size()) : 0;
-  bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
   return bytes;
 }
 
@@ -108,13 +92,13 @@ std::unique_ptr<Descriptor> collected(int descriptor, const std::string &name) {
 
 Input::Input(const std::string &file, const Words &columns)
     : name_(file == "-" ? "standard input" : in_quotes(file)),
-      descriptor_(std::make_unique<Descriptor>(
-          file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC))) {
+      descriptor_(
+          std::make_unique<Descriptor>(file == "-" ? STDIN_FILENO : os::open_to_read(file))) {
   struct stat status {};
   if (descriptor_->number() < 0 || fstat(descriptor_->number(), &status) != 0) refuse(name_, errno);
   if (S_ISDIR(status.st_mode)) refuse(name_, EISDIR);
   std::string bytes;
-  if (S_ISFIFO(status.st_mode)) bytes = waiting_bytes(descriptor_->number());
+  if (S_ISFIFO(status.st_mode)) bytes = os::waiting_bytes(descriptor_->number(), enough_bytes);
   if (!S_ISREG(status.st_mode) && !can_come_through_a_pipe(bytes)) {
     descriptor_ = collected(descriptor_->number(), name_);
     bytes.clear();

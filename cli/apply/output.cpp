@@ -6,6 +6,8 @@
 #include <array>
 #include <cerrno>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <limits>
 #include <stdexcept>
@@ -16,6 +18,8 @@
 #include "args/saved_file.h"
 #include "base/messages.h"
 #include "designer/refusal.h"
+#include "os/descriptor.h"
+#include "os/path.h"
 #include "os/temporary.h"
 #include "signals/column_writer.h"
 #include "signals/sound_writer.h"
@@ -37,12 +41,12 @@ class Output::TemporaryFile {
   template <typename Write>
   void give_to(Write write) const {
     std::array<char, std::size_t{1} << 16U> block;
-    for (off_t at = 0;;) {
-      const ssize_t count = pread(descriptor_, block.data(), block.size(), at);
+    for (std::uint64_t at = 0;;) {
+      const std::ptrdiff_t count = os::read_at(descriptor_, block.data(), block.size(), at);
       if (count < 0 && errno == EINTR) continue;
       if (count < 0) fail(errno);
       if (count == 0 || !write({block.data(), static_cast<std::size_t>(count)})) return;
-      at += count;
+      at += static_cast<std::uint64_t>(count);
     }
   }
 
@@ -133,7 +137,7 @@ Output::Output(const OutputRequest &request, const Input &input, double samplera
       throw designer::Refusal("a sound file does not go to a terminal; -o FILE names a file");
     if (!request.bits) warn_of_loss(input, *format_, name);
   }
-  if (!to_stdout) file_ = std::make_unique<OutputFile>(*request.file);
+  if (!to_stdout) file_ = std::make_unique<OutputFile>(os::path_of(*request.file));
   if (sound) {
     const std::vector<signals::SoundText> texts =
         input.sound() != nullptr ? input.sound()->texts() : std::vector<signals::SoundText>{};

@@ -1,6 +1,5 @@
 #include "base/input_file.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "designer/refusal.h"
+#include "os/descriptor.h"
 
 namespace cli {
 namespace {
@@ -32,7 +32,7 @@ struct Descriptor {
 }  // namespace
 
 std::string read_input(const std::string &file) {
-  const Descriptor input{file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)};
+  const Descriptor input{file == "-" ? STDIN_FILENO : os::open_to_read(file)};
   if (input.number < 0) refuse(file, errno);
   std::string text;
   std::vector<char> block(std::size_t{1} << 16U);

@@ -1,9 +1,9 @@
 #include "base/installation.h"
 
+#include "os/program.h"
+
 namespace cli {
 
-std::filesystem::path installation() {
-  return std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
-}
+std::filesystem::path installation() { return os::program_file().parent_path().parent_path(); }
 
 }  // namespace cli

@@ -1,6 +1,5 @@
 #include "base/line_reader.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "designer/refusal.h"
+#include "os/descriptor.h"
 
 namespace cli {
 namespace {
@@ -23,8 +23,7 @@ std::string sentence(const std::string &file, int error) {
 }  // namespace
 
 LineReader::LineReader(const std::string &file, std::size_t first)
-    : file_(file),
-      descriptor_(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+    : file_(file), descriptor_(file == "-" ? STDIN_FILENO : os::open_to_read(file)) {
   current_.number = first;
   if (descriptor_ < 0) throw designer::Refusal(sentence(file_, errno));
   struct stat status {};

@@ -2,6 +2,7 @@
 
 #include "base/file_writing.h"
 #include "base/messages.h"
+#include "os/path.h"
 
 namespace cli {
 
@@ -20,7 +21,7 @@ void write_output(const std::optional<std::string> &path, std::string_view text)
     print(text);
     return;
   }
-  OutputFile file(*path);
+  OutputFile file(os::path_of(*path));
   file.write(text);
   file.finish();
 }

@@ -14,6 +14,7 @@
 #include "designer/refusal.h"
 #include "designer/saved_design.h"
 #include "layouts/document.h"
+#include "os/path.h"
 #include "text/quantities.h"
 
 namespace cli {
@@ -42,7 +43,7 @@ designer::Design designed(designer::Designer &designer, const designer::Settings
 class BatchOutput {
  public:
   explicit BatchOutput(const std::optional<std::string> &path) {
-    if (path && *path != "-") file_ = std::make_unique<OutputFile>(*path);
+    if (path && *path != "-") file_ = std::make_unique<OutputFile>(os::path_of(*path));
   }
 
   void add(const Result &result) {

@@ -12,6 +12,7 @@
 #include "base/messages.h"
 #include "base/output_file.h"
 #include "designer/refusal.h"
+#include "os/path.h"
 #include "text/shell.h"
 
 namespace cli {
@@ -48,13 +49,13 @@ std::filesystem::path built_page() {
     if (auto beside = here.parent_path() / "page/veltane.html"; is_file(beside)) return beside;
   throw std::runtime_error(fmt::format(
       "the page is missing: script/page builds it, and '{}' is where an installation has it",
-      own.string()));
+      os::name_of(own)));
 }
 
 // That it cannot be read is no fault of the request.
 std::string read_page(const std::filesystem::path &page) {
   try {
-    return read_input(page.string());
+    return read_input(os::name_of(page));
   } catch (const designer::Refusal &refusal) {
     throw std::runtime_error(refusal.what());
   }

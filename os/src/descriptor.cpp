@@ -1,11 +1,14 @@
 #include "os/descriptor.h"
 
+#include <fcntl.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
 
 namespace os {
+
+int open_to_read(const std::string &file) { return open(file.c_str(), O_RDONLY | O_CLOEXEC); }
 
 int write_all(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -15,6 +18,14 @@ int write_all(int descriptor, std::string_view text) {
     text.remove_prefix(static_cast<std::size_t>(written));
   }
   return 0;
+}
+
+std::ptrdiff_t read_at(int descriptor, char *bytes, std::size_t size, std::uint64_t at) {
+  return pread(descriptor, bytes, size, static_cast<off_t>(at));
+}
+
+std::ptrdiff_t write_at(int descriptor, const char *bytes, std::size_t size, std::uint64_t at) {
+  return pwrite(descriptor, bytes, size, static_cast<off_t>(at));
 }
 
 }  // namespace os

@@ -1,6 +1,5 @@
 #include "temporary_bytes.h"
 
-#include <sys/types.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -9,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "os/descriptor.h"
 #include "os/temporary.h"
 
 namespace signals {
@@ -30,7 +30,7 @@ TemporaryBytes::~TemporaryBytes() { close(descriptor_); }
 
 void TemporaryBytes::read(std::uint64_t at, char *bytes, std::size_t size) const {
   while (size > 0) {
-    const ssize_t count = pread(descriptor_, bytes, size, static_cast<off_t>(at));
+    const std::ptrdiff_t count = os::read_at(descriptor_, bytes, size, at);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) fail("read", count < 0 ? errno : EIO);
     bytes += count;
@@ -41,7 +41,7 @@ void TemporaryBytes::read(std::uint64_t at, char *bytes, std::size_t size) const
 
 void TemporaryBytes::write(std::uint64_t at, const char *bytes, std::size_t size) {
   while (size > 0) {
-    const ssize_t count = pwrite(descriptor_, bytes, size, static_cast<off_t>(at));
+    const std::ptrdiff_t count = os::write_at(descriptor_, bytes, size, at);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) fail("written", count < 0 ? errno : EIO);
     bytes += count;
