@@ -1,0 +1,20 @@
+# Sources that another system has its own of: on Windows, FOLDER/windows/NAME.cpp takes the place of
+# FOLDER/NAME.cpp, where there is one. They share the header.
+#   list  names a variable with sources of the current folder
+function(veltane_system_sources list)
+  if(NOT WIN32)
+    return()
+  endif()
+  set(chosen)
+  foreach(source IN LISTS ${list})
+    cmake_path(GET source PARENT_PATH folder)
+    cmake_path(GET source FILENAME name)
+    cmake_path(APPEND folder windows ${name} OUTPUT_VARIABLE own)
+    cmake_path(ABSOLUTE_PATH own BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE place)
+    if(EXISTS ${place})
+      set(source ${own})
+    endif()
+    list(APPEND chosen ${source})
+  endforeach()
+  set(${list} ${chosen} PARENT_SCOPE)
+endfunction()
