@@ -10,6 +10,13 @@ namespace os {
 
 int open_to_read(const std::string &file) { return open(file.c_str(), O_RDONLY | O_CLOEXEC); }
 
+std::ptrdiff_t read_some(int descriptor, char *bytes, std::size_t size) {
+  ssize_t count = -1;
+  do count = ::read(descriptor, bytes, size);
+  while (count < 0 && errno == EINTR);
+  return count;
+}
+
 int write_all(int descriptor, std::string_view text) {
   while (!text.empty()) {
     const ssize_t written = ::write(descriptor, text.data(), text.size());

@@ -14,6 +14,10 @@ namespace os {
  *  @return the descriptor, or -1 with errno set */
 int open_to_read(const std::string &file);
 
+/** One call of read, made again where a signal interrupted it.
+ *  @return how many bytes came, 0 at the end; -1 with errno set */
+std::ptrdiff_t read_some(int descriptor, char *bytes, std::size_t size);
+
 /** Writes all of a text to a descriptor, however many calls that takes. It allocates nothing.
  *  @return 0, or the number of the error */
 int write_all(int descriptor, std::string_view text);
