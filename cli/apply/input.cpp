@@ -14,6 +14,7 @@
 #include "args/saved_file.h"
 #include "designer/refusal.h"
 #include "os/descriptor.h"
+#include "os/path.h"
 #include "os/pipe.h"
 #include "os/temporary.h"
 
@@ -73,15 +74,14 @@ std::unique_ptr<Descriptor> collected(int descriptor, const std::string &name) {
   if (file->number() < 0) refuse(name, errno);
   std::array<char, std::size_t{1} << 16U> block;
   while (true) {
-    const ssize_t count = read(descriptor, block.data(), block.size());
-    if (count < 0 && errno == EINTR) continue;
+    const std::ptrdiff_t count = os::read_some(descriptor, block.data(), block.size());
     if (count < 0) refuse(name, errno);
     if (count == 0) break;
     if (const int error =
             os::write_all(file->number(), {block.data(), static_cast<std::size_t>(count)});
         error != 0)
       throw std::runtime_error(fmt::format("a temporary file in '{}' cannot be written: {}",
-                                           os::temporary_folder().string(),
+                                           os::name_of(os::temporary_folder()),
                                            std::generic_category().message(error)));
   }
   lseek(file->number(), 0, SEEK_SET);

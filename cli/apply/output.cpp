@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <stdexcept>
 #include <system_error>
@@ -53,7 +52,7 @@ class Output::TemporaryFile {
  private:
   [[noreturn]] static void fail(int error) {
     throw std::runtime_error(fmt::format("a temporary file in '{}' cannot be used: {}",
-                                         os::temporary_folder().string(),
+                                         os::name_of(os::temporary_folder()),
                                          std::generic_category().message(error)));
   }
 
@@ -73,7 +72,7 @@ bool holds(const List &list, std::string_view word) {
 // Of the file, without its point and in small letters.
 std::string extension_of(const std::optional<std::string> &file) {
   if (!file || *file == "-") return {};
-  std::string extension = std::filesystem::path(*file).extension().string();
+  std::string extension = os::name_of(os::path_of(*file).extension());
   extension.erase(0, 1);
   return text::lower_case(extension);
 }

@@ -37,9 +37,8 @@ std::string read_input(const std::string &file) {
   std::string text;
   std::vector<char> block(std::size_t{1} << 16U);
   while (true) {
-    const ssize_t count = read(input.number, block.data(), block.size());
+    const std::ptrdiff_t count = os::read_some(input.number, block.data(), block.size());
     if (count == 0) return text;
-    if (count < 0 && errno == EINTR) continue;
     if (count < 0) refuse(file, errno);
     text.append(block.data(), static_cast<std::size_t>(count));
     if (text.size() > largest)

@@ -38,9 +38,7 @@ LineReader::~LineReader() {
 
 void LineReader::read() {
   std::array<char, std::size_t{1} << 16U> block;
-  ssize_t count = -1;
-  do count = ::read(descriptor_, block.data(), block.size());
-  while (count < 0 && errno == EINTR);
+  const std::ptrdiff_t count = os::read_some(descriptor_, block.data(), block.size());
   if (count < 0) throw std::runtime_error(sentence(file_, errno));
   at_end_ = count == 0;
   if (at_end_ && !current_.text.empty()) end_line();

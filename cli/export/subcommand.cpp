@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <optional>
 
 #include <fmt/format.h>
@@ -18,6 +17,7 @@
 #include "designer/refusal.h"
 #include "layouts/exported_filter.h"
 #include "layouts/layout.h"
+#include "os/path.h"
 #include "text/letters.h"
 
 namespace cli {
@@ -100,7 +100,7 @@ const layouts::Target &target_meant_by(const std::string &word) {
 layouts::Request layout_request(const Request &request, const layouts::Target &target) {
   const Arguments &arguments = request.arguments;
   const auto file = arguments.value(file_option);
-  const std::string stem = file && *file != "-" ? std::filesystem::path(*file).stem().string() : "";
+  const std::string stem = file && *file != "-" ? os::name_of(os::path_of(*file).stem()) : "";
   layouts::Request wanted{layouts::identifier_for(stem), request.command};
   if (arguments.given(normalise_option)) wanted.level = layouts::Level::normalised;
   const bool published = arguments.given(published_option), spread = arguments.given(spread_option);

@@ -68,7 +68,7 @@ int run(const Request &request) {
     print(page);
     return 0;
   }
-  OutputFile out(file);
+  OutputFile out(os::path_of(file));
   const bool is_alone = out.new_file().has_value();
   out.write(page);
   out.finish();

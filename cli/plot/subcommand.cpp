@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <filesystem>
 
 #include <fmt/format.h>
 
@@ -17,6 +16,7 @@
 #include "designer/refusal.h"
 #include "designer/title.h"
 #include "gnuplot/picture.h"
+#include "os/path.h"
 #include "pictures/filter_names.h"
 #include "pictures/warnings.h"
 #include "plot/figure_options.h"
@@ -46,7 +46,7 @@ std::string description() {
 }
 
 gnuplot::Format format_of(const std::string &file) {
-  const std::string ending = text::lower_case(std::filesystem::path(file).extension().string());
+  const std::string ending = text::lower_case(os::name_of(os::path_of(file).extension()));
   if (ending == ".svg") return gnuplot::Format::svg;
   if (ending == ".png") return gnuplot::Format::png;
   if (ending == ".pdf") return gnuplot::Format::pdf;
@@ -76,7 +76,7 @@ pictures::DrawnFilter saved(designer::Designer &designer, const designer::SavedD
                             const std::string &file) {
   const OpenedFilter found = opened_filter(designer, stored, file);
   pictures::DrawnFilter filter = pictures::drawn_filter(found.filter, in_quotes(file));
-  const std::string name = std::filesystem::path(file).filename().string();
+  const std::string name = os::name_of(os::path_of(file).filename());
   filter.name = pictures::saved_filter_name(name, designer::title(found.design));
   return filter;
 }
@@ -139,7 +139,7 @@ int run(const Request &request) {
   wanted.floor_db = floor_in(arguments, filters);
   const pictures::Figure figure = pictures::figure_of(filters, wanted);
 
-  OutputFile out(*file);
+  OutputFile out(os::path_of(*file));
   out.write(gnuplot::picture(figure, type, text::shell_line(request.command)));
   out.finish();
   return 0;

@@ -1,7 +1,6 @@
 #include "lines.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -11,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "designer/refusal.h"
+#include "os/descriptor.h"
 
 namespace signals {
 
@@ -47,10 +47,8 @@ void Lines::fill() {
   constexpr std::size_t block = std::size_t{1} << 16U;
   const std::size_t had = buffer_.size();
   buffer_.resize(had + block);
-  ssize_t count = -1;
-  do count = read(descriptor_, buffer_.data() + had, block);
-  while (count < 0 && errno == EINTR);
-  buffer_.resize(had + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  const std::ptrdiff_t count = os::read_some(descriptor_, buffer_.data() + had, block);
+  buffer_.resize(had + static_cast<std::size_t>(std::max<std::ptrdiff_t>(count, 0)));
   if (count < 0)
     throw std::runtime_error(
         fmt::format("{} cannot be read: {}", name_, std::generic_category().message(errno)));

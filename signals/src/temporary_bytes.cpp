@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "os/descriptor.h"
+#include "os/path.h"
 #include "os/temporary.h"
 
 namespace signals {
@@ -16,7 +17,7 @@ namespace {
 
 [[noreturn]] void fail(const char *what, int error) {
   throw std::runtime_error(fmt::format("a temporary file in '{}' cannot be {}: {}",
-                                       os::temporary_folder().string(), what,
+                                       os::name_of(os::temporary_folder()), what,
                                        std::generic_category().message(error)));
 }
 
