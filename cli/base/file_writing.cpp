@@ -14,7 +14,7 @@
 #include <fmt/format.h>
 
 #include "base/destination.h"
-#include "designer/refusal.h"
+#include "base/unwritable.h"
 #include "os/descriptor.h"
 #include "os/leftovers.h"
 #include "os/temporary.h"
@@ -99,8 +99,7 @@ class SystemWriting final : public FileWriting {
 // whatever the second one raises.
 SystemWriting::SystemWriting(const std::filesystem::path &path) : SystemWriting() {
   shown_ = path;
-  if (!path.has_filename() && !is_folder(path))
-    throw designer::Refusal(fmt::format("'{}' is not the name of a file", path.string()));
+  if (!path.has_filename() && !is_folder(path)) throw names_no_file(path);
   try {
     open_at(destination(path));
   } catch (const std::filesystem::filesystem_error &error) {
@@ -112,9 +111,7 @@ void SystemWriting::open_at(const Destination &found) {
   target_ = found.file;
   old_ = found.old;
   if (found.descriptor) return open_descriptor(*found.descriptor);
-  if (old_ && S_ISDIR(old_->st_mode))
-    throw designer::Refusal(
-        fmt::format("'{}' is a folder; -o takes the name of a file", shown_.string()));
+  if (old_ && S_ISDIR(old_->st_mode)) throw is_a_folder(shown_);
   // What another process has open is not ours to cut off.
   if (found.in_proc) return open_by_name(O_APPEND);
   if (old_ && !S_ISREG(old_->st_mode)) return open_by_name(0);
@@ -122,9 +119,7 @@ void SystemWriting::open_at(const Destination &found) {
   std::error_code unseen;
   if (!std::filesystem::is_directory(folder, unseen)) {
     if (unseen == std::errc::permission_denied) fail(EACCES);
-    throw designer::Refusal(fmt::format("there is no folder '{}' to write '{}' in",
-                                        shown_folder(shown_, folder).string(),
-                                        target_.filename().string()));
+    throw has_no_folder(shown_folder(shown_, folder), target_);
   }
   // A file that is protected stays, though its folder would allow to replace it.
   if (old_ && faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0) fail(errno);
@@ -272,10 +267,7 @@ void SystemWriting::sync(int descriptor) const {
   fail(errno);
 }
 
-void SystemWriting::fail(int error) const {
-  throw std::runtime_error(
-      fmt::format("'{}' cannot be written: {}", shown_.string(), reason(error)));
-}
+void SystemWriting::fail(int error) const { throw cannot_be_written(shown_, reason(error)); }
 
 std::unique_ptr<FileWriting> FileWriting::begin(const std::filesystem::path &path) {
   return std::make_unique<SystemWriting>(path);

@@ -23,6 +23,10 @@ class FileWriting;
  * with several hard links, one whose owner another could not keep, one in a folder where nothing
  * can be created, one that is a mount point. Anything that is not a regular file, such as a pipe,
  * /dev/null, or a descriptor such as /dev/stdout, is written to directly.
+ *
+ * On Windows there is always a name, and the system removes the file with the process; a file
+ * is replaced whatever its links and owner, and only what is no file on a disk is written to
+ * directly.
  */
 class OutputFile {
  public:
