@@ -29,11 +29,9 @@ void write(JsonWriter &writer, const patchbay::Entry &entry) {
   std::visit([&](const auto &held) { write(writer, held); }, entry);
 }
 
-// What all documents of a design have.
-void write_design(JsonWriter &writer, const designer::Design &design) {
-  writer.key("settings");
+void write(JsonWriter &writer, const designer::Settings &settings) {
   writer.begin_object();
-  for (const auto &[name, values] : design.settings) {
+  for (const auto &[name, values] : settings) {
     writer.key(name);
     // There may be two cutoffs, so that they are always a list.
     if (name == "frequency" || values.size() != 1)
@@ -42,6 +40,12 @@ void write_design(JsonWriter &writer, const designer::Design &design) {
       write(writer, values.front());
   }
   writer.end_object();
+}
+
+// What all documents of a design have.
+void write_design(JsonWriter &writer, const designer::Design &design) {
+  writer.key("settings");
+  write(writer, design.settings);
   writer.key("dictionary");
   writer.begin_object();
   for (const auto &[key, entry] : design.dictionary) {
@@ -79,6 +83,12 @@ std::string design_line(std::size_t number, const designer::Design &design) {
     writer.texts(design.remarks);
   }
   writer.end_object();
+  return writer.take();
+}
+
+std::string settings_line(const designer::Settings &settings) {
+  JsonWriter writer(JsonLayout::line);
+  write(writer, settings);
   return writer.take();
 }
 

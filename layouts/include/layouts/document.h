@@ -24,6 +24,9 @@ std::string design_document(const designer::Design &design,
  */
 std::string design_line(std::size_t number, const designer::Design &design);
 
+/** {"order": ..., ...}: settings alone in the same way, as designer::parse_settings reads them. */
+std::string settings_line(const designer::Settings &settings);
+
 /** {"line": number, "error": sentence} in the same way. */
 std::string error_line(std::size_t number, const std::string &sentence);
 
