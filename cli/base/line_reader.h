@@ -2,6 +2,7 @@
 #ifndef CLI_BASE_LINE_READER_H
 #define CLI_BASE_LINE_READER_H
 
+#include <atomic>
 #include <cstddef>
 #include <deque>
 #include <string>
@@ -38,7 +39,7 @@ class LineReader {
   bool at_end() const { return at_end_; }
 
   /** @return how much of the file has been read, from 0 to 1; below 0 where its size
-   *  is not known. */
+   *  is not known. Another thread than the one that reads may ask. */
   double fraction() const;
 
   bool empty() const { return lines_.empty(); }
@@ -53,7 +54,7 @@ class LineReader {
   std::string file_;
   int descriptor_ = -1;
   double size_ = -1.0;
-  double bytes_read_ = 0.0;
+  std::atomic<double> bytes_read_ = 0.0;
   bool at_end_ = false;
   Line current_;
   std::deque<Line> lines_;

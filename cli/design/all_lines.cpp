@@ -27,10 +27,10 @@ bool wait_for(const Workers &workers, const LineReader *input) {
 }  // namespace
 
 // A worker is a copy of its parent, which has its lines.
-bool works_for_another(const Work &) { return false; }
+bool works_for_another(const std::string &, const std::filesystem::path &) { return false; }
 
-void work_on_all_lines(LineReader &reader, const Work &work, const Loss &loss, const Taker &taker) {
-  Workers workers(std::thread::hardware_concurrency(), work, loss);
+void work_on_all_lines(LineReader &reader, const Job &job, const Loss &loss, const Taker &taker) {
+  Workers workers(std::thread::hardware_concurrency(), job.work, loss);
   while (!(reader.at_end() && reader.empty() && workers.idle())) {
     const bool wants_input = reader.empty() && !reader.at_end() && workers.room() > 0;
     if (wait_for(workers, wants_input ? &reader : nullptr)) reader.read();

@@ -2,10 +2,13 @@
 #ifndef CLI_DESIGN_ALL_LINES_H
 #define CLI_DESIGN_ALL_LINES_H
 
+#include <filesystem>
 #include <functional>
+#include <string>
 
 #include "base/line_reader.h"
 #include "design/result.h"
+#include "designer/settings.h"
 
 namespace cli {
 
@@ -17,19 +20,30 @@ struct Taker {
   std::function<bool()> rest;
 };
 
-/**
- * Where a worker is the program once more, and this is one: does the work on the lines that its
- * parent sends. To be called before anything is read or written.
- * @return whether this was a worker, which has nothing else to do
- */
-bool works_for_another(const Work &work);
+/** The work, for workers that are copies of this process, and what they are told where each is the
+ *  program once more. */
+struct Job {
+  Work work;
+  std::filesystem::path module;
+  designer::Settings common; /**< settings of all lines that do not have their own */
+};
 
 /**
- * Does the work on each line, as they come, and gives the results in their order.
+ * Where a worker is the program once more, and this is one: designs the filters of the lines that
+ * its parent sends. To be called before standard input is read or anything is written.
+ * @param lines   what was given as the file of lines, which shows a worker that it is one
+ * @param module  the file to load
+ * @return whether this was a worker, which has nothing else to do
+ * Raises as designer::Designer.
+ */
+bool works_for_another(const std::string &lines, const std::filesystem::path &module);
+
+/**
+ * Does the job on each line, as they come, and gives the results in their order.
  * Raises std::runtime_error, std::bad_alloc when a worker had no memory, as LineReader, and what
  * the taker raises.
  */
-void work_on_all_lines(LineReader &reader, const Work &work, const Loss &loss, const Taker &taker);
+void work_on_all_lines(LineReader &reader, const Job &job, const Loss &loss, const Taker &taker);
 
 }  // namespace cli
 

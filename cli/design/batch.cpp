@@ -93,10 +93,12 @@ Result designed_line(designer::Designer &designer, const designer::Settings &com
   }
 }
 
-int run_batch(designer::Designer &designer, const designer::Settings &common,
+int run_batch(const std::filesystem::path &module, const designer::Settings &common,
               const BatchInput &input, const std::optional<std::string> &output) {
-  const Work work = [&](const Line &line) { return designed_line(designer, common, line); };
-  if (works_for_another(work)) return 0;
+  designer::Designer designer(module);
+  const Job job{.work = [&](const Line &line) { return designed_line(designer, common, line); },
+                .module = module,
+                .common = common};
   const Loss loss = [](const Line &line, const std::string &how) {
     return Result{Outcome::failed,
                   layouts::error_line(line.number, "its design ended the process: " + how)};
@@ -105,7 +107,7 @@ int run_batch(designer::Designer &designer, const designer::Settings &common,
   BatchOutput out(output);
   {
     Progress progress("lines");
-    work_on_all_lines(reader, work, loss,
+    work_on_all_lines(reader, job, loss,
                       {.take = [&](const Result &result) { out.add(result); },
                        .rest =
                            [&] {

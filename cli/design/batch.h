@@ -3,6 +3,7 @@
 #define CLI_DESIGN_BATCH_H
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -31,13 +32,14 @@ struct BatchInput {
  * Designs one filter for each line, with all processors, and writes one line for
  * each in the same order: as design_line, or as error_line. How far it is goes to standard error
  * where that is a terminal.
+ * @param module  the file to load
  * @param common  settings of all lines that do not have their own
  * @param output  the file to write, whole or not at all; standard output without one
  * @return 0, also when the output's reader goes away before the end; 1 when some lines failed,
  *         which standard error then tells
- * Raises as LineReader, OutputFile and work_on_all_lines.
+ * Raises as designer::Designer, LineReader, OutputFile and work_on_all_lines.
  */
-int run_batch(designer::Designer &designer, const designer::Settings &common,
+int run_batch(const std::filesystem::path &module, const designer::Settings &common,
               const BatchInput &input, const std::optional<std::string> &output);
 
 }  // namespace cli

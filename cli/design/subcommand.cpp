@@ -13,6 +13,7 @@
 #include "args/subcommands.h"
 #include "base/messages.h"
 #include "base/output_file.h"
+#include "design/all_lines.h"
 #include "design/batch.h"
 #include "design/page.h"
 #include "designer/refusal.h"
@@ -71,6 +72,7 @@ std::size_t first_line(const Arguments &arguments) {
 }
 
 int design_many(const Request &request, const std::string &lines) {
+  if (works_for_another(lines, request.module)) return 0;
   const Arguments &arguments = request.arguments;
   if (arguments.given(format_option) && arguments.choice(format_option) != "json")
     throw designer::Refusal("--batch writes JSON: omit --format, or give json");
@@ -80,8 +82,7 @@ int design_many(const Request &request, const std::string &lines) {
   const BatchInput input{.file = lines, .first_line = first_line(arguments)};
   const auto file = arguments.value(output_option);
   const designer::Settings common = requested_settings(arguments);
-  designer::Designer designer(request.module);
-  return run_batch(designer, common, input, file);
+  return run_batch(request.module, common, input, file);
 }
 
 int design_one(const Request &request) {
