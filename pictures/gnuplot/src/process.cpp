@@ -15,9 +15,6 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
-#include <system_error>
-
-#include <fmt/format.h>
 
 #include "ending.h"
 #include "os/child_process.h"
@@ -29,9 +26,7 @@ namespace {
 constexpr char missing[] =
     "gnuplot draws the pictures and is not installed; on Debian, install the package gnuplot-nox";
 
-[[noreturn]] void fail(int error) {
-  throw std::runtime_error("gnuplot cannot be run: " + std::generic_category().message(error));
-}
+[[noreturn]] void fail(int error) { throw not_run(error); }
 
 struct Closer {
   void operator()(std::FILE *file) const { std::fclose(file); }
@@ -160,16 +155,9 @@ std::string run(const std::string &script, const Limits &limits) {
   std::rewind(in.get());
   const auto ended = Process(in, out, err, limits).wait(limits.seconds);
   const int status = ended.value_or(SIGXCPU);
-  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU)
-    throw std::runtime_error(
-        fmt::format("gnuplot was stopped: a picture may take at most {} s", limits.seconds));
-  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ)
-    throw std::runtime_error(
-        fmt::format("gnuplot was stopped: a picture may take at most {} bytes", limits.output));
-  std::string picture = contents(out.get());
-  if (status != 0 || !is_complete(picture))
-    throw std::runtime_error("gnuplot could not draw it: " + last_line(contents(err.get())));
-  return picture;
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU) throw too_slow(limits);
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) throw too_large(limits);
+  return drawn(contents(out.get()), status == 0 ? Ended::well : Ended::badly, contents(err.get()));
 }
 
 }  // namespace gnuplot
