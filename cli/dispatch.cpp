@@ -63,7 +63,7 @@ CommandLine own_line() {
 
 // The module lies beside the program: PREFIX/bin/veltane, PREFIX/lib/veltane/.
 std::filesystem::path installed_module() {
-  return installation() / "lib" / "veltane" / "veltane.so";
+  return installation() / "lib" / "veltane" / VELTANE_MODULE_NAME;
 }
 
 std::string answer(const Words &words) {

@@ -4,7 +4,10 @@ include(CMakePackageConfigHelpers)
 
 # The command. Its library folder is its own, and the same in a build tree and on every system.
 install(TARGETS veltane DESTINATION bin)
-install(TARGETS veltane-module patchbay DESTINATION lib/veltane)
+install(TARGETS veltane-module DESTINATION lib/veltane)
+# Windows looks for a library beside the program, and calls what one links with an archive.
+install(TARGETS patchbay LIBRARY DESTINATION lib/veltane RUNTIME DESTINATION bin
+                         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES docs/veltane.1 DESTINATION share/man/man1)
 if(TARGET completions)
   set(built ${PROJECT_BINARY_DIR}/cli/completion)

@@ -5,3 +5,6 @@ foreach(library libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
   file(COPY ${file} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY} FOLLOW_SYMLINK_CHAIN)
   install(FILES ${file} DESTINATION bin)
 endforeach()
+
+# Files larger than 2 GiB have a size, and a place in them.
+add_compile_definitions(_FILE_OFFSET_BITS=64)
