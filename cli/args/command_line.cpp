@@ -77,6 +77,8 @@ class Parser {
  public:
   explicit Parser(const CommandLine &line) : app_(line.description, line.name) {
     app_.set_help_flag("-h,--help", "Print this help");
+    // Elsewhere that is how it is: a word with a slash in front is a file.
+    app_.allow_windows_style_options(false);
     for (const Option *option : line.options) add(*option);
     app_.footer(footer(line));
   }
