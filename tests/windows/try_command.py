@@ -26,6 +26,7 @@ import time
 import unittest
 
 WINE = "/usr/lib/wine/wine64"
+ONE_PROCESSOR = ["taskset", "-c", "0"]
 PATIENCE = 120  # s, for any run: nothing here takes more than a few
 NUMBER = re.compile(r"-?\d+(?:\.\d+)?(?:e[-+]?\d+)?")
 FAMILIES = ("butterworth", "chebyshev-1", "chebyshev-2")
@@ -64,8 +65,8 @@ class Trial(unittest.TestCase):
         return subprocess.run([WINE, exe, *words], cwd=self.folder, input=text, capture_output=True,
                               env=environment(**more), timeout=PATIENCE)
 
-    def start(self, *words):
-        process = subprocess.Popen([WINE, exe, *words], cwd=self.folder, stdin=subprocess.PIPE,
+    def start(self, *words, before=()):
+        process = subprocess.Popen([*before, WINE, exe, *words], cwd=self.folder, stdin=subprocess.PIPE,
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                    env=environment())
         watch = threading.Timer(PATIENCE, process.kill)
@@ -102,6 +103,12 @@ class Trial(unittest.TestCase):
         self.assertEqual(run.stderr.decode(), f"veltane: {sentence}\n")
 
 
+def setUpModule():
+    """The first program that runs in wine waits for what wine starts itself."""
+    subprocess.run([WINE, exe, "--version"], check=True, env=environment(), timeout=PATIENCE,
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+
 class Words(Trial):
     """What needs no filter, and has to be the same to the byte."""
 
@@ -123,7 +130,10 @@ class Words(Trial):
                       ["design", "--from", "."], ["design", "--batch", "fehlt.jsonl"],
                       ["design", "-o", "missing/filter.txt"], ["design", "-o", "."],
                       ["plot", "-o", "フィルタ.gif"], ["apply", "fehlt.csv"],
-                      ["export", "--for", "cobol"], ["design", "--topology", "größe"]):
+                      ["export", "--for", "cobol"], ["design", "--topology", "größe"],
+                      ["design", "-o", "/nowhere/größe.txt"], ["design", "/?"],
+                      ["design", "--from", "/nowhere/größe.json"],
+                      ["design", "--module", "größe フィルタ.dll"], ["design", "-o", ""]):
             with self.subTest(words=words):
                 there, this = there_and_here(*words, folder=self.folder)
                 self.assertNotEqual(this.returncode, 0)
@@ -359,7 +369,7 @@ class Batches(Trial):
         runs["all"] = self.run_exe(*words, "-o", "フィルタ.jsonl")
         took = time.monotonic() - started
         written = (self.folder / "フィルタ.jsonl").read_bytes()
-        one = subprocess.run(["taskset", "-c", "0", WINE, exe, *words], cwd=self.folder,
+        one = subprocess.run([*ONE_PROCESSOR, WINE, exe, *words], cwd=self.folder,
                              capture_output=True, env=environment(), timeout=PATIENCE)
         this = subprocess.run([here, *words], cwd=self.folder, capture_output=True, check=False)
         for run in (runs["all"], one):
@@ -371,9 +381,22 @@ class Batches(Trial):
         same = sum(a == b for a, b in zip(written.splitlines(), this.stdout.splitlines()))
         print(f"1000 designs took {took:.1f} s; {same} lines are those of this machine to the byte")
 
+    def test_there_is_a_worker_for_each_processor(self):
+        for before, expected in (([], len(os.sched_getaffinity(0))), (ONE_PROCESSOR, 1)):
+            with self.subTest(expected=expected):
+                process = self.start("design", "--batch", "-", before=before)
+                process.stdin.write(batch_lines(90 * expected))
+                process.stdin.flush()
+                for _ in range(90 * expected):
+                    process.stdout.readline()
+                self.assertEqual(len(workers()), expected)
+                process.stdin.close()
+                process.wait(30)
+                self.wait_until(lambda: not workers(), "workers are left")
+
     def test_settings_from_standard_input_reach_the_workers(self):
         (self.folder / "lines").write_bytes(b'{"order": 3}\n{}\n')
-        words = ["design", "--batch", "../lines", "--from", "-", "--name", "größe"]
+        words = ["design", "--batch", str(self.folder / "lines"), "--from", "-", "--name", "größe"]
         settings = b'{"settings": {"topology": "butterworth", "frequency": [100.5], "order": 7}}'
         there, this = there_and_here(*words, folder=self.folder, text=settings)
         self.assertEqual((there.returncode, there.stderr), (0, b""))
