@@ -26,6 +26,7 @@ import time
 import unittest
 
 WINE = "/usr/lib/wine/wine64"
+WINE_SERVER = "/usr/lib/wine/wineserver64"
 ONE_PROCESSOR = ["taskset", "-c", "0"]
 PATIENCE = 120  # s, for any run: nothing here takes more than a few
 NUMBER = re.compile(r"-?\d+(?:\.\d+)?(?:e[-+]?\d+)?")
@@ -104,7 +105,9 @@ class Trial(unittest.TestCase):
 
 
 def setUpModule():
-    """The first program that runs in wine waits for what wine starts itself."""
+    """What wine starts itself stays, here for the whole trial: it would end with each program, and
+    one that comes just then would not run."""
+    subprocess.run([WINE_SERVER, "-p60"], check=True, env=environment(), timeout=PATIENCE)
     subprocess.run([WINE, exe, "--version"], check=True, env=environment(), timeout=PATIENCE,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
@@ -227,6 +230,12 @@ class Signals(Trial):
                                    "geglättet.csv")
                 self.assertEqual((run.returncode, run.stdout), (0, b""), run.stderr.decode())
                 self.assertEqual((self.folder / "geglättet.csv").read_bytes(), there.stdout)
+
+    def test_bytes_come_in_and_go_out_as_they_are(self):
+        text = self.COLUMNS.replace(b"\n", b"\r\n").replace("π".encode(), b"\t")
+        there, this = there_and_here("apply", "-", *self.WORDS, folder=self.folder, text=text)
+        self.assertEqual((there.returncode, there.stdout.count(b"\r\n")), (0, 5000))
+        self.assert_near(there.stdout, this.stdout)
 
     def test_sound_files_get_one_sentence(self):
         (self.folder / "größe.wav").write_bytes(b"RIFF\x24\0\0\0WAVEfmt \x10\0\0\0" + bytes(64))
