@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 
 namespace analysis {
 namespace {
-
-__extension__ using Int128 = __int128;
 
 int bits_of(Arithmetic arithmetic) {
   if (arithmetic == Arithmetic::fixed_32) return 32;
@@ -19,6 +19,35 @@ int bits_of(Arithmetic arithmetic) {
 struct Range {
   explicit Range(int bits) : lowest(-(std::int64_t{1} << (bits - 1))), highest(-lowest - 1) {}
   std::int64_t lowest, highest;
+};
+
+/** Sums products of 32-bit integers: wider than the 64 bits of the accumulator, so that an overflow is
+ *  seen. Both halves are added for themselves, as not every machine has integers of 128 bits. */
+class WideSum {
+ public:
+  void add(std::int64_t a, std::int64_t b) {
+    const std::int64_t product = a * b;
+    high_ += product >> half;
+    low_ += static_cast<std::uint32_t>(product);
+  }
+
+  /** @param shift  0 to 32
+   *  @return the low 64 bits of floor(sum / 2^shift), which the accumulator has, too */
+  std::int64_t shifted(int shift) const {
+    const auto high = static_cast<std::uint64_t>(high_) << static_cast<unsigned>(half - shift);
+    return static_cast<std::int64_t>(high + static_cast<std::uint64_t>(low_ >> shift));
+  }
+
+  /** @return true if shifted() is all of it, whatever the shift. */
+  bool fits() const {
+    const std::int64_t high = high_ + (low_ >> half);
+    return high >= std::numeric_limits<std::int32_t>::min() &&
+           high <= std::numeric_limits<std::int32_t>::max();
+  }
+
+ private:
+  static constexpr int half = 32;
+  std::int64_t high_ = 0, low_ = 0;
 };
 
 double largest_coefficient(const Sections &filter) {
@@ -73,16 +102,17 @@ FixedRun run_fixed(const FixedCascade &cascade, const std::vector<double> &signa
 
   FixedRun run{{}, 0};
   for (const FixedSection &section : cascade.sections) {
-    const Int128 b0 = section.b0, b1 = section.b1, b2 = section.b2;
-    const Int128 minus_a1 = section.minus_a1, minus_a2 = section.minus_a2;
     std::int64_t x1 = 0, x2 = 0, y1 = 0, y2 = 0;
     for (std::int32_t &sample : samples) {
       const std::int64_t x = sample;
-      // Wider than the 64 bits of the accumulator, so that an overflow is seen. That one keeps the
-      // low 64 bits, of which the result takes no other ones than these.
-      const Int128 sum = b0 * x + b1 * x1 + b2 * x2 + minus_a1 * y1 + minus_a2 * y2;
-      auto y = static_cast<std::int64_t>(sum >> shift);
-      if (y < range.lowest || y > range.highest) {
+      WideSum sum;
+      sum.add(section.b0, x);
+      sum.add(section.b1, x1);
+      sum.add(section.b2, x2);
+      sum.add(section.minus_a1, y1);
+      sum.add(section.minus_a2, y2);
+      std::int64_t y = sum.shifted(shift);
+      if (!sum.fits() || y < range.lowest || y > range.highest) {
         ++run.overflows;
         y = cascade.bits == 32 ? static_cast<std::int32_t>(static_cast<std::uint32_t>(y))
                                : std::clamp(y, range.lowest, range.highest);

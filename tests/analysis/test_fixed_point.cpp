@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 
 #include "analysis/impulse.h"
@@ -68,6 +70,13 @@ TEST(FixedPoint, OverflowTurnsOverIn32BitsAndStopsAtTheEndIn16) {
   const FixedRun limited = run_fixed(fixed_cascade(twice, Arithmetic::fixed_16), {0.75, -0.75});
   EXPECT_EQ(limited.output, (std::vector<double>{1 - unit_16, -1}));
   EXPECT_EQ(limited.overflows, 2U);
+}
+
+TEST(FixedPoint, SeesAnOverflowOfTheAccumulatorItself) {
+  constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+  const analysis::FixedCascade cascade{32, 31, {{lowest, lowest, lowest, lowest, lowest}}};
+  // The last sum is 2^64 - 2^31, whose low 64 bits are those of a number in range.
+  EXPECT_EQ(analysis::run_fixed(cascade, {std::ldexp(1.0, -31), -1.0, -1.0}).overflows, 2U);
 }
 
 TEST(FixedPoint, LimitsItsInput) {
