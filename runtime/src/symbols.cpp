@@ -63,7 +63,7 @@ class Table {
   // Where a text is, or the empty slot where it belongs.
   Slot *place_of(std::uint64_t hash, const char *text) const {
     const Slots &slots = *slots_.load(std::memory_order_acquire);
-    for (std::size_t place = hash;; ++place) {
+    for (auto place = static_cast<std::size_t>(hash);; ++place) {
       Slot &slot = slots.first[place & (slots.count - 1)];
       const Entry *entry = slot.load(std::memory_order_acquire);
       if (entry == nullptr || (entry->hash == hash && entry->text == text)) return &slot;
@@ -83,7 +83,7 @@ class Table {
   void grow() {
     auto larger = std::make_unique<Slots>(2 * slots_.load(std::memory_order_relaxed)->count);
     for (Entry &entry : entries_) {
-      std::size_t place = entry.hash;
+      auto place = static_cast<std::size_t>(entry.hash);
       while (larger->first[place & (larger->count - 1)].load(std::memory_order_relaxed) != nullptr)
         ++place;
       larger->first[place & (larger->count - 1)].store(&entry, std::memory_order_relaxed);

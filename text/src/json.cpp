@@ -104,7 +104,7 @@ void JsonWriter::append_finite(double value) {
   constexpr std::uint64_t odd = 0x9E3779B97F4A7C15U;  // spreads the bits: Knuth, volume 3, 6.4
   std::uint64_t bits;
   std::memcpy(&bits, &magnitude, sizeof bits);  // std::bit_cast is missing from older libraries
-  Written &last = written_[(bits * odd) >> 59U];
+  Written &last = written_[static_cast<std::size_t>((bits * odd) >> 59U)];
   if (last.magnitude != magnitude) {
     last.magnitude = magnitude;
     char *const begin = last.characters.data();

@@ -11,7 +11,9 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -84,7 +86,9 @@ class Process {
     pollfd life{life_, POLLIN, 0};
     for (;;) {
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(over - Clock::now());
-      const int ready = poll(&life, 1, static_cast<int>(std::max<long>(left.count(), 0)));
+      const int ready = poll(&life, 1,
+                             static_cast<int>(std::clamp<std::int64_t>(
+                                 left.count(), 0, std::numeric_limits<int>::max())));
       if (ready > 0) break;
       if (ready == 0) return std::nullopt;
       if (errno != EINTR) fail(errno);
