@@ -1,15 +1,3 @@
-# A machine of Debian whose first byte is the highest: its cross compiler, its libraries in a folder
-# of their own, which script/matrix fills and VELTANE_ROOT names, and qemu.
-set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VELTANE_ROOT)
-set(CMAKE_SYSTEM_NAME Linux)
+set(TRIPLET s390x-linux-gnu)
 set(CMAKE_SYSTEM_PROCESSOR s390x)
-set(CMAKE_C_COMPILER s390x-linux-gnu-gcc)
-set(CMAKE_CXX_COMPILER s390x-linux-gnu-g++)
-set(CMAKE_LIBRARY_ARCHITECTURE s390x-linux-gnu)
-set(CMAKE_SYSROOT ${VELTANE_ROOT})
-set(CMAKE_FIND_ROOT_PATH ${VELTANE_ROOT})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-set(CMAKE_CROSSCOMPILING_EMULATOR qemu-s390x;-L;${VELTANE_ROOT})
+include(${CMAKE_CURRENT_LIST_DIR}/debian.cmake)
