@@ -106,7 +106,8 @@ class Trial(unittest.TestCase):
 
 def setUpModule():
     """What wine starts itself stays, here for the whole trial: it would end with each program, and
-    one that comes just then would not run."""
+    one that comes just then would not run. What an earlier program has started ends first."""
+    subprocess.run([WINE_SERVER, "-w"], check=True, env=environment(), timeout=PATIENCE)
     subprocess.run([WINE_SERVER, "-p60"], check=True, env=environment(), timeout=PATIENCE)
     subprocess.run([WINE, exe, "--version"], check=True, env=environment(), timeout=PATIENCE,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
