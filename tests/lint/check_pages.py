@@ -28,8 +28,8 @@ def broken_links(root, documents, assemble):
             file, anchor = assemble.linked(document, target)
             if target.startswith("#"):
                 file = document
-            if not (root / file).exists():
-                yield f"{document}: {target} leads nowhere"
+            if not (root / file).is_file():
+                yield f"{document}: {target} leads to no file"
             elif anchor and anchor not in headings((root / file).read_text(encoding="utf-8")):
                 yield f"{document}: {target} leads to no heading"
 
