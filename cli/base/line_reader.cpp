@@ -42,7 +42,7 @@ void LineReader::read() {
   if (count < 0) throw std::runtime_error(sentence(file_, errno));
   at_end_ = count == 0;
   if (at_end_ && !current_.text.empty()) end_line();
-  bytes_read_ += static_cast<double>(count);
+  bytes_read_ += static_cast<std::uint64_t>(count);
   const char *at = block.data();
   const char *const end = at + count;
   while (at < end) {
@@ -55,7 +55,7 @@ void LineReader::read() {
 }
 
 double LineReader::fraction() const {
-  return size_ > 0.0 ? std::min(bytes_read_ / size_, 1.0) : -1.0;
+  return size_ > 0.0 ? std::min(static_cast<double>(bytes_read_) / size_, 1.0) : -1.0;
 }
 
 std::vector<Line> LineReader::take(std::size_t count) {

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <vector>
@@ -54,7 +55,7 @@ class LineReader {
   std::string file_;
   int descriptor_ = -1;
   double size_ = -1.0;
-  std::atomic<double> bytes_read_ = 0.0;
+  std::atomic<std::uint64_t> bytes_read_ = 0;
   bool at_end_ = false;
   Line current_;
   std::deque<Line> lines_;
