@@ -1,15 +1,13 @@
 #include "analysis/phase.h"
 
 #include <cmath>
-#include <numbers>
 
 #include "analysis/stability.h"
+#include "constants.h"
 #include "factored_response.h"
 
 namespace analysis {
 namespace {
-
-constexpr Wide pi = std::numbers::pi_v<Wide>;
 
 enum class Side { inside, on_circle, outside };
 
@@ -32,12 +30,12 @@ Wide root_phase(const CirclePoint &z, const Complex &root, Side side) {
   const Wide ahead = angle - z.angle;
   if (side == Side::on_circle) {
     const bool before = ahead > 0 || (ahead == 0 && z.sin == 0 && z.cos < 0);
-    return ahead / 2 + (before ? -pi / 2 : pi / 2);
+    return ahead / 2 + (before ? -pi<Wide> / 2 : pi<Wide> / 2);
   }
   // 1 - root / z = -(root / z) (1 - z / root), where the last factor stays right of the axis
   const Wide rest = std::atan2(distance.real() * y - distance.imag() * x,
                                -distance.real() * x - distance.imag() * y);
-  return ahead + (angle > 0 ? -pi : pi) + rest;
+  return ahead + (angle > 0 ? -pi<Wide> : pi<Wide>)+rest;
 }
 
 // The phase with which a real root's factor begins just above w = 0, in quarter turns;
@@ -62,7 +60,7 @@ double unwrapped(const Roots &filter, Sign gain, double w) {
   const CirclePoint z = circle_point(w);
   const auto missing =
       static_cast<Wide>(filter.poles.size()) - static_cast<Wide>(filter.zeros.size());
-  Wide phase = (negative ? pi : 0) - missing * z.angle;
+  Wide phase = (negative ? pi<Wide> : 0) - missing * z.angle;
   long quarters = negative ? 2 : 0;
   for (const Complex &zero : filter.zeros) {
     const Side side = side_of(zero, on_circle);
@@ -74,7 +72,7 @@ double unwrapped(const Roots &filter, Sign gain, double w) {
     phase -= root_phase(z, pole, side);
     quarters -= first_quarters(pole, side);
   }
-  return static_cast<double>(phase - 2 * pi * static_cast<Wide>(surplus_turns(quarters)));
+  return static_cast<double>(phase - 2 * pi<Wide> * static_cast<Wide>(surplus_turns(quarters)));
 }
 
 // The delay of 1 - root / z.

@@ -1,15 +1,13 @@
 #include "analysis/response.h"
 
-#include <numbers>
-
+#include "constants.h"
 #include "factored_response.h"
 #include "unit_circle.h"
 
 namespace analysis {
 namespace {
 
-constexpr Wide db_per_w =
-    20 / std::numbers::ln10_v<Wide> * std::numbers::pi_v<Wide>;  // of d ln|H| / d angle
+constexpr Wide db_per_w = 20 / ln10<Wide> * pi<Wide>;  // of d ln|H| / d angle
 
 Wide root_slope(const CirclePoint &z, const Complex &root) {
   return logarithmic_slope(from_root(z, root), {-z.sin, z.cos});

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "constants.h"
+
 namespace analysis {
 namespace {
 
@@ -70,8 +72,7 @@ double ScaledProduct::db() const {
   const Wide mantissa =
       10 * std::log10(squared(numerator_.mantissa) / squared(denominator_.mantissa));
   const auto exponent = static_cast<Wide>(numerator_.exponent - denominator_.exponent);
-  return static_cast<double>(mantissa + exponent * 20 * std::numbers::ln2_v<Wide> /
-                                            std::numbers::ln10_v<Wide>);
+  return static_cast<double>(mantissa + exponent * 20 * ln2<Wide> / ln10<Wide>);
 }
 
 double ScaledProduct::angle() const {

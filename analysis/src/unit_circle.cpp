@@ -2,12 +2,11 @@
 
 #include <array>
 #include <cmath>
-#include <numbers>
+
+#include "constants.h"
 
 namespace analysis {
 namespace {
-
-constexpr Wide pi = std::numbers::pi_v<Wide>;
 
 Wide twice_sine_squared(Wide angle) {
   const Wide sine = std::sin(angle);
@@ -17,13 +16,12 @@ Wide twice_sine_squared(Wide angle) {
 // From the nearest of 1, j and -1, which are met exactly.
 template <class Real>
 Direction<Real> direction(double w) {
-  constexpr Real half_turn = std::numbers::pi_v<Real>;
-  if (w <= 0.25) return {std::cos(half_turn * w), std::sin(half_turn * w)};
+  if (w <= 0.25) return {std::cos(pi<Real> * w), std::sin(pi<Real> * w)};
   if (w < 0.75) {
-    const Real from_j = half_turn * (static_cast<Real>(w) - 0.5);
+    const Real from_j = pi<Real> * (static_cast<Real>(w) - 0.5);
     return {-std::sin(from_j), std::cos(from_j)};
   }
-  const Real from_minus_one = half_turn * (1 - static_cast<Real>(w));
+  const Real from_minus_one = pi<Real> * (1 - static_cast<Real>(w));
   return {-std::cos(from_minus_one), std::sin(from_minus_one)};
 }
 
@@ -37,7 +35,8 @@ Wide sum(const TwoTerms &x, const TwoTerms &y) {
 CirclePoint circle_point(double w) {
   const Wide rest = 1 - static_cast<Wide>(w);
   const auto [cos, sin] = direction<Wide>(w);
-  return {pi * w, cos, sin, twice_sine_squared(pi * w / 2), twice_sine_squared(pi * rest / 2)};
+  return {pi<Wide> * w, cos, sin, twice_sine_squared(pi<Wide> * w / 2),
+          twice_sine_squared(pi<Wide> * rest / 2)};
 }
 
 Direction<Extended> extended_direction(double w) { return direction<Extended>(w); }
