@@ -1,14 +1,11 @@
 #include "apply/filter.h"
 
-#include <algorithm>
-#include <cmath>
 #include <optional>
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "analysis/arrangement.h"
-#include "analysis/stability.h"
 #include "args/given_sections.h"
 #include "args/saved_file.h"
 #include "args/settings_options.h"
@@ -16,6 +13,7 @@
 #include "designer/designer.h"
 #include "designer/published_filter.h"
 #include "designer/refusal.h"
+#include "designer/runnable.h"
 
 namespace cli {
 namespace {
@@ -56,16 +54,7 @@ void check(const analysis::Sections &sections) {
     throw designer::Refusal(
         "these settings publish no sections, so there is nothing to run; --zpk-output on and "
         "--sos-output on publish them");
-  for (const analysis::Section &s : sections)
-    for (const double value : {s.b0, s.b1, s.b2, s.a1, s.a2})
-      if (!std::isfinite(value))
-        throw designer::Refusal(
-            "this filter has a coefficient that is not finite; a lower order "
-            "or another cutoff may help");
-  if (!analysis::stability(sections).stable)
-    throw designer::Refusal(
-        "this filter is not stable, and its output would never die away; "
-        "'veltane check' says what to change");
+  designer::require_runnable(sections, "'veltane check'");
 }
 
 // Their own rate is that of the signal, unless somebody says another.

@@ -4,29 +4,14 @@
 #include <cmath>
 #include <span>
 
-#include <fmt/format.h>
-
-#include "analysis/stability.h"
 #include "designer/refusal.h"
+#include "designer/runnable.h"
 #include "filter.h"
 #include "signals/cascade.h"
 #include "signals/zero_phase.h"
 
 namespace python {
 namespace {
-
-void check(const analysis::Sections &sections) {
-  for (const analysis::Section &s : sections)
-    for (const double value : {s.b0, s.b1, s.b2, s.a1, s.a2})
-      if (!std::isfinite(value))
-        throw designer::Refusal(
-            "this filter has a coefficient that is not finite; a lower order or another cutoff may "
-            "help");
-  if (!analysis::stability(sections).stable)
-    throw designer::Refusal(
-        "this filter is not stable, and its output would never die away; check() says what to "
-        "change");
-}
 
 void check(std::span<const double> samples) {
   if (!std::all_of(samples.begin(), samples.end(), [](double x) { return std::isfinite(x); }))
@@ -48,7 +33,7 @@ struct Run {
 
 Run prepared(const Filter &filter, const Doubles &frames) {
   const std::span<const double> input = samples_of(frames);
-  check(filter.arranged());
+  designer::require_runnable(filter.arranged(), "check()");
   check(input);
   py::array_t<double> result({frames.shape(0), frames.shape(1)});
   double *const data = result.mutable_data();
