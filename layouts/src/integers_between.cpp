@@ -49,9 +49,9 @@ std::string clipping_sentence(double reach) {
       "Clipping: none between the sections, whose gains see to that, for any input within full "
       "scale;";
   if (reach <= 1.0) return between + " none of the output either.";
-  // Two digits, rounded down.
-  const double step = std::pow(10.0, std::floor(-std::log10(reach)) - 1.0);
-  const double room = std::floor(1.0 / reach / step) * step;
+  // Two digits, rounded down; a power of ten below 1 would not be exact.
+  const double scale = std::pow(10.0, std::ceil(std::log10(reach)) + 1.0);
+  const double room = std::floor(scale / reach) / scale;
   return fmt::format(
       "{} the output can exceed full scale by {:.1f} dB and clips there, unless the input is "
       "multiplied by {:.2g} or less (sox -v {:.2g} in.wav ...).",

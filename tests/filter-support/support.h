@@ -18,10 +18,10 @@
 #include <utility>
 #include <vector>
 
-#include "../watchdog.h"
 #include "brontal/memory.h"
 #include "brontal/symbol.h"
 #include "filtermath.h"
+#include "watchdog.h"
 
 namespace support {
 

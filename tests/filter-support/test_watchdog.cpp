@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "../watchdog.h"
+#include "watchdog.h"
 
 namespace {
 
