@@ -71,7 +71,7 @@ class Complaints(unittest.TestCase):
             "num ": {"numerator": changed(form.numerator, 2, 1 + 1e-8)},
             "whole ": {"sections": changed(form.sections, (0, 0), 1 + 1e-6)},
             "a number is not finite": {"numerator": changed(form.numerator, 2, numpy.nan)},
-            "a pole is not inside": {"poles": form.poles / abs(form.poles)},
+            "a pole is not inside": {"poles": numpy.where(form.poles.imag == 0, 1, form.poles)},
             "a section is not stable": {"sections": changed(form.sections, (1, 4), 2)},
             "has no pair of the poles": {"sections": changed(form.sections, (1, 3), 1 + 1e-12)},
         }
