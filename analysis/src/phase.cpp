@@ -35,7 +35,8 @@ Wide root_phase(const CirclePoint &z, const Complex &root, Side side) {
   // 1 - root / z = -(root / z) (1 - z / root), where the last factor stays right of the axis
   const Wide rest = std::atan2(distance.real() * y - distance.imag() * x,
                                -distance.real() * x - distance.imag() * y);
-  return ahead + (angle > 0 ? -pi<Wide> : pi<Wide>)+rest;
+  const Wide half_turn = angle > 0 ? -pi<Wide> : pi<Wide>;
+  return ahead + half_turn + rest;
 }
 
 // The phase with which a real root's factor begins just above w = 0, in quarter turns;
