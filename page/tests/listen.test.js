@@ -7,6 +7,7 @@ import os from 'node:os';
 import path from 'node:path';
 import { test } from 'node:test';
 import { open } from './browser.js';
+import { press } from './steps.js';
 
 const rate = 48000;
 
@@ -94,8 +95,7 @@ async function choose(page, { signal, through, match, volume }) {
 
 /** @param {Page} page */
 async function start(page) {
-  // Not by the mouse: a verdict that arrives moves what stands below it.
-  await page.$eval('.listen-start', (button) => /** @type {HTMLElement} */ (button).click());
+  await press(page, '.listen-start');
   await page.waitForFunction(() => window.veltane.audioRate.value !== undefined);
 }
 

@@ -3,6 +3,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { open } from './browser.js';
+import { press } from './steps.js';
 
 /** @typedef {import('puppeteer-core').Page} Page */
 /** @typedef {import('../src/session/protocol.ts').Settings} Settings */
@@ -17,7 +18,7 @@ async function openWith(t, settings) {
     window.veltane.store.replace(given);
     window.veltane.store.settle();
   }, settings);
-  await page.locator('#tab-order').click();
+  await press(page, '#tab-order');
   await page.waitForSelector('.order tbody tr');
   await settle(page);
   return page;

@@ -57,6 +57,16 @@ export async function type(page, selector, text) {
 }
 
 /**
+ * Presses what stands below the verdict. Not by the mouse: a verdict that arrives moves it.
+ * @param {Page} page
+ * @param {string} selector
+ */
+export async function press(page, selector) {
+  await page.waitForSelector(selector);
+  await page.$eval(selector, (button) => /** @type {HTMLElement} */ (button).click());
+}
+
+/**
  * @param {Page} page
  * @param {string} selector
  */
