@@ -128,6 +128,36 @@ test('an edge is dragged, and the orders follow', async (t) => {
   );
 });
 
+for (const { response, frequency } of [
+  { response: 'lowpass', frequency: [2000] },
+  { response: 'bandpass', frequency: [995, 1005] },
+  { response: 'bandstop', frequency: [995, 1005] },
+  // At the left of their lines, where there is no space at the right.
+  { response: 'bandpass', frequency: [14000, 19000] },
+])
+  test(`the frequencies of a ${response} at ${frequency.join()} Hz can be read`, async (t) => {
+    const page = await openWith(t, { order: [8], response: [response], frequency });
+    const labels = await page.$$eval('.order .handle.across', (lines) =>
+      lines.map((line) => {
+        const label = getComputedStyle(line, '::after');
+        const { x, bottom } = line.getBoundingClientRect();
+        const left = x + parseFloat(label.left);
+        const low = bottom - parseFloat(label.bottom);
+        const right = left + parseFloat(label.width);
+        return { left, right, high: low - parseFloat(label.height), low };
+      }),
+    );
+    assert.equal(labels.length, response === 'lowpass' ? 2 : 4);
+    assert.ok(labels.every(({ left, right, high, low }) => right > left + 20 && low > high + 10));
+    labels.forEach((one, index) => {
+      for (const other of labels.slice(index + 1)) {
+        const isBeside = one.right <= other.left || other.right <= one.left;
+        const isAbove = one.low <= other.high || other.low <= one.high;
+        assert.ok(isBeside || isAbove, JSON.stringify(labels));
+      }
+    });
+  });
+
 test('ripple and attenuation are dragged and moved by the keyboard', async (t) => {
   const page = await openWith(t, lowpass);
   const line = await page.$('.order .handle[aria-label="Attenuation"]');

@@ -70,7 +70,7 @@ export class DemandPicture {
     new ResizeObserver(([entry]) => {
       if (!entry) return;
       this.#chart.resize(entry.contentRect.width, entry.contentRect.height);
-      layOver(this.#surface, this.#chart);
+      this.#layHandles();
     }).observe(this.element);
   }
 
@@ -108,8 +108,13 @@ export class DemandPicture {
         this.#curves(field);
       },
     });
+    this.#layHandles();
+  }
+
+  #layHandles(): void {
     layOver(this.#surface, this.#chart);
-    this.#handles.show(demand, { x, y, nyquist: this.#nyquist });
+    if (this.#demand && this.#axes)
+      this.#handles.show(this.#demand, { ...this.#axes, nyquist: this.#nyquist });
   }
 
   #mask(field: Field, demand: Demand): void {

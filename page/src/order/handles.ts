@@ -5,6 +5,7 @@ import { frequencyText, significant } from '../pictures/quantities.ts';
 import { placeOf, valueAt, type Range } from '../pictures/range.ts';
 import { strings } from '../strings.ts';
 import { edgesOf, frequencyOf, spansOf, withEdge, type Demand } from './demand.ts';
+import { labelRows } from './label_rows.ts';
 
 /** The axes, and half the sample rate. */
 export interface Ground {
@@ -90,6 +91,12 @@ function gripsOf(demand: Demand): Grip[] {
   ];
 }
 
+/** Where the labels of edges stand at the left of them, as a part of the width. */
+const lateFrom = 0.75;
+
+/** Of the longest label of an edge, "12.35 kHz", and what is beside it; in pixels. */
+const labelWidth = 72;
+
 export interface HandleEvents {
   change(demand: Demand): void;
   /** While something is dragged, the axes stay. */
@@ -116,6 +123,7 @@ export class Handles {
     this.#ground = ground;
     if (demand.response !== this.#response) {
       this.#response = demand.response;
+      this.#place.dataset['response'] = demand.response;
       this.#made = gripsOf(demand).map((grip) => ({ grip, element: this.#handle(grip) }));
       this.#place.replaceChildren(...this.#made.map((handle) => handle.element));
     }
@@ -128,8 +136,22 @@ export class Handles {
       line.setAttribute('aria-valuemin', '0');
       line.setAttribute('aria-valuemax', String(grip.isAcross ? ground.nyquist : 240));
       line.dataset['text'] = grip.text(demand);
-      line.classList.toggle('late', x > 0.75);
+      line.classList.toggle('late', x > lateFrom);
     }
+    this.#stagger(demand, ground);
+  }
+
+  /** The labels of edges that are close stand one above the other. */
+  #stagger(demand: Demand, ground: Ground): void {
+    const edges = this.#made.filter(({ grip }) => grip.isAcross);
+    const width = labelWidth / Math.max(1, this.#place.clientWidth);
+    const rows = labelRows(
+      edges.map(({ grip }) => {
+        const { x } = grip.place(demand, ground);
+        return x > lateFrom ? { from: x - width, to: x } : { from: x, to: x + width };
+      }),
+    );
+    edges.forEach(({ element: line }, index) => line.style.setProperty('--row', `${rows[index]}`));
   }
 
   #handle(grip: Grip): HTMLElement {
