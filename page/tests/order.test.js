@@ -158,6 +158,37 @@ for (const { response, frequency } of [
     });
   });
 
+test('the curves of a narrow band go from one end of the picture to the other', async (t) => {
+  const page = await openWith(t, {
+    topology: ['chebyshev-2'],
+    order: [8],
+    response: ['bandpass'],
+    frequency: [995, 1005],
+  });
+  const isDrawnAt = await page.evaluate(() => {
+    // The first has the grid.
+    const canvas = [...document.querySelectorAll('.order canvas')].at(-1);
+    const inside = document.querySelector('.order .surface')?.getBoundingClientRect();
+    if (!(canvas instanceof HTMLCanvasElement) || !inside) return [];
+    const box = canvas.getBoundingClientRect();
+    const scale = canvas.width / box.width;
+    const context = canvas.getContext('2d');
+    // Curves have a colour; the grid, the paper and what is forbidden hardly have one.
+    return [0.01, 0.5, 0.95].map((place) => {
+      const left = (inside.left - box.left + inside.width * place) * scale;
+      const top = (inside.top - box.top) * scale;
+      const [width, height] = [inside.width * 0.04 * scale, inside.height * scale];
+      const { data } = context?.getImageData(left, top, width, height) ?? { data: [] };
+      for (let at = 0; at < data.length; at += 4) {
+        const colour = data.slice(at, at + 3);
+        if (Math.max(...colour) - Math.min(...colour) > 60) return true;
+      }
+      return false;
+    });
+  });
+  assert.deepEqual(isDrawnAt, [true, true, true]);
+});
+
 test('ripple and attenuation are dragged and moved by the keyboard', async (t) => {
   const page = await openWith(t, lowpass);
   const line = await page.$('.order .handle[aria-label="Attenuation"]');

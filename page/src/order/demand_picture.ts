@@ -55,8 +55,14 @@ export class DemandPicture {
   #levels: Levels = {};
   #isDragged = false;
   #axes: { x: Axis; y: Axis } | undefined;
+  readonly #reframed: () => void;
 
-  constructor(change: (demand: Demand) => void) {
+  /**
+   * @param change  called with the demand that a drag makes
+   * @param reframed  called when the picture shows other frequencies
+   */
+  constructor(change: (demand: Demand) => void, reframed: () => void) {
+    this.#reframed = reframed;
     this.element.append(this.#image, this.#surface);
     this.#chart = new Chart(this.#image, () => this.#theme.value);
     this.#handles = new Handles(this.#surface, {
@@ -72,6 +78,12 @@ export class DemandPicture {
       this.#chart.resize(entry.contentRect.width, entry.contentRect.height);
       this.#layHandles();
     }).observe(this.element);
+  }
+
+  /** What the axis shows, in Hz; nothing before there is a demand. */
+  get frequencies(): { readonly low: number; readonly high: number } | undefined {
+    const x = this.#axes?.x;
+    return x && { low: x.low, high: x.high };
   }
 
   show(demand: Demand, nyquist: number): void {
@@ -97,8 +109,10 @@ export class DemandPicture {
   #draw(): void {
     const demand = this.#demand;
     if (!demand) return;
-    if (!this.#isDragged || !this.#axes) this.#axes = axesOf(demand, this.#nyquist);
-    const { x, y } = this.#axes;
+    const before = this.#axes;
+    const axes = this.#isDragged && before ? before : axesOf(demand, this.#nyquist);
+    this.#axes = axes;
+    const { x, y } = axes;
     this.#image.setAttribute('aria-label', strings.order.picture(demand));
     this.#chart.draw({
       x,
@@ -109,6 +123,7 @@ export class DemandPicture {
       },
     });
     this.#layHandles();
+    if (x.low !== before?.x.low || x.high !== before.x.high) this.#reframed();
   }
 
   #layHandles(): void {

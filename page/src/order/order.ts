@@ -23,8 +23,12 @@ export function order(app: App): HTMLElement {
   let isOwn = false;
   let levels: { present?: Curve; candidate?: Curve } = {};
   let candidates: readonly Candidate[] = [];
+  let looked: Candidate | undefined;
 
-  const picture = new DemandPicture(change);
+  const picture = new DemandPicture(change, () => {
+    showPresent();
+    lookAt(looked);
+  });
   const fields = new DemandFields(change);
   const table = candidateTable(app, (candidate) => lookAt(candidate));
   const restart = element('button', { type: 'button' }, strings.order.restart);
@@ -52,6 +56,17 @@ export function order(app: App): HTMLElement {
     },
     (reason) => table.refuse(reason.message),
   );
+  const starts = new Latest(
+    app.patient,
+    'live',
+    (answer) => {
+      const level = levelIn(answer);
+      if (!level || isOwn) return;
+      demand = demandOf(answer.design, level);
+      ask();
+    },
+    (reason) => table.refuse(reason.message),
+  );
   const presents = new Latest(
     app.patient,
     'live',
@@ -59,9 +74,6 @@ export function order(app: App): HTMLElement {
       const present = levelIn(answer);
       levels = { ...levels, ...(present && { present }) };
       picture.showLevels(levels);
-      if (!present || isOwn) return;
-      demand = demandOf(answer.design, present);
-      ask();
     },
     (reason) => table.refuse(reason.message),
   );
@@ -81,14 +93,30 @@ export function order(app: App): HTMLElement {
     return { settings, panels: ['level'] as const, ...(rate && { audio_rate: rate }) };
   }
 
+  /** A level over the frequencies of the picture, once it has some. */
+  function shownLevelOf(settings: Settings) {
+    const view = picture.frequencies;
+    return view && { ...levelOf(settings), view };
+  }
+
   /** Draws a candidate, and the recommended one if none is pointed at. */
   function lookAt(candidate: Candidate | undefined): void {
+    looked = candidate;
     const shown = candidate ?? candidates.find(({ recommended }) => recommended);
-    if (shown) looks.ask(levelOf({ ...app.store.state.value.settings, ...settingsOf(app, shown) }));
+    if (!shown) return;
+    const asked = shownLevelOf({ ...app.store.state.value.settings, ...settingsOf(app, shown) });
+    if (asked) looks.ask(asked);
+  }
+
+  function showPresent(): void {
+    const asked = shownLevelOf(app.store.state.value.settings);
+    if (asked) presents.ask(asked);
   }
 
   function begin(): void {
-    if (isSeen) presents.ask(levelOf(app.store.state.value.settings));
+    if (!isSeen) return;
+    showPresent();
+    if (!isOwn) starts.ask(levelOf(app.store.state.value.settings));
   }
 
   function change(changed: Demand): void {
